@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/primitives/Bytes.h"
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <variant>
+
+/// The Argon2 password hash (RFC 9106), all three variants, versions 0x10 and 0x13.
+namespace Argon2 {
+
+enum class Variant : std::uint32_t { d = 0, i = 1, id = 2 };
+
+/// Which arguments could not be served.
+class Error final : public std::exception {
+public:
+    struct InvalidParallelism {
+        std::uint32_t value;
+        bool operator==(const InvalidParallelism&) const = default;
+    };
+    struct InvalidMemory {
+        std::uint32_t value;  // KiB
+        bool operator==(const InvalidMemory&) const = default;
+    };
+    struct InvalidIterations {
+        std::uint32_t value;
+        bool operator==(const InvalidIterations&) const = default;
+    };
+    struct InvalidOutputLength {
+        std::int64_t value;
+        bool operator==(const InvalidOutputLength&) const = default;
+    };
+    struct InvalidSaltLength {
+        std::int64_t value;
+        bool operator==(const InvalidSaltLength&) const = default;
+    };
+    struct UnsupportedVersion {
+        std::uint32_t value;
+        bool operator==(const UnsupportedVersion&) const = default;
+    };
+    struct AllocationFailed {
+        bool operator==(const AllocationFailed&) const = default;
+    };
+    using Case = std::variant<InvalidParallelism, InvalidMemory, InvalidIterations, InvalidOutputLength,
+                              InvalidSaltLength, UnsupportedVersion, AllocationFailed>;
+
+    static Error invalidParallelism(std::uint32_t value);
+    static Error invalidMemory(std::uint32_t value);
+    static Error invalidIterations(std::uint32_t value);
+    static Error invalidOutputLength(std::int64_t value);
+    static Error invalidSaltLength(std::int64_t value);
+    static Error unsupportedVersion(std::uint32_t value);
+    static Error allocationFailed();
+
+    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
+    /// For the user, in Turkish.
+    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
+    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
+    friend bool operator==(const Error& a, const Error& b) { return a.m_failure == b.m_failure; }
+
+private:
+    explicit Error(Case failure);
+
+    Case m_failure;
+    std::string m_description;
+};
+
+/// What is hashed.
+struct Input {
+    ByteView password;
+    ByteView salt;
+    ByteView secret = {};
+    ByteView associatedData = {};
+};
+
+/// What it costs.
+struct Cost {
+    std::uint32_t memoryKiB;
+    std::uint32_t iterations;
+    std::uint32_t parallelism;  // lanes
+};
+
+inline constexpr std::uint32_t currentVersion = 0x13;
+
+/// The hash, of `outputLength` bytes. The arguments are checked in the order version, parallelism, iterations,
+/// output length, salt, memory, before anything is allocated. Lanes run on worker threads; the result does not
+/// depend on how they are scheduled.
+///
+/// @throws Error, `allocationFailed` when the memory is not to be had.
+[[nodiscard]] Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant,
+                         std::uint32_t version = currentVersion);
+
+}  // namespace Argon2

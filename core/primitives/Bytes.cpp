@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: MIT
+#include "core/primitives/Bytes.h"
+
+#include <cstring>
+
+void secureWipe(void* data, std::size_t size) noexcept {
+    if (size > 0)
+        explicit_bzero(data, size);
+}

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/primitives/Bytes.h"
+
+#include <initializer_list>
+
+/// SHA-256, SHA-512 and HMAC-SHA-256 (FIPS 180-4, RFC 2104) by the system's library.
+/// Each takes pieces that are hashed as if they stood one behind the other, so that nothing is joined first.
+/// The library's contexts are kept for each thread and used again.
+namespace Sha2 {
+
+[[nodiscard]] Bytes sha256(std::initializer_list<ByteView> pieces);
+[[nodiscard]] inline Bytes sha256(ByteView data) {
+    return sha256({data});
+}
+
+[[nodiscard]] Bytes sha512(std::initializer_list<ByteView> pieces);
+[[nodiscard]] inline Bytes sha512(ByteView data) {
+    return sha512({data});
+}
+
+[[nodiscard]] Bytes hmacSha256(ByteView key, std::initializer_list<ByteView> pieces);
+
+}  // namespace Sha2
