@@ -18,10 +18,10 @@
 /// What a document says of itself.
 struct KdbxMeta {
     std::string databaseName = "Brenvik Database";
-    std::string databaseDescription;
-    std::string defaultUsername;
+    std::string databaseDescription{};
+    std::string defaultUsername{};
     bool recycleBinEnabled = true;
-    std::optional<UUID> recycleBinUUID;
+    std::optional<UUID> recycleBinUUID{};
     std::int64_t historyMaxItems = 10;              // items kept for one entry
     std::int64_t historyMaxSize = 6 * 1024 * 1024;  // bytes; carried along, nothing trims by it
     std::string generator = "Brenvik";
@@ -32,32 +32,32 @@ struct KdbxMeta {
 
 /// A window title pattern and the sequence to type there; without one, the entry's.
 struct AutoTypeWindowAssociation {
-    std::string window;
-    std::optional<std::string> sequence;
+    std::string window{};
+    std::optional<std::string> sequence{};
 };
 
 /// One record of the vault.
 struct KdbxEntry {
     UUID id = UUID::random();
-    std::string title;
-    std::string username;
-    SecureString password;
-    std::string url;
-    std::string notes;
-    Text::Map<std::string> customFields;  // name to value, in the order of the names
-    Text::Set protectedCustomFields;      // names that are written protected; may name fields that are not there
-    std::vector<std::string> tags;
-    std::optional<std::string> autoTypeSequence;  // none inherits
+    std::string title{};
+    std::string username{};
+    SecureString password{};
+    std::string url{};
+    std::string notes{};
+    Text::Map<std::string> customFields{};  // name to value, in the order of the names
+    Text::Set protectedCustomFields{};      // names that are written protected; may name fields that are not there
+    std::vector<std::string> tags{};
+    std::optional<std::string> autoTypeSequence{};  // none inherits
     bool autoTypeEnabled = true;
-    std::vector<AutoTypeWindowAssociation> autoTypeWindowAssociations;
+    std::vector<AutoTypeWindowAssociation> autoTypeWindowAssociations{};
     std::int64_t iconID = 0;
     Timestamp created = Timestamp::now();
     Timestamp modified = created;
     Timestamp accessed = created;
     bool expires = false;
-    std::optional<Timestamp> expiryTime;
-    SharedArray<KdbxEntry> historyItems;  // earlier versions, in stored order
-    std::vector<std::string> unknownXML;  // foreign child elements, each as one XML text
+    std::optional<Timestamp> expiryTime{};
+    SharedArray<KdbxEntry> historyItems{};  // earlier versions, in stored order
+    std::vector<std::string> unknownXML{};  // foreign child elements, each as one XML text
 
     /// Whether it expires, and did so strictly before `now`.
     [[nodiscard]] bool isExpired(Timestamp now = Timestamp::now()) const;
@@ -69,16 +69,16 @@ struct KdbxEntry {
 /// One node of the tree.
 struct KdbxGroup {
     UUID id = UUID::random();
-    std::string name;
-    std::string notes;
+    std::string name{};
+    std::string notes{};
     std::int64_t iconID = 48;
-    SharedArray<KdbxGroup> groups;   // in document order
-    SharedArray<KdbxEntry> entries;  // in document order, which is the manual sort order
+    SharedArray<KdbxGroup> groups{};   // in document order
+    SharedArray<KdbxEntry> entries{};  // in document order, which is the manual sort order
     bool isExpanded = true;
-    std::optional<std::string> defaultAutoTypeSequence;
+    std::optional<std::string> defaultAutoTypeSequence{};
     Timestamp created = Timestamp::now();
     Timestamp modified = created;
-    std::vector<std::string> unknownXML;  // foreign child elements; on the root also the preserved wrappers
+    std::vector<std::string> unknownXML{};  // foreign child elements; on the root also the preserved wrappers
 
     /// Own entries, then those of each subgroup, in stored order, as copies. No history items.
     [[nodiscard]] std::vector<KdbxEntry> allEntries() const;
@@ -151,7 +151,8 @@ struct KdbxKey {
     KdbxKey() = default;
     KdbxKey(std::optional<std::string> password, std::optional<Bytes> keyFileData);
     KdbxKey(const KdbxKey&) = default;
-    KdbxKey& operator=(const KdbxKey&) = default;
+    /// Wipes the password that stood here.
+    KdbxKey& operator=(const KdbxKey& other);
     /// Wipes the password.
     ~KdbxKey();
 };

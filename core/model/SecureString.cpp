@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "core/model/SecureString.h"
+
+#include "core/primitives/Random.h"
+#include "core/text/Text.h"
+
+namespace {
+
+/// A text that is wiped when it goes.
+struct WipedText {
+    std::string text;
+
+    explicit WipedText(std::string text) : text(std::move(text)) {}
+    WipedText(const WipedText&) = delete;
+    WipedText& operator=(const WipedText&) = delete;
+    ~WipedText() { wipe(text); }
+};
+
+}  // namespace
+
+SecureString::SecureString(std::string_view text) {
+    if (text.empty())
+        return;
+    Masked masked{.cipher = Bytes(text.size()), .pad = randomBytes(text.size())};
+    for (std::size_t i = 0; i < text.size(); ++i)
+        masked.cipher[i] = static_cast<std::uint8_t>(text[i]) ^ masked.pad[i];
+    m_masked = std::make_shared<const Masked>(std::move(masked));
+}
+
+std::string SecureString::value() const {
+    std::string text(cipher().size(), '\0');
+    for (std::size_t i = 0; i < text.size(); ++i)
+        text[i] = static_cast<char>(cipher()[i] ^ pad()[i]);
+    if (Text::isValidUTF8(bytesOf(text)))
+        return text;
+    const WipedText unrepaired(std::move(text));
+    return Text::repairingUTF8(bytesOf(unrepaired.text));
+}
+
+bool operator==(const SecureString& a, const SecureString& b) {
+    if (a.m_masked == b.m_masked)
+        return true;
+    const WipedText aText(a.value());
+    const WipedText bText(b.value());
+    return Text::equal(aText.text, bText.text);
+}
+
+ByteView SecureString::cipher() const noexcept {
+    return m_masked ? ByteView(m_masked->cipher) : ByteView();
+}
+
+ByteView SecureString::pad() const noexcept {
+    return m_masked ? ByteView(m_masked->pad) : ByteView();
+}
+
+void wipe(std::string& text) noexcept {
+    // Also what lies behind the end: an earlier, longer text may have left its tail there.
+    text.resize(text.capacity());
+    secureWipe(text.data(), text.size());
+    text.clear();
+}
