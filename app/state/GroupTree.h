@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/model/KdbxDatabase.h"
+
+#include <functional>
+#include <unordered_set>
+
+/// How state code finds and changes a node of the group tree by its identifier.
+///
+/// Every search goes depth first and in stored order, and the first hit ends it: a group's own entries come before its
+/// subgroups', and a repeated identifier further on is never reached. History items are not searched. Nothing here
+/// changes a `modified` time. A change copies what other copies of the vault share on the path to the node, and no
+/// more; a search that finds nothing copies nothing. No tree is too deep.
+namespace GroupTree {
+
+/// The group itself, borrowed until the tree changes; none where no group of the subtree has the identifier.
+[[nodiscard]] const KdbxGroup* findGroup(const KdbxGroup& root, const UUID& id);
+
+/// The entry itself, borrowed until the tree changes.
+[[nodiscard]] const KdbxEntry* findEntry(const KdbxGroup& root, const UUID& id);
+
+/// A group of the subtree, `root` included.
+[[nodiscard]] std::optional<KdbxGroup> groupWithID(const KdbxGroup& root, const UUID& id);
+
+/// An entry of the subtree.
+[[nodiscard]] std::optional<KdbxEntry> entryWithID(const KdbxGroup& root, const UUID& id);
+
+/// The group that directly holds the entry.
+[[nodiscard]] std::optional<KdbxGroup> groupContainingEntry(const KdbxGroup& root, const UUID& entryID);
+
+/// The group that directly holds the group. The root has none.
+[[nodiscard]] std::optional<KdbxGroup> parentOfGroup(const KdbxGroup& root, const UUID& groupID);
+
+/// The groups from `root` down to the one with the identifier, both included.
+[[nodiscard]] std::optional<std::vector<KdbxGroup>> pathToGroup(const KdbxGroup& root, const UUID& id);
+
+/// How many entries `allEntries` would give.
+[[nodiscard]] std::int64_t totalEntryCount(const KdbxGroup& root);
+
+/// Runs `change` on the group in place. Whether it was found; `change` runs at most once.
+bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change);
+
+/// Runs `change` on the entry in place. Whether it was found; `change` runs at most once.
+bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change);
+
+/// Takes the entry out of its group and gives it back. The order of what remains is kept.
+std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id);
+
+/// Takes the group with its subtree out of its parent and gives it back. The root cannot be taken out.
+std::optional<KdbxGroup> removeGroup(KdbxGroup& root, const UUID& id);
+
+/// Gives a new random identifier to each group, and to each entry, whose identifier an earlier one of its kind has in
+/// the order of the search. A group and an entry may share one. How many got a new one.
+///
+/// The sets are the caller's, empty at first; they are filled with the identifiers met.
+std::int64_t repairDuplicateIDs(KdbxGroup& root, std::unordered_set<UUID>& seenGroups,
+                                std::unordered_set<UUID>& seenEntries);
+
+}  // namespace GroupTree
