@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+
+#include "app/state/GroupTree.h"
+#include "app/state/Preferences.h"
+
+#include <algorithm>
+
+AppState::AppState(Services services, QObject* parent) : QObject(parent), m_services(std::move(services)) {
+    const auto& preferences = m_services.preferences;
+    m_sort = {.column = entrySortColumn(preferences.sortColumn()).value_or(EntrySort::Column::title),
+              .ascending = preferences.sortAscending()};
+}
+
+AppState::~AppState() = default;
+
+AppState::Step::~Step() {
+    if (--m_state.m_openSteps > 0)
+        return;
+    for (const auto signal : std::exchange(m_state.m_changes, {}))
+        emit(m_state.*signal)();
+}
+
+void AppState::announce(Signal changed) {
+    const Step step(*this);
+    if (std::find(m_changes.begin(), m_changes.end(), changed) == m_changes.end())
+        m_changes.push_back(changed);
+}
+
+// Two vaults are not compared: their equality looks at identifiers and times alone.
+void AppState::assignDatabase(std::optional<KdbxDatabase> database) {
+    m_database = std::move(database);
+    announce(&AppState::databaseChanged);
+}
+
+void AppState::setLastError(std::optional<std::string> text) {
+    assign(m_lastError, std::move(text), &AppState::lastErrorChanged);
+}
+
+void AppState::setStatusMessage(std::optional<std::string> text) {
+    assign(m_statusMessage, std::move(text), &AppState::statusMessageChanged);
+}
+
+void AppState::setSelectedGroupID(std::optional<UUID> id) {
+    assign(m_selectedGroupID, id, &AppState::selectedGroupIDChanged);
+}
+
+void AppState::setSelectedEntryIDs(std::set<UUID> ids) {
+    assign(m_selectedEntryIDs, std::move(ids), &AppState::selectedEntryIDsChanged);
+}
+
+void AppState::setSearchText(std::string text) {
+    assign(m_searchText, std::move(text), &AppState::searchTextChanged);
+}
+
+void AppState::setSort(EntrySort sort) {
+    if (sort == m_sort)
+        return;
+    assign(m_sort, sort, &AppState::sortChanged);
+    m_services.preferences.setSortColumn(std::string(textValue(sort.column)));
+    m_services.preferences.setSortAscending(sort.ascending);
+}
+
+void AppState::setRoute(std::optional<Route> route) {
+    assign(m_route, std::move(route), &AppState::routeChanged);
+}
+
+const KdbxGroup* AppState::root() const noexcept {
+    return m_database ? &m_database->root : nullptr;
+}
+
+std::string AppState::databaseName() const {
+    if (m_database && !Text::trimmingWhitespace(m_database->meta.databaseName).empty())
+        return m_database->meta.databaseName;
+    if (m_databaseURL)
+        return Text::repairingUTF8(bytesOf(m_databaseURL->stem().native()));
+    return "Brenvik";
+}
+
+const KdbxGroup* AppState::selectedGroup() const {
+    if (!m_database)
+        return nullptr;
+    const auto* selected = m_selectedGroupID ? GroupTree::findGroup(m_database->root, *m_selectedGroupID) : nullptr;
+    return selected ? selected : root();
+}

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/state/EntrySort.h"
+#include "app/state/Route.h"
+#include "core/model/KdbxDatabase.h"
+#include "core/platform/Bookmarks.h"
+#include "core/platform/FileStore.h"
+#include "core/platform/Scheduler.h"
+
+#include <QObject>
+
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+class Preferences;
+
+/// The session: the one vault, the credentials that decrypt it, what is selected, searched and shown of it, the undo
+/// stacks, and the two lines of feedback. There is one for the life of the process, used on the main thread alone.
+/// Every view reads it and every user action ends in one of its verbs.
+///
+/// A verb tells the views of what it changed when it has ended, one signal a property, so that none of them ever sees
+/// half a step. No verb throws: a failure becomes `lastError`.
+class AppState : public QObject {
+    Q_OBJECT
+
+public:
+    using Route = ::Route;
+
+    /// How a vault file is read and written; `KdbxFile`'s two functions in the program.
+    struct VaultCodec {
+        std::function<KdbxDatabase(ByteView file, const KdbxKey& key)> load;
+        std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key)> save;
+    };
+
+    /// The world, as far as a session needs it. All of it outlives the state.
+    struct Services {
+        Preferences& preferences;
+        FileStore& files;
+        Bookmarks& bookmarks;
+        Scheduler& scheduler;
+        VaultCodec codec;
+        std::function<void()> clearClipboard;
+    };
+
+    explicit AppState(Services services, QObject* parent = nullptr);
+    ~AppState() override;
+
+    /// The decoded vault; only while unlocked.
+    [[nodiscard]] const std::optional<KdbxDatabase>& database() const noexcept { return m_database; }
+    /// The vault file in use, also while locked.
+    [[nodiscard]] const std::optional<std::filesystem::path>& databaseURL() const noexcept { return m_databaseURL; }
+    [[nodiscard]] bool isLocked() const noexcept { return m_isLocked; }
+    /// Whether the vault in memory differs from the file. Undoing back to what was saved does not clear it.
+    [[nodiscard]] bool isDirty() const noexcept { return m_isDirty; }
+    /// The last failure, shown until it is dismissed.
+    [[nodiscard]] const std::optional<std::string>& lastError() const noexcept { return m_lastError; }
+    void setLastError(std::optional<std::string> text);
+    /// A confirmation that clears itself after two seconds.
+    [[nodiscard]] const std::optional<std::string>& statusMessage() const noexcept { return m_statusMessage; }
+    /// Sets it without a timer to clear it.
+    void setStatusMessage(std::optional<std::string> text);
+    /// The group that the list shows.
+    [[nodiscard]] const std::optional<UUID>& selectedGroupID() const noexcept { return m_selectedGroupID; }
+    void setSelectedGroupID(std::optional<UUID> id);
+    [[nodiscard]] const std::set<UUID>& selectedEntryIDs() const noexcept { return m_selectedEntryIDs; }
+    void setSelectedEntryIDs(std::set<UUID> ids);
+    /// The content of the search field.
+    [[nodiscard]] const std::string& searchText() const noexcept { return m_searchText; }
+    void setSearchText(std::string text);
+    [[nodiscard]] EntrySort sort() const noexcept { return m_sort; }
+    /// Stores a sort that differs from the present one in the preferences.
+    void setSort(EntrySort sort);
+    /// The sheet that is showing.
+    [[nodiscard]] const std::optional<Route>& route() const noexcept { return m_route; }
+    void setRoute(std::optional<Route> route);
+    /// Rises whenever the search field is asked to take the focus.
+    [[nodiscard]] std::int64_t searchFocusToken() const noexcept { return m_searchFocusToken; }
+    /// The name of the step that `undo` takes back, and of the one that `redo` brings back.
+    [[nodiscard]] const std::optional<std::string>& undoLabel() const noexcept { return m_undoLabel; }
+    [[nodiscard]] const std::optional<std::string>& redoLabel() const noexcept { return m_redoLabel; }
+
+    /// The root group; none while locked. Valid until the vault changes, as all pointers into it are.
+    [[nodiscard]] const KdbxGroup* root() const noexcept;
+    /// The vault's own name, else its file's without the extension, else "Brenvik".
+    [[nodiscard]] std::string databaseName() const;
+    /// The group with the selected id, the root where there is none; none while locked.
+    [[nodiscard]] const KdbxGroup* selectedGroup() const;
+    [[nodiscard]] bool canSave() const noexcept { return m_database && m_databaseURL; }
+    [[nodiscard]] bool canUndo() const noexcept { return !m_undoStack.empty(); }
+    [[nodiscard]] bool canRedo() const noexcept { return !m_redoStack.empty(); }
+
+    /// Makes a file the current vault, locked. Drops an open session with what is unsaved, without a question.
+    void prepare(const std::filesystem::path& url);
+    /// Opens the current vault; the outcome shows in `isLocked` and `lastError`. An empty password is none.
+    void unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL);
+    /// Makes a new vault, writes it and opens it. A failure leaves everything as it was.
+    void createDatabase(const std::filesystem::path& url, std::string password, std::optional<Bytes> keyFileData);
+    /// Ends the unlocked session. What is unsaved is saved first; a failure of that is dropped.
+    void lock();
+    /// Locks and forgets the choice of the file, but not the bookmark: the next launch brings it back.
+    void closeDatabase();
+    /// At launch: points at the last vault if it still exists.
+    void restoreRecentDatabase();
+
+    void save();
+    /// Writes the vault elsewhere, under the same credentials, and goes on there.
+    void saveAs(const std::filesystem::path& url);
+
+    /// One undoable change of the vault: every change that the user makes goes through here. A body that changes
+    /// nothing is a step all the same. Neither saves nor touches the selection.
+    void edit(std::string label, const std::function<void(KdbxDatabase&)>& body);
+    void undo();
+    void redo();
+
+signals:
+    void databaseChanged();
+    void databaseURLChanged();
+    void isLockedChanged();
+    void isDirtyChanged();
+    void lastErrorChanged();
+    void statusMessageChanged();
+    void selectedGroupIDChanged();
+    void selectedEntryIDsChanged();
+    void searchTextChanged();
+    void sortChanged();
+    void routeChanged();
+    void searchFocusTokenChanged();
+    void undoLabelChanged();
+    void redoLabelChanged();
+
+private:
+    using Signal = void (AppState::*)();
+
+    /// Holds the signals of what changes during its life, and sends them when the outermost one ends.
+    class Step {
+    public:
+        explicit Step(AppState& state) noexcept : m_state(state) { ++m_state.m_openSteps; }
+        ~Step();
+        Step(const Step&) = delete;
+        Step& operator=(const Step&) = delete;
+
+    private:
+        AppState& m_state;
+    };
+
+    /// The whole vault before a step.
+    struct Snapshot {
+        KdbxDatabase database;
+        std::string label;
+        EntrySort::Column sortColumn;
+    };
+
+    template <class Value>
+    void assign(Value& property, Value value, Signal changed);
+    void assignDatabase(std::optional<KdbxDatabase> database);
+    void announce(Signal changed);
+
+    void clearSelection();
+    void storeBookmark(const std::filesystem::path& url);
+    void forgetKey() noexcept;
+    void publish(KdbxDatabase database, KdbxKey key);
+    void saveQuietly();
+    void flash(std::string text);
+    void scheduleStatusClear();
+    void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to);
+    void emptyUndoStacks();
+    void refreshUndoLabels();
+    void pruneSelection();
+
+    static constexpr std::size_t undoLimit = 50;
+
+    Services m_services;
+    std::optional<KdbxDatabase> m_database;
+    std::optional<std::filesystem::path> m_databaseURL;
+    bool m_isLocked = true;
+    bool m_isDirty = false;
+    std::optional<std::string> m_lastError;
+    std::optional<std::string> m_statusMessage;
+    std::optional<KdbxKey> m_activeKey;  // set and cleared together with m_database
+    std::optional<UUID> m_selectedGroupID;
+    std::set<UUID> m_selectedEntryIDs;
+    std::string m_searchText;
+    EntrySort m_sort;
+    std::optional<Route> m_route;
+    std::int64_t m_searchFocusToken = 0;
+    std::deque<Snapshot> m_undoStack;  // newest last, as is the other
+    std::deque<Snapshot> m_redoStack;
+    std::optional<std::string> m_undoLabel;
+    std::optional<std::string> m_redoLabel;
+    std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts
+    std::vector<Signal> m_changes;          // to be told at the end of the outermost step
+    int m_openSteps = 0;
+};
+
+template <class Value>
+void AppState::assign(Value& property, Value value, Signal changed) {
+    if (property == value)
+        return;
+    property = std::move(value);
+    announce(changed);
+}

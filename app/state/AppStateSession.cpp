@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+#include "app/state/FailureText.h"
+#include "app/state/GroupTree.h"
+#include "app/state/NewVault.h"
+#include "app/state/Preferences.h"
+
+#include <unordered_set>
+
+namespace {
+
+/// The credentials of a form. The password is copied and then wiped, not moved: a short text that is moved from still
+/// holds its letters.
+KdbxKey makeKey(std::string& password, std::optional<Bytes> keyFileData) {
+    KdbxKey key;
+    if (!password.empty())
+        key.password.emplace(password);
+    wipe(password);
+    key.keyFileData = std::move(keyFileData);
+    return key;
+}
+
+/// Wipes a password at the end of a scope, whichever way it ends.
+class WipedAtEnd {
+public:
+    explicit WipedAtEnd(std::string& text) noexcept : m_text(text) {}
+    ~WipedAtEnd() { wipe(m_text); }
+    WipedAtEnd(const WipedAtEnd&) = delete;
+    WipedAtEnd& operator=(const WipedAtEnd&) = delete;
+
+private:
+    std::string& m_text;
+};
+
+int repairDuplicateIDs(KdbxDatabase& database) {
+    std::unordered_set<UUID> groups;
+    std::unordered_set<UUID> entries;
+    return static_cast<int>(GroupTree::repairDuplicateIDs(database.root, groups, entries));
+}
+
+}  // namespace
+
+void AppState::prepare(const std::filesystem::path& url) {
+    const Step step(*this);
+    assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
+    assignDatabase(std::nullopt);
+    forgetKey();
+    assign(m_isLocked, true, &AppState::isLockedChanged);
+    setLastError(std::nullopt);
+    clearSelection();
+    storeBookmark(url);
+}
+
+void AppState::clearSelection() {
+    setSelectedGroupID(std::nullopt);
+    setSelectedEntryIDs({});
+    setRoute(std::nullopt);
+}
+
+void AppState::forgetKey() noexcept {
+    m_activeKey.reset();
+}
+
+void AppState::unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL) {
+    const Step step(*this);
+    const WipedAtEnd passwordEnd(password);
+    if (!m_databaseURL)
+        return setLastError("Önce bir veritabanı dosyası seçin.");
+    try {
+        std::optional<Bytes> keyFileData;
+        if (keyFileURL)
+            keyFileData = m_services.files.read(*keyFileURL);
+        auto key = makeKey(password, std::move(keyFileData));
+        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key);
+        const auto repaired = repairDuplicateIDs(database);
+        publish(std::move(database), std::move(key));
+        if (repaired > 0)
+            flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
+    } catch (...) {
+        setLastError(failureText());
+    }
+}
+
+void AppState::publish(KdbxDatabase database, KdbxKey key) {
+    const auto rootID = database.root.id;
+    assignDatabase(std::move(database));
+    forgetKey();
+    m_activeKey.emplace(std::move(key));
+    assign(m_isLocked, false, &AppState::isLockedChanged);
+    assign(m_isDirty, false, &AppState::isDirtyChanged);
+    setLastError(std::nullopt);
+    emptyUndoStacks();
+    setSelectedGroupID(rootID);
+    setSelectedEntryIDs({});
+    setSearchText("");
+}
+
+void AppState::createDatabase(const std::filesystem::path& url, std::string password,
+                              std::optional<Bytes> keyFileData) {
+    const Step step(*this);
+    const WipedAtEnd passwordEnd(password);
+    try {
+        auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())));
+        auto key = makeKey(password, std::move(keyFileData));
+        m_services.files.writeAtomically(url, m_services.codec.save(database, key));
+
+        const auto rootID = database.root.id;
+        assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
+        assignDatabase(std::move(database));
+        forgetKey();
+        m_activeKey.emplace(std::move(key));
+        assign(m_isLocked, false, &AppState::isLockedChanged);
+        assign(m_isDirty, false, &AppState::isDirtyChanged);
+        setLastError(std::nullopt);
+        setSelectedGroupID(rootID);
+        storeBookmark(url);
+    } catch (...) {
+        setLastError(failureText());
+    }
+}
+
+void AppState::lock() {
+    if (m_isLocked)
+        return;
+    const Step step(*this);
+    if (m_isDirty) {
+        try {
+            saveQuietly();
+        } catch (...) {
+            // Locking never fails and never asks: what cannot be written now is lost.
+        }
+    }
+    assignDatabase(std::nullopt);
+    forgetKey();
+    assign(m_isLocked, true, &AppState::isLockedChanged);
+    clearSelection();
+    setSearchText("");
+    emptyUndoStacks();
+    m_services.clearClipboard();
+}
+
+void AppState::closeDatabase() {
+    const Step step(*this);
+    lock();
+    assign(m_databaseURL, {}, &AppState::databaseURLChanged);
+}
+
+void AppState::storeBookmark(const std::filesystem::path& url) {
+    m_services.preferences.setRecentDatabaseBookmark(m_services.bookmarks.bookmark(url));
+}
+
+void AppState::restoreRecentDatabase() {
+    if (m_databaseURL)
+        return;
+    const auto& bookmark = m_services.preferences.recentDatabaseBookmark();
+    if (!bookmark)
+        return;
+    auto url = m_services.bookmarks.resolve(*bookmark);
+    if (url && m_services.files.exists(*url))
+        assign(m_databaseURL, {std::move(*url)}, &AppState::databaseURLChanged);
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+#include "app/state/FailureText.h"
+#include "app/state/GroupTree.h"
+
+void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>& body) {
+    if (!m_database)
+        return;
+    const Step step(*this);
+    bool isRecorded = false;
+    try {
+        auto database = *m_database;
+        m_undoStack.push_back({database, std::move(label), m_sort.column});
+        isRecorded = true;
+        if (m_undoStack.size() > undoLimit)
+            m_undoStack.pop_front();
+        m_redoStack.clear();
+        body(database);
+        assignDatabase(std::move(database));
+        assign(m_isDirty, true, &AppState::isDirtyChanged);
+    } catch (...) {
+        // A body has no failure of its own, but memory can run short: the vault then stands as it was.
+        if (isRecorded)
+            m_undoStack.pop_back();
+        setLastError(failureText());
+    }
+    refreshUndoLabels();
+}
+
+void AppState::undo() {
+    travel(m_undoStack, m_redoStack);
+}
+
+void AppState::redo() {
+    travel(m_redoStack, m_undoStack);
+}
+
+void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to) {
+    if (from.empty())
+        return;
+    auto snapshot = std::move(from.back());
+    from.pop_back();
+    if (!m_database)
+        return;
+    const Step step(*this);
+    // A step keeps its name while it travels between the stacks.
+    to.push_back({*m_database, snapshot.label, m_sort.column});
+    assignDatabase(std::move(snapshot.database));
+    setSort({.column = snapshot.sortColumn, .ascending = m_sort.ascending});
+    assign(m_isDirty, true, &AppState::isDirtyChanged);
+    pruneSelection();
+    refreshUndoLabels();
+}
+
+void AppState::emptyUndoStacks() {
+    m_undoStack.clear();
+    m_redoStack.clear();
+    refreshUndoLabels();
+}
+
+void AppState::refreshUndoLabels() {
+    const auto lastLabel = [](const std::deque<Snapshot>& stack) {
+        return stack.empty() ? std::nullopt : std::optional(stack.back().label);
+    };
+    assign(m_undoLabel, lastLabel(m_undoStack), &AppState::undoLabelChanged);
+    assign(m_redoLabel, lastLabel(m_redoStack), &AppState::redoLabelChanged);
+}
+
+void AppState::pruneSelection() {
+    if (!m_database)
+        return;
+    const auto& root = m_database->root;
+    auto entries = m_selectedEntryIDs;
+    std::erase_if(entries, [&](const UUID& id) { return !GroupTree::findEntry(root, id); });
+    setSelectedEntryIDs(std::move(entries));
+    if (m_selectedGroupID && !GroupTree::findGroup(root, *m_selectedGroupID))
+        setSelectedGroupID(root.id);
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/NewVault.h"
+
+namespace {
+
+KdbxGroup newGroup(const std::string& name) {
+    KdbxGroup group;
+    group.name = name;
+    return group;
+}
+
+}  // namespace
+
+KdbxDatabase newVault(const std::string& name) {
+    KdbxMeta meta;
+    meta.databaseName = name;
+    auto root = newGroup(name);
+    for (const auto* child : {"İnternet", "E-posta", "Bankacılık"})
+        root.groups.append(newGroup(child));
+    return {.meta = std::move(meta),
+            .root = std::move(root),
+            .cipher = KdbxCipher::aes256,
+            .kdf = KdfSettings::recommended(),
+            .compressed = true,
+            .formatVersion = {.major = 4, .minor = 1}};
+}

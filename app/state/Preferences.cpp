@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/Preferences.h"
+
+#include <limits>
+
+namespace {
+
+constexpr double defaultClipboardTimeout = 12;
+constexpr std::uint32_t defaultHotKeyModifiers = 2304;  // Option 2048 and Command 256
+
+template <class Kind>
+std::optional<Kind> stored(const SettingsStore& store, std::string_view key) {
+    const auto value = store.value(key);
+    if (!value)
+        return std::nullopt;
+    const auto* kind = std::get_if<Kind>(&*value);
+    return kind ? std::optional<Kind>(*kind) : std::nullopt;
+}
+
+/// A number is a number, whether the store kept it with a fraction or without.
+std::optional<double> storedNumber(const SettingsStore& store, std::string_view key) {
+    if (const auto integer = stored<std::int64_t>(store, key))
+        return static_cast<double>(*integer);
+    return stored<double>(store, key);
+}
+
+/// A number that no hot key has counts as absent: a damaged settings file must not keep the vault's owner out.
+std::optional<std::uint32_t> storedUInt32(const SettingsStore& store, std::string_view key) {
+    const auto integer = stored<std::int64_t>(store, key);
+    if (!integer || *integer < 0 || *integer > std::numeric_limits<std::uint32_t>::max())
+        return std::nullopt;
+    return static_cast<std::uint32_t>(*integer);
+}
+
+template <class Value>
+std::optional<SettingsValue> settingsValue(const Value& value) {
+    return SettingsValue(value);
+}
+
+std::optional<SettingsValue> settingsValue(std::uint32_t value) {
+    return SettingsValue(std::int64_t{value});
+}
+
+std::optional<SettingsValue> settingsValue(const std::optional<Bytes>& value) {
+    return value ? std::optional<SettingsValue>(*value) : std::nullopt;
+}
+
+}  // namespace
+
+Preferences::Preferences(SettingsStore& store, QObject* parent)
+    : QObject(parent),
+      m_store(store),
+      m_sortColumn(stored<std::string>(store, "sortColumn").value_or("title")),
+      m_sortAscending(stored<bool>(store, "sortAscending").value_or(true)),
+      m_clipboardTimeout(storedNumber(store, "clipboardTimeout").value_or(defaultClipboardTimeout)),
+      m_defaultAutoTypeSequence(
+          stored<std::string>(store, "defaultAutoTypeSequence").value_or("{USERNAME}{TAB}{PASSWORD}{ENTER}")),
+      m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(0)),
+      m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(defaultHotKeyModifiers)),
+      m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")) {}
+
+template <class Value>
+void Preferences::store(std::string_view key, Value& property, Value value, void (Preferences::*changed)()) {
+    const bool differs = property != value;
+    property = std::move(value);
+    m_store.setValue(key, settingsValue(property));
+    if (differs)
+        emit(this->*changed)();
+}
+
+void Preferences::setClipboardTimeout(double seconds) {
+    store("clipboardTimeout", m_clipboardTimeout, seconds, &Preferences::clipboardTimeoutChanged);
+}
+
+void Preferences::setSortColumn(std::string column) {
+    store("sortColumn", m_sortColumn, std::move(column), &Preferences::sortColumnChanged);
+}
+
+void Preferences::setSortAscending(bool ascending) {
+    store("sortAscending", m_sortAscending, ascending, &Preferences::sortAscendingChanged);
+}
+
+void Preferences::setDefaultAutoTypeSequence(std::string sequence) {
+    store("defaultAutoTypeSequence", m_defaultAutoTypeSequence, std::move(sequence),
+          &Preferences::defaultAutoTypeSequenceChanged);
+}
+
+void Preferences::setHotKeyCode(std::uint32_t code) {
+    store("hotKeyCode", m_hotKeyCode, code, &Preferences::hotKeyCodeChanged);
+}
+
+void Preferences::setHotKeyModifiers(std::uint32_t modifiers) {
+    store("hotKeyModifiers", m_hotKeyModifiers, modifiers, &Preferences::hotKeyModifiersChanged);
+}
+
+void Preferences::setRecentDatabaseBookmark(std::optional<Bytes> bookmark) {
+    store("recentDatabaseBookmark", m_recentDatabaseBookmark, std::move(bookmark),
+          &Preferences::recentDatabaseBookmarkChanged);
+}

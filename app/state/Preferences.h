@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/platform/SettingsStore.h"
+
+#include <QObject>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What survives between launches and is not in the vault. Read at construction, which writes nothing; each
+/// assignment is stored at once. A stored value of the wrong kind counts as absent. Holds no secret.
+class Preferences : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Preferences(SettingsStore& store, QObject* parent = nullptr);
+
+    /// Seconds until a copied secret is wiped; 12 at first.
+    [[nodiscard]] double clipboardTimeout() const noexcept { return m_clipboardTimeout; }
+    void setClipboardTimeout(double seconds);
+
+    /// The stored name of a sort column, which may be one that no column has; "title" at first.
+    [[nodiscard]] const std::string& sortColumn() const noexcept { return m_sortColumn; }
+    void setSortColumn(std::string column);
+
+    [[nodiscard]] bool sortAscending() const noexcept { return m_sortAscending; }
+    void setSortAscending(bool ascending);
+
+    /// The sequence of entries that have none of their own and inherit none.
+    [[nodiscard]] const std::string& defaultAutoTypeSequence() const noexcept { return m_defaultAutoTypeSequence; }
+    void setDefaultAutoTypeSequence(std::string sequence);
+
+    /// The virtual key code of the global hot key; 0 at first.
+    [[nodiscard]] std::uint32_t hotKeyCode() const noexcept { return m_hotKeyCode; }
+    void setHotKeyCode(std::uint32_t code);
+
+    /// Its modifiers as a bit set; 2304, Option and Command, at first.
+    [[nodiscard]] std::uint32_t hotKeyModifiers() const noexcept { return m_hotKeyModifiers; }
+    void setHotKeyModifiers(std::uint32_t modifiers);
+
+    /// The token of the last vault.
+    [[nodiscard]] const std::optional<Bytes>& recentDatabaseBookmark() const noexcept {
+        return m_recentDatabaseBookmark;
+    }
+    void setRecentDatabaseBookmark(std::optional<Bytes> bookmark);
+
+signals:
+    void clipboardTimeoutChanged();
+    void sortColumnChanged();
+    void sortAscendingChanged();
+    void defaultAutoTypeSequenceChanged();
+    void hotKeyCodeChanged();
+    void hotKeyModifiersChanged();
+    void recentDatabaseBookmarkChanged();
+
+private:
+    template <class Value>
+    void store(std::string_view key, Value& property, Value value, void (Preferences::*changed)());
+
+    SettingsStore& m_store;
+    std::string m_sortColumn;
+    bool m_sortAscending;
+    double m_clipboardTimeout;
+    std::string m_defaultAutoTypeSequence;
+    std::uint32_t m_hotKeyCode;
+    std::uint32_t m_hotKeyModifiers;
+    std::optional<Bytes> m_recentDatabaseBookmark;
+};
