@@ -37,7 +37,8 @@ public:
     /// included, the old content or the new one is there, whole. A symbolic link is followed to its target, whose
     /// mode, owner and extended attributes stay.
     ///
-    /// @throws FileError; the old content is there then, and nothing else is left behind.
+    /// @throws FileError; the old content is there then, and nothing else is left behind. The one exception: where
+    /// the folder could not be synced the new content is there, and a loss of power may bring the old one back.
     virtual void writeAtomically(const std::filesystem::path& file, ByteView content) = 0;
 
     /// Whether something stands at that path.

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/FileReplacement.h"
+
+#include "platform/posix/FileMessages.h"
+#include "platform/posix/SaveLeftovers.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+
+namespace {
+
+constexpr int linksFollowed = 40;  // as the kernel does
+constexpr int namesTried = 8;
+constexpr mode_t ownerAlone = 0600;
+constexpr mode_t anyoneWrites = 0222;
+constexpr mode_t allModeBits = 07777;
+
+std::filesystem::path folderOf(const std::filesystem::path& file) {
+    const auto folder = file.parent_path();
+    return folder.empty() ? "." : folder;
+}
+
+bool isUnsupported(int code) {
+    return code == EINVAL || code == ENOTSUP || code == ENOSYS;
+}
+
+bool isForbidden(int code) {
+    return code == EPERM || code == EACCES;
+}
+
+}  // namespace
+
+/// Made under a lock, so that no other save takes it for a leftover; removed unless it was renamed.
+class FileReplacement::TemporaryFile {
+public:
+    TemporaryFile(const FileReplacement& replacement)
+        : m_replacement(replacement), m_name(SaveLeftovers::temporaryName(replacement.m_name)), m_file(create()) {}
+    ~TemporaryFile() {
+        if (m_file.isOpen() && !m_isRenamed)
+            m_replacement.m_calls.unlinkAt(m_replacement.m_folder.number(), m_name.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    [[nodiscard]] int number() const noexcept { return m_file.number(); }
+
+    void renameToTarget() {
+        const auto& replacement = m_replacement;
+        replacement.check(untilNotInterrupted([&] {
+            return replacement.m_calls.renameAt(replacement.m_folder.number(), m_name.c_str(),
+                                                replacement.m_name.c_str());
+        }));
+        m_isRenamed = true;
+    }
+
+private:
+    FileHandle create() {
+        auto& calls = m_replacement.m_calls;
+        for (int attempt = 0; attempt < namesTried; ++attempt) {
+            FileHandle file(calls, m_replacement.m_folder.number(), m_name.c_str(),
+                            O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, ownerAlone);
+            if (!file.isOpen() && errno != EEXIST)
+                m_replacement.fail(errno);
+            if (file.isOpen() && isKept(file))
+                return file;
+            m_name = SaveLeftovers::temporaryName(m_replacement.m_name);
+        }
+        m_replacement.fail(EEXIST);
+    }
+
+    /// Whether it still has its name once it is locked: before, another save may have removed it. A file system
+    /// without locks goes without.
+    [[nodiscard]] bool isKept(const FileHandle& file) const {
+        m_replacement.m_calls.tryLock(file.number());
+        struct stat status;
+        return m_replacement.m_calls.fstat(file.number(), status) != 0 || status.st_nlink > 0;
+    }
+
+    const FileReplacement& m_replacement;
+    std::string m_name;
+    FileHandle m_file;
+    bool m_isRenamed = false;
+};
+
+FileReplacement::FileReplacement(FileSystemCalls& calls, std::filesystem::path file)
+    : m_calls(calls),
+      m_file(std::move(file)),
+      m_target(followLinks()),
+      m_name(m_target.filename().native()),
+      m_folder(calls, AT_FDCWD, folderOf(m_target).c_str(), O_RDONLY | O_DIRECTORY) {
+    if (!m_folder.isOpen())
+        fail(errno);
+    lookAtTarget();
+}
+
+void FileReplacement::write(ByteView content) {
+    SaveLeftovers::remove(m_calls, m_folder, m_name);
+    {
+        TemporaryFile temporary(*this);
+        writeAll(temporary.number(), content);
+        sync(temporary.number());
+        makeLikeTarget(temporary.number());
+        temporary.renameToTarget();
+    }
+    sync(m_folder.number());
+}
+
+void FileReplacement::fail(int code) const {
+    throw FileMessages::cannotWrite(m_file, code);
+}
+
+void FileReplacement::check(int result) const {
+    if (result < 0)
+        fail(errno);
+}
+
+std::filesystem::path FileReplacement::followLinks() const {
+    auto path = m_file;
+    for (int link = 0; link < linksFollowed; ++link) {
+        std::array<char, PATH_MAX> next;
+        const auto size = m_calls.readLinkAt(AT_FDCWD, path.c_str(), next.data(), next.size());
+        if (size < 0)
+            return path;  // no link, or nothing there yet; what else may be wrong shows when the folder is opened
+        if (size == static_cast<ssize_t>(next.size()))
+            fail(ENAMETOOLONG);
+        path = path.parent_path() / std::string_view(next.data(), static_cast<std::size_t>(size));
+    }
+    fail(ELOOP);
+}
+
+// A file that no one may write was protected by somebody, and a rename would not ask: so it is refused, also for root.
+void FileReplacement::lookAtTarget() {
+    if (m_name.empty() || m_name == "." || m_name == "..")
+        fail(EISDIR);
+    struct stat status;
+    if (m_calls.statAt(m_folder.number(), m_name.c_str(), status, AT_SYMLINK_NOFOLLOW) != 0) {
+        if (errno != ENOENT)
+            fail(errno);
+        return;
+    }
+    if (S_ISDIR(status.st_mode))
+        fail(EISDIR);
+    if (!S_ISREG(status.st_mode))
+        throw FileMessages::cannotWrite(m_file, EINVAL, "bu sıradan bir dosya değil");
+    if ((status.st_mode & anyoneWrites) == 0 || m_calls.accessAt(m_folder.number(), m_name.c_str(), W_OK) != 0)
+        throw FileMessages::cannotWrite(m_file, EACCES, "dosya yazmaya karşı korunuyor");
+    m_targetStatus = status;
+}
+
+void FileReplacement::writeAll(int file, ByteView content) const {
+    while (!content.empty()) {
+        const auto written = untilNotInterrupted([&] { return m_calls.write(file, content.data(), content.size()); });
+        if (written < 0)
+            fail(errno);
+        if (written == 0)
+            fail(ENOSPC);  // no progress and no reason: the device takes no more
+        content = content.subspan(static_cast<std::size_t>(written));
+    }
+}
+
+void FileReplacement::sync(int file) const {
+    if (untilNotInterrupted([&] { return m_calls.fsync(file); }) != 0 && !isUnsupported(errno))
+        fail(errno);
+}
+
+// The owner first: a change of owner drops attributes and mode bits.
+void FileReplacement::makeLikeTarget(int file) const {
+    if (!m_targetStatus)
+        return;  // a new file stays its owner's alone
+    const auto mode = giveOwner(file);
+    giveAttributes(file);
+    check(untilNotInterrupted([&] { return m_calls.fchmod(file, mode); }));
+}
+
+/// The mode that goes with the owner and group that the file now has.
+///
+/// Only root may give a file away, and a save must not be lost for that: a file that several people write belongs to
+/// whoever wrote it last. What the old group was granted, another group is not.
+mode_t FileReplacement::giveOwner(int file) const {
+    constexpr auto sameOwner = static_cast<uid_t>(-1);
+    const auto mode = m_targetStatus->st_mode & allModeBits;
+    if (m_calls.fchown(file, m_targetStatus->st_uid, m_targetStatus->st_gid) == 0)
+        return mode;
+    if (m_calls.fchown(file, sameOwner, m_targetStatus->st_gid) == 0)
+        return mode & 0777U;
+    return mode & 0707U;
+}
+
+// An attribute that we may not set, as those of the system's security modules, is left to the system.
+void FileReplacement::giveAttributes(int file) const {
+    const FileHandle target(m_calls, m_folder.number(), m_name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (!target.isOpen())
+        fail(errno);
+    const auto names = attributesOf(target.number());
+    for (const auto& name : names) {
+        const auto value = attribute(target.number(), name);
+        if (m_calls.setAttribute(file, name.c_str(), value.data(), value.size()) != 0 && !isForbidden(errno) &&
+            !isUnsupported(errno))
+            fail(errno);
+    }
+    // What the folder gave the new file and the old one did not have, such as an access list.
+    for (const auto& name : attributesOf(file))
+        if (std::find(names.begin(), names.end(), name) == names.end())
+            m_calls.removeAttribute(file, name.c_str());
+}
+
+std::vector<std::string> FileReplacement::attributesOf(int file) const {
+    std::vector<char> list;
+    for (;;) {
+        const auto size = m_calls.listAttributes(file, nullptr, 0);
+        if (size < 0 && isUnsupported(errno))
+            return {};
+        if (size < 0)
+            fail(errno);
+        list.resize(static_cast<std::size_t>(size));
+        if (list.empty())
+            return {};
+        const auto filled = m_calls.listAttributes(file, list.data(), list.size());
+        if (filled < 0 && errno != ERANGE)
+            fail(errno);
+        if (filled < 0)
+            continue;  // it grew meanwhile
+        std::vector<std::string> names;
+        for (auto name = list.begin(), end = list.begin() + filled; name != end;) {
+            const auto nameEnd = std::find(name, end, '\0');
+            names.emplace_back(name, nameEnd);
+            name = nameEnd == end ? end : nameEnd + 1;
+        }
+        return names;
+    }
+}
+
+Bytes FileReplacement::attribute(int file, const std::string& name) const {
+    for (;;) {
+        const auto size = m_calls.getAttribute(file, name.c_str(), nullptr, 0);
+        if (size < 0)
+            fail(errno);
+        Bytes value(static_cast<std::size_t>(size) + 1);  // one more, so that the second call reads and is not asked
+        const auto filled = m_calls.getAttribute(file, name.c_str(), value.data(), value.size());
+        if (filled < 0 && errno != ERANGE)
+            fail(errno);
+        if (filled < 0)
+            continue;
+        value.resize(static_cast<std::size_t>(filled));
+        return value;
+    }
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/primitives/Bytes.h"
+#include "platform/posix/FileHandle.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+/// One save of one file: a temporary file beside the target, written, synced, made like the target and renamed over it,
+/// and the folder synced. A process that is killed between any two of these leaves the old file or the new one.
+class FileReplacement {
+public:
+    /// Finds the target, through symbolic links, and makes sure that it may be replaced.
+    ///
+    /// @throws FileError.
+    FileReplacement(FileSystemCalls& calls, std::filesystem::path file);
+
+    /// @throws FileError; the temporary file is gone then. The old content stands, unless the folder alone could not be
+    /// synced: then the new one stands, and whether it would outlive a loss of power is not known.
+    void write(ByteView content);
+
+private:
+    class TemporaryFile;
+
+    [[noreturn]] void fail(int code) const;
+    void check(int result) const;
+    [[nodiscard]] std::filesystem::path followLinks() const;
+    void lookAtTarget();
+    void writeAll(int file, ByteView content) const;
+    void sync(int file) const;
+    void makeLikeTarget(int file) const;
+    [[nodiscard]] mode_t giveOwner(int file) const;
+    void giveAttributes(int file) const;
+    [[nodiscard]] std::vector<std::string> attributesOf(int file) const;
+    [[nodiscard]] Bytes attribute(int file, const std::string& name) const;
+
+    FileSystemCalls& m_calls;
+    std::filesystem::path m_file;    // as the user chose it
+    std::filesystem::path m_target;  // behind all links
+    std::string m_name;              // the target's, in its folder
+    FileHandle m_folder;
+    std::optional<struct stat> m_targetStatus;  // none when there is no file yet
+};

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/PosixFileStore.h"
+
+#include "platform/posix/FileMessages.h"
+#include "platform/posix/FileReplacement.h"
+
+#include <unistd.h>
+
+#include <new>
+
+namespace {
+
+constexpr int readsTried = 3;
+constexpr std::size_t firstRead = 64 * 1024;
+
+/// Reading one regular file to its end.
+class FileReading {
+public:
+    FileReading(FileSystemCalls& calls, const std::filesystem::path& file, std::uint64_t largestFile)
+        : m_calls(calls), m_path(file), m_largestFile(largestFile) {}
+
+    Bytes read() {
+        for (int attempt = 0; attempt < readsTried; ++attempt) {
+            const auto file = open();
+            const auto before = status(file);
+            auto content = readToEnd(file, static_cast<std::size_t>(before.st_size));
+            if (isUnchanged(before, status(file)))
+                return content;
+        }
+        throw FileMessages::cannotRead(m_path, EAGAIN, "dosya okunurken değişti");
+    }
+
+private:
+    [[noreturn]] void fail(int code) const { throw FileMessages::cannotRead(m_path, code); }
+
+    // Looked at before it is opened: opening a device can do things, and opening a pipe can wait for ever.
+    FileHandle open() {
+        struct stat status;
+        if (m_calls.statAt(AT_FDCWD, m_path.c_str(), status, 0) != 0)
+            fail(errno);
+        checkKind(status);
+        FileHandle file(m_calls, AT_FDCWD, m_path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+        if (!file.isOpen())
+            fail(errno);
+        return file;
+    }
+
+    struct stat status(const FileHandle& file) const {
+        struct stat status;
+        if (m_calls.fstat(file.number(), status) != 0)
+            fail(errno);
+        checkKind(status);
+        if (static_cast<std::uint64_t>(status.st_size) > m_largestFile)
+            fail(EFBIG);
+        return status;
+    }
+
+    void checkKind(const struct stat& status) const {
+        if (S_ISDIR(status.st_mode))
+            fail(EISDIR);
+        if (S_ISFIFO(status.st_mode))
+            throw FileMessages::cannotRead(m_path, EINVAL, "bu bir dosya değil, adlandırılmış boru");
+        if (S_ISSOCK(status.st_mode))
+            throw FileMessages::cannotRead(m_path, EINVAL, "bu bir dosya değil, soket");
+        if (!S_ISREG(status.st_mode))
+            throw FileMessages::cannotRead(m_path, EINVAL, "bu bir dosya değil, aygıt");
+    }
+
+    /// Past the size that was told, too: a growing file shows itself so, and some files tell no size.
+    Bytes readToEnd(const FileHandle& file, std::size_t expectedSize) const try {
+        Bytes content(expectedSize + 1);
+        std::size_t filled = 0;
+        for (;;) {
+            const auto size = untilNotInterrupted(
+                [&] { return m_calls.read(file.number(), content.data() + filled, content.size() - filled); });
+            if (size < 0)
+                fail(errno);
+            filled += static_cast<std::size_t>(size);
+            if (filled > m_largestFile)
+                fail(EFBIG);
+            if (size == 0)
+                break;
+            if (filled == content.size())
+                content.resize(content.size() + std::max(content.size(), firstRead));
+        }
+        content.resize(filled);
+        return content;
+    } catch (const std::bad_alloc&) {
+        fail(ENOMEM);
+    }
+
+    static bool isUnchanged(const struct stat& a, const struct stat& b) {
+        const auto equal = [](const timespec& x, const timespec& y) {
+            return x.tv_sec == y.tv_sec && x.tv_nsec == y.tv_nsec;
+        };
+        return a.st_size == b.st_size && equal(a.st_mtim, b.st_mtim) && equal(a.st_ctim, b.st_ctim);
+    }
+
+    FileSystemCalls& m_calls;
+    const std::filesystem::path& m_path;
+    std::uint64_t m_largestFile;
+};
+
+}  // namespace
+
+Bytes PosixFileStore::read(const std::filesystem::path& file) {
+    return FileReading(m_calls, file, m_largestFile).read();
+}
+
+void PosixFileStore::writeAtomically(const std::filesystem::path& file, ByteView content) {
+    FileReplacement(m_calls, file).write(content);
+}
+
+bool PosixFileStore::exists(const std::filesystem::path& file) {
+    struct stat status;
+    return m_calls.statAt(AT_FDCWD, file.c_str(), status, 0) == 0;
+}
+
+std::uint64_t PosixFileStore::halfOfMemory() noexcept {
+    const auto pages = sysconf(_SC_PHYS_PAGES);
+    const auto pageSize = sysconf(_SC_PAGESIZE);
+    return static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(pageSize) / 2;
+}
