@@ -2,7 +2,15 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 
-/// How many bytes this process could fill now without pushing others out to swap: the least of what the machine has
-/// left and what the control groups around the process leave it. An estimate, and one that ages.
-[[nodiscard]] std::uint64_t availableMemory();
+/// Where the kernel tells of memory.
+struct MemorySources {
+    std::filesystem::path processes = "/proc";
+    std::filesystem::path controlGroups = "/sys/fs/cgroup";
+};
+
+/// How many bytes this process can still fill without a process being ended for it: what is free or can be freed in
+/// the machine, swap included, and in the control groups around the process, whichever is least. An estimate, and one
+/// that ages. The largest number where nothing tells.
+[[nodiscard]] std::uint64_t availableMemory(const MemorySources& sources = {});

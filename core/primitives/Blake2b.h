@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/Blake2bCompress.h"
 #include "core/primitives/Bytes.h"
+#include "core/primitives/VectorRoad.h"
 
 #include <array>
 #include <cstdint>
@@ -13,7 +15,10 @@ namespace Blake2b {
 class State {
 public:
     /// `outputLength` is 1 to 64, `key` 0 to 64 bytes, both preconditions: no length here comes from a file.
-    explicit State(std::int64_t outputLength, ByteView key = {});
+    /// The digest is the same on every road; a road that the processor cannot take is a precondition too.
+    explicit State(std::int64_t outputLength, ByteView key = {}, VectorRoad road = widestRoad());
+    State(const State&) = default;
+    State& operator=(const State&) = default;
     ~State();
 
     /// An empty input does nothing.
@@ -23,14 +28,13 @@ public:
     [[nodiscard]] Bytes finalize();
 
 private:
-    void compress(bool final);
+    void fill(ByteView data);
 
-    std::array<std::uint64_t, 8> m_h;
-    std::array<std::uint8_t, 128> m_buf{};
-    std::int64_t m_bufLen = 0;  // 128 is a legal rest: the block is full and not compressed yet
-    std::uint64_t m_tLow = 0;
-    std::uint64_t m_tHigh = 0;
+    Chain m_chain;
+    std::array<std::uint8_t, blockSize> m_buf{};
+    std::size_t m_bufLen = 0;  // a full block is a legal rest: it is compressed when a further byte comes
     std::int64_t m_digestLength;
+    CompressBlocks m_compress;
 };
 
 /// The digest of `data`; an empty key is no key.

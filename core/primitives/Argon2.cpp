@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+#include "core/primitives/Argon2.h"
+
+#include "core/primitives/Argon2Memory.h"
+#include "core/primitives/Argon2Segment.h"
+#include "core/primitives/Argon2Team.h"
+#include "core/primitives/Blake2b.h"
+#include "core/primitives/LittleEndian.h"
+#include "core/primitives/Overloaded.h"
+#include "core/primitives/Precondition.h"
+
+#include <array>
+#include <charconv>
+#include <limits>
+#include <new>
+
+namespace Argon2 {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::uint32_t mostLanes = 0xFFFFFF;
+constexpr std::int64_t shortestOutput = 4;
+constexpr std::size_t shortestSalt = 8;
+constexpr std::uint32_t leastBlocksPerLane = 8;
+constexpr auto longestField = std::numeric_limits<std::uint32_t>::max();
+
+std::string hexadecimal(std::uint32_t value) {
+    std::array<char, 8> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
+    return {digits.data(), end};
+}
+
+std::string describe(const Error::Case& failure) {
+    return std::visit(Overloaded{
+                          [](const Error::InvalidParallelism& e) {
+                              return "Argon2: geçersiz paralellik değeri " + std::to_string(e.value) + ".";
+                          },
+                          [](const Error::InvalidMemory& e) {
+                              return "Argon2: geçersiz bellek değeri " + std::to_string(e.value) + " KiB.";
+                          },
+                          [](const Error::InvalidIterations& e) {
+                              return "Argon2: geçersiz tur sayısı " + std::to_string(e.value) + ".";
+                          },
+                          [](const Error::InvalidOutputLength& e) {
+                              return "Argon2: geçersiz çıktı uzunluğu " + std::to_string(e.value) + ".";
+                          },
+                          [](const Error::InvalidSaltLength& e) {
+                              return "Argon2: tuz en az 8 byte olmalı (" + std::to_string(e.value) + ").";
+                          },
+                          [](const Error::UnsupportedVersion& e) {
+                              return "Argon2: desteklenmeyen sürüm 0x" + hexadecimal(e.value) + ".";
+                          },
+                          [](const Error::AllocationFailed&) { return "Argon2: bellek ayrılamadı."s; },
+                      },
+                      failure);
+}
+
+/// What H0 is made of.
+struct Parameters {
+    const Input& input;
+    const Cost& cost;
+    std::int64_t outputLength;
+    Variant variant;
+    std::uint32_t version;
+};
+
+void check(const Parameters& parameters) {
+    const auto& [input, cost, outputLength, variant, version] = parameters;
+    if (version != version13 && version != version10)
+        throw Error::unsupportedVersion(version);
+    if (cost.parallelism < 1 || cost.parallelism > mostLanes)
+        throw Error::invalidParallelism(cost.parallelism);
+    if (cost.iterations == 0)
+        throw Error::invalidIterations(cost.iterations);
+    if (outputLength < shortestOutput)
+        throw Error::invalidOutputLength(outputLength);
+    if (input.salt.size() < shortestSalt)
+        throw Error::invalidSaltLength(static_cast<std::int64_t>(input.salt.size()));
+    if (cost.memoryKiB < leastBlocksPerLane * cost.parallelism)
+        throw Error::invalidMemory(cost.memoryKiB);
+    // Callers ask for a key's length, and their inputs are hashes and what a header holds, far below 4 GiB.
+    precondition(outputLength <= longestField);
+    for (const auto field : {input.password, input.salt, input.secret, input.associatedData})
+        precondition(field.size() <= longestField);
+}
+
+/// H0 (RFC 9106, section 3.2, step 1).
+Bytes firstHash(const Parameters& parameters) {
+    const auto& [input, cost, outputLength, variant, version] = parameters;
+    Blake2b::State state(64);
+    const auto number = [&state](std::uint64_t value) {
+        std::array<std::uint8_t, 4> bytes;
+        storeLE(bytes.data(), static_cast<std::uint32_t>(value));
+        state.update(bytes);
+    };
+    number(cost.parallelism);
+    number(static_cast<std::uint64_t>(outputLength));
+    number(cost.memoryKiB);  // as the caller gave it, not as it is rounded
+    number(cost.iterations);
+    number(version);
+    number(static_cast<std::uint32_t>(variant));
+    for (const auto field : {input.password, input.salt, input.secret, input.associatedData}) {
+        number(field.size());
+        state.update(field);
+    }
+    return state.finalize();
+}
+
+SegmentContext derivedSizes(const Parameters& parameters, std::uint64_t* memory = nullptr) {
+    const auto lanes = parameters.cost.parallelism;
+    const auto segmentLength = parameters.cost.memoryKiB / (syncPoints * lanes);
+    const auto laneLength = segmentLength * syncPoints;
+    return {.memory = memory,
+            .pass = 0,
+            .slice = 0,
+            .lanes = lanes,
+            .laneLength = laneLength,
+            .segmentLength = segmentLength,
+            .memoryBlocks = laneLength * lanes,
+            .iterations = parameters.cost.iterations,
+            .variant = parameters.variant,
+            .version = parameters.version};
+}
+
+/// The first two blocks of each lane (steps 3 and 4).
+void storeFirstBlocks(const SegmentContext& context, ByteView h0) {
+    Bytes seed = copyOf(h0);
+    seed.resize(h0.size() + 8);
+    for (std::uint32_t lane = 0; lane < context.lanes; ++lane)
+        for (std::uint32_t i = 0; i < 2; ++i) {
+            storeLE(seed.data() + h0.size(), i);
+            storeLE(seed.data() + h0.size() + 4, lane);
+            const auto block = Blake2b::longHash(seed, bytesPerBlock);
+            const auto index = std::uint64_t{lane} * context.laneLength + i;
+            std::memcpy(context.memory + index * wordsPerBlock, block.data(), bytesPerBlock);
+        }
+}
+
+/// All passes over some of the lanes, and the wipe of all their blocks but the last ones (steps 5 and 6).
+void fillLanes(SegmentContext context, LaneRange lanes, FillSegments fillSegments, const std::function<void()>& meet) {
+    for (context.pass = 0; context.pass < context.iterations; ++context.pass)
+        for (context.slice = 0; context.slice < syncPoints; ++context.slice) {
+            fillSegments(context, lanes);
+            meet();
+        }
+    for (auto lane = lanes.first; lane < lanes.first + lanes.count; ++lane)
+        wipeBlocks(context.memory + std::uint64_t{lane} * context.laneLength * wordsPerBlock, context.laneLength - 1);
+}
+
+/// The XOR of the last blocks, which are wiped with it (step 7).
+Bytes takeLastBlocks(const SegmentContext& context) {
+    Bytes accumulator(bytesPerBlock, 0);
+    for (std::uint64_t lane = 1; lane <= context.lanes; ++lane) {
+        auto* const block = context.memory + (lane * context.laneLength - 1) * wordsPerBlock;
+        for (std::uint32_t i = 0; i < wordsPerBlock; ++i) {
+            auto* const word = accumulator.data() + i * sizeof *block;
+            storeLE(word, loadLE<std::uint64_t>(word) ^ block[i]);
+        }
+        wipeBlocks(block, 1);
+    }
+    return accumulator;
+}
+
+Bytes hashChecked(const Parameters& parameters, VectorRoad road) {
+    const WorkingArea area(derivedSizes(parameters).memoryBlocks);
+    const auto context = derivedSizes(parameters, area.words());
+    storeFirstBlocks(context, firstHash(parameters));
+    shareLanes(context.lanes, [&](LaneRange lanes, const std::function<void()>& meet) {
+        fillLanes(context, lanes, fillSegmentsFor(road), meet);
+    });
+    return Blake2b::longHash(takeLastBlocks(context), parameters.outputLength);
+}
+
+}  // namespace
+
+Error::Error(Case failure) : m_failure(failure), m_description(describe(failure)) {}
+
+Error Error::invalidParallelism(std::uint32_t value) {
+    return Error(InvalidParallelism{value});
+}
+
+Error Error::invalidMemory(std::uint32_t value) {
+    return Error(InvalidMemory{value});
+}
+
+Error Error::invalidIterations(std::uint32_t value) {
+    return Error(InvalidIterations{value});
+}
+
+Error Error::invalidOutputLength(std::int64_t value) {
+    return Error(InvalidOutputLength{value});
+}
+
+Error Error::invalidSaltLength(std::int64_t value) {
+    return Error(InvalidSaltLength{value});
+}
+
+Error Error::unsupportedVersion(std::uint32_t value) {
+    return Error(UnsupportedVersion{value});
+}
+
+Error Error::allocationFailed() {
+    return Error(AllocationFailed{});
+}
+
+FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {
+    return fillSegmentsPortable;
+}
+
+Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant, std::uint32_t version) {
+    return hashOn(widestRoad(), input, cost, outputLength, variant, version);
+}
+
+Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant,
+             std::uint32_t version) {
+    precondition(canTake(road));  // widestRoad has asked the processor
+    const Parameters parameters{input, cost, outputLength, variant, version};
+    check(parameters);
+    try {
+        return hashChecked(parameters, road);
+    } catch (const std::bad_alloc&) {
+        throw Error::allocationFailed();
+    }
+}
+
+}  // namespace Argon2

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/primitives/Argon2.h"
+#include "core/primitives/VectorRoad.h"
+
+#include <cstdint>
+
+/// The filling of segments (RFC 9106, section 3.4), one implementation a road.
+namespace Argon2 {
+
+inline constexpr std::uint32_t wordsPerBlock = 128;
+inline constexpr std::uint32_t bytesPerBlock = 1024;
+inline constexpr std::uint32_t syncPoints = 4;
+inline constexpr std::uint32_t addressesPerBlock = 128;
+
+inline constexpr std::uint32_t version10 = 0x10;
+inline constexpr std::uint32_t version13 = 0x13;
+
+/// One slice of one pass. The working area belongs to the caller.
+struct SegmentContext {
+    std::uint64_t* memory;  // first word of the working area
+    std::uint32_t pass;
+    std::uint32_t slice;
+    std::uint32_t lanes;
+    std::uint32_t laneLength;
+    std::uint32_t segmentLength;
+    std::uint32_t memoryBlocks;
+    std::uint32_t iterations;
+    Variant variant;
+    std::uint32_t version;
+};
+
+/// Lanes that lie side by side.
+struct LaneRange {
+    std::uint32_t first;
+    std::uint32_t count;
+};
+
+/// Fills the slice's segment of each lane of the range.
+using FillSegments = void (*)(const SegmentContext&, LaneRange) noexcept;
+
+void fillSegmentsPortable(const SegmentContext& context, LaneRange lanes) noexcept;
+
+/// The implementation of a road that can be taken.
+[[nodiscard]] FillSegments fillSegmentsFor(VectorRoad road) noexcept;
+
+/// `hash`, on a road of the caller's choice. That the processor can take it is a precondition.
+[[nodiscard]] Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength,
+                           Variant variant, std::uint32_t version);
+
+}  // namespace Argon2

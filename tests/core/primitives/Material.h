@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/primitives/Bytes.h"
+#include "core/primitives/VectorRoad.h"
+
+#include <cstdint>
+#include <random>
+#include <string>
+
+/// A source of test material that gives the same in every run.
+class Material {
+public:
+    explicit Material(std::uint64_t seed) : m_engine(seed) {}
+
+    std::uint32_t number(std::uint32_t from, std::uint32_t to) {
+        return std::uniform_int_distribution<std::uint32_t>(from, to)(m_engine);
+    }
+    Bytes bytes(std::size_t count) {
+        Bytes bytes(count);
+        for (auto& byte : bytes)
+            byte = static_cast<std::uint8_t>(m_engine());
+        return bytes;
+    }
+
+private:
+    std::mt19937_64 m_engine;
+};
+
+/// What a road is called in a test's name.
+inline std::string nameOf(VectorRoad road) {
+    return road == VectorRoad::avx512 ? "avx512" : road == VectorRoad::avx2 ? "avx2" : "portable";
+}
