@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/container/KdbxReader.h"
+#include "core/model/KdbxDatabase.h"
+#include "core/primitives/Bytes.h"
+#include "core/primitives/InnerStreamCipher.h"
+#include "core/primitives/Random.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+/// What turns a vault's payload into bytes on disk and back. Nothing here keeps a state.
+namespace KdbxCrypto {
+
+/// Bytes of payload in one block as we write it.
+inline constexpr std::size_t defaultBlockSize = 1024 * 1024;
+
+/// @throws KdbxError corruptedData for an IV (AES) or nonce (ChaCha20) of the wrong size, AESCipher::Error.
+[[nodiscard]] Bytes decryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv);
+[[nodiscard]] Bytes encryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv);
+
+/// The data of a stream of SHA-256 blocks (KDBX 3). `reader` is left behind the terminator.
+///
+/// @throws KdbxError corruptedData, or blockHmacMismatch with the block's index.
+[[nodiscard]] Bytes readHashedBlocks(KdbxReader& reader);
+/// `blockSize` fits in 32 bits and is not 0, a precondition: it is one of our constants.
+[[nodiscard]] Bytes writeHashedBlocks(ByteView data, std::size_t blockSize);
+
+/// The data of a stream of HMAC blocks (KDBX 4), each believed only once it has verified, the terminator too.
+/// `reader` is left behind the terminator.
+///
+/// @throws KdbxError corruptedData, or blockHmacMismatch with the block's index.
+[[nodiscard]] Bytes readHMACBlocks(KdbxReader& reader, ByteView hmacKey);
+/// As for `writeHashedBlocks`.
+[[nodiscard]] Bytes writeHMACBlocks(ByteView data, ByteView hmacKey, std::size_t blockSize);
+
+/// The 64-byte key of one HMAC block.
+[[nodiscard]] Bytes blockKey(std::uint64_t index, ByteView hmacKey);
+
+/// The HMAC of the outer header, under the key of the index that no block can have.
+[[nodiscard]] Bytes headerHMAC(ByteView header, ByteView hmacKey);
+
+/// Whether both are the same, in a time that depends on their sizes alone.
+[[nodiscard]] bool constantTimeEquals(ByteView a, ByteView b) noexcept;
+
+using ::randomBytes;
+
+/// How protected values are enciphered inside the document.
+enum class InnerStreamID : std::uint32_t { none = 0, arcFourVariant = 1, salsa20 = 2, chaCha20 = 3 };
+
+/// The stream of a raw number, or nothing for one that the format does not know.
+[[nodiscard]] std::optional<InnerStreamID> innerStreamID(std::uint32_t rawValue) noexcept;
+
+/// The nonce of every Salsa20 inner stream.
+inline constexpr std::array<std::uint8_t, 8> salsaNonce{0xE8, 0x30, 0x09, 0x4B, 0x97, 0x20, 0x5D, 0x2A};
+
+/// A new stream at its start. `key` may have any size, since it is hashed.
+///
+/// @throws KdbxError unsupportedCipher for `arcFourVariant`.
+[[nodiscard]] std::unique_ptr<InnerStreamCipher> makeInnerStream(InnerStreamID id, ByteView key);
+
+}  // namespace KdbxCrypto

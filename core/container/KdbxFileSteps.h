@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/container/KdbxHeader.h"
+#include "core/model/KdbxDatabase.h"
+
+/// The roads behind `load` and `save`, for these two and for the tests that walk them with a header of their own.
+namespace KdbxFile {
+
+/// Reads what follows the header of a KDBX 4 file, in an order that tells a damaged header, wrong credentials and a
+/// damaged payload apart.
+[[nodiscard]] KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key);
+
+/// The same for KDBX 3, where a damaged header or ciphertext cannot be told from wrong credentials.
+[[nodiscard]] KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key);
+
+/// A header for `database` with fresh seed, IV and salt.
+[[nodiscard]] KdbxHeader freshHeader(const KdbxDatabase& database);
+
+/// The file of `database` behind that header.
+[[nodiscard]] Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key);
+
+}  // namespace KdbxFile

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "core/container/KdbxGate.h"
+
+#include "core/container/KdbxCrypto.h"
+
+namespace KdbxGate {
+
+bool isAuthentic(ByteView computed, ByteView claimed) noexcept {
+    return KdbxCrypto::constantTimeEquals(computed, claimed);
+}
+
+Argon2::Cost argon2Cost(const Argon2::Cost& asked) noexcept {
+    return asked;
+}
+
+std::uint64_t aesRounds(std::uint64_t asked) noexcept {
+    return asked;
+}
+
+}  // namespace KdbxGate

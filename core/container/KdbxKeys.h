@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/container/KdbxHeader.h"
+#include "core/model/KdbxDatabase.h"
+#include "core/primitives/Bytes.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+/// From the user's credentials to the keys that open a vault. Nothing here can tell a wrong password from a right one.
+namespace KdbxKeys {
+
+/// How a key file was read.
+enum class KeyFileKind : std::uint8_t { xmlV1, xmlV2, rawBinary32, hex64, hashed };
+
+struct KeyFileResult {
+    Bytes key;
+    KeyFileKind kind;
+    bool operator==(const KeyFileResult&) const = default;
+};
+
+struct DerivedKeys {
+    Bytes master;               // 32 bytes: the key of the payload's cipher
+    std::optional<Bytes> hmac;  // 64 bytes: the base of the HMAC keys, for KDBX 4 alone
+    Bytes transformed;          // 32 bytes: what the key derivation gave
+};
+
+/// The 32 bytes that stand for the credentials. An empty password is one, and differs from none.
+///
+/// @throws KdbxError invalidCredentials where there is neither password nor key file; what `keyFileKey` throws.
+[[nodiscard]] Bytes compositeKey(const KdbxKey& key);
+
+/// The key in a key file's content. Any file is one: what has no form of its own is hashed.
+///
+/// @throws KdbxError corruptedData for an XML key file whose key is unusable.
+[[nodiscard]] KeyFileResult keyFileKey(ByteView data);
+
+/// Runs the key derivation that `header` asks for, for as long as it takes; 32 bytes.
+///
+/// @throws KdbxError, AESCipher::Error or Argon2::Error.
+[[nodiscard]] Bytes transform(ByteView compositeKey, const KdbxHeader& header);
+
+/// The AES key derivation; 32 bytes.
+///
+/// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error.
+[[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds);
+
+/// All keys of a file with this header. Fails as `transform` does.
+[[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header);
+
+/// The bytes that pairs of hexadecimal digits in either case stand for; nothing for any other text.
+[[nodiscard]] std::optional<Bytes> hexDecode(std::string_view text);
+
+}  // namespace KdbxKeys
