@@ -2,6 +2,7 @@
 #include "core/generator/PasswordGenerator.h"
 #include "core/primitives/Bytes.h"
 #include "core/text/Text.h"
+#include "core/text/TextICU.h"
 
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
@@ -124,16 +125,6 @@ std::size_t sequentialCharacterCount(const Characters& characters) {
     return total;
 }
 
-// The text with each character that is not one byte replaced by one that no keyboard row holds, so that a row's key is
-// not found in a character that only begins with it.
-std::string singleByteCharacters(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (const auto character : Text::characters(text))
-        result += character.size() == 1 ? character.front() : '\0';
-    return result;
-}
-
 std::size_t longestRunInRow(std::string_view row, std::string_view password, std::size_t longest) {
     for (std::size_t start = 0; start < row.size(); ++start)
         for (std::size_t length = 3; start + length <= row.size(); ++length) {
@@ -146,7 +137,8 @@ std::size_t longestRunInRow(std::string_view row, std::string_view password, std
 
 // The length of the longest stretch of a keyboard row, in either direction; 0 for none of 3 or more.
 std::size_t keyboardRunLength(std::string_view lowercased) {
-    const DerivedText password(singleByteCharacters(lowercased));
+    // Composed, so that the "e" of an "é" in two code points is no key of a row.
+    const DerivedText password(TextICU::composed(lowercased));
     std::size_t longest = 0;
     for (const auto row : keyboardRows) {
         longest = longestRunInRow(row, password.view(), longest);

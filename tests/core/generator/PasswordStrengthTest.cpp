@@ -141,6 +141,11 @@ TEST(PasswordStrengthTest, takesNoCharacterWithAMarkForAKey) {
     EXPECT_DOUBLE_EQ(strength("qwe" + combiningAcute).entropyBits, plainBits(126, 3));
 }
 
+TEST(PasswordStrengthTest, findsAKeyboardRunThatEndsInADottedCapitalI) {
+    // Lower-cased, "İ" is an "i" with a dot above behind it.
+    EXPECT_DOUBLE_EQ(strength("kYUİ").entropyBits, std::log2(152) * 4 - 0.6 * std::log2(152) * 3);
+}
+
 TEST(PasswordStrengthTest, countsTheSameDigitsAsSequenceAndAsKeyboardRun) {
     EXPECT_DOUBLE_EQ(strength("abc123k").entropyBits, std::max(0.0, plainBits(36, 7) - 0.6 * std::log2(36) * 9));
     EXPECT_DOUBLE_EQ(strength("abc123KQWXMJH%").entropyBits, plainBits(90, 14) - 0.6 * std::log2(90) * 9);
