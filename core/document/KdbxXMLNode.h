@@ -18,6 +18,13 @@ public:
     /// the stack.
     [[nodiscard]] static std::optional<KdbxXMLNode> parse(ByteView data, InnerStreamCipher* stream);
 
+    KdbxXMLNode() = default;
+    KdbxXMLNode(const KdbxXMLNode&) = default;
+    KdbxXMLNode& operator=(const KdbxXMLNode&) = default;
+    KdbxXMLNode(KdbxXMLNode&& other) noexcept;
+    KdbxXMLNode& operator=(KdbxXMLNode&& other) noexcept;
+    ~KdbxXMLNode();
+
     std::string name;                   // as written, prefix included
     Text::Map<std::string> attributes;  // without `Protected`
     std::string text;                   // all character data directly in the element, untrimmed

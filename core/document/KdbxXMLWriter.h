@@ -3,6 +3,9 @@
 
 #include "core/document/KdbxXML.h"
 #include "core/document/KdbxXMLNode.h"
+#include "core/document/XMLTree.h"
+
+#include <concepts>
 
 namespace KdbxXML {
 
@@ -14,11 +17,36 @@ public:
 
     void writeDocument(const KdbxDatabase& database, const std::optional<Bytes>& headerHash);
 
+    /// One simple element each. The empty text is a self-closing element.
+    void element(std::string_view name, std::string_view text);
+    void element(std::string_view name, std::same_as<bool> auto value) { boolElement(name, value); }
+    void element(std::string_view name, Timestamp date);
+
     /// The document so far, in UTF-8.
     [[nodiscard]] const Bytes& out() const noexcept { return m_out; }
     [[nodiscard]] Bytes takeOut() noexcept { return std::move(m_out); }
 
 private:
+    void writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash, const XMLChildren& preserved);
+    void writeMemoryProtection(const XMLChildren& preserved);
+    void writeGroup(const KdbxGroup& group);
+    void writeGroupFields(const KdbxGroup& group);
+    void writeEntry(const KdbxEntry& entry, bool isHistory);
+    void writeEntryTimes(const KdbxEntry& entry);
+    void writeStrings(const KdbxEntry& entry);
+    void writeAutoType(const KdbxEntry& entry);
+    void writeString(std::string_view key, std::string_view value, bool isProtected);
+    void writeForeign(const std::vector<std::string>& texts);
+    void writeNode(const XMLElement& node);
+    void protectedElementNode(const XMLElement& node);
+    void applyMemoryProtection(const XMLChildren& nodes);
+
+    void put(std::string_view text);
+    void boolElement(std::string_view name, bool value);
+    void integerElement(std::string_view name, std::int64_t value);
+    void base64Element(std::string_view name, ByteView data);
+    void putMasked(std::string_view value);
+
     Bytes m_out;
     InnerStreamCipher& m_stream;
     std::uint16_t m_major;
@@ -27,6 +55,8 @@ private:
     bool m_protectPassword = true;
     bool m_protectURL = false;
     bool m_protectNotes = false;
+    XMLTree m_foreign;  // used for one foreign text after the other
+    Bytes m_masked;
 };
 
 }  // namespace KdbxXML

@@ -1,0 +1,366 @@
+// SPDX-License-Identifier: MIT
+#include "core/document/KdbxDate.h"
+#include "core/document/KdbxPreserve.h"
+#include "core/document/KdbxXML.h"
+#include "core/document/KdbxXMLValues.h"
+#include "core/document/XMLPrinting.h"
+#include "core/document/XMLTree.h"
+#include "core/model/KdbxError.h"
+#include "core/primitives/Base64.h"
+
+namespace KdbxXML {
+namespace {
+
+constexpr std::int64_t unreadableHistoryMaxItems = 10;
+constexpr std::int64_t unreadableHistoryMaxSize = 6291456;
+constexpr std::int64_t unreadableGroupIcon = 48;
+constexpr std::int64_t unreadableEntryIcon = 0;
+
+// --- Values ---
+
+std::int64_t integerOr(std::int64_t fallback, const XMLElement& element) {
+    return parseInteger(element.trimmedText()).value_or(fallback);
+}
+
+bool boolOr(bool fallback, const XMLElement& element) {
+    return parseBool(element.trimmedText()).value_or(fallback);
+}
+
+/// None for the empty text, which is how "inherited" is written.
+std::optional<std::string> textOrNone(std::string_view text) {
+    return text.empty() ? std::nullopt : std::optional<std::string>(text);
+}
+
+std::string_view textOfChild(const XMLElement& element, XMLName name) {
+    const auto* const child = element.child(name);
+    return child == nullptr ? std::string_view() : child->text;
+}
+
+void readUUID(const XMLElement& element, UUID& id) {
+    if (const auto read = parseUUID(element.trimmedText()))
+        id = *read;
+}
+
+// --- Times ---
+
+struct Times {
+    std::optional<Timestamp> created;
+    std::optional<Timestamp> modified;
+    std::optional<Timestamp> accessed;
+    std::optional<bool> expires;
+    std::optional<Timestamp> expiry;
+};
+
+/// A repeated element overwrites, also with nothing. How often and where something was used is nobody's concern here.
+Times timesOf(const XMLElement& element) {
+    Times times;
+    for (const auto& child : element.children) {
+        switch (child.known) {
+            case XMLName::creationTime:
+                times.created = KdbxDate::parse(child.text);
+                break;
+            case XMLName::lastModificationTime:
+                times.modified = KdbxDate::parse(child.text);
+                break;
+            case XMLName::lastAccessTime:
+                times.accessed = KdbxDate::parse(child.text);
+                break;
+            case XMLName::expiryTime:
+                times.expiry = KdbxDate::parse(child.text);
+                break;
+            case XMLName::expires:
+                times.expires = parseBool(child.trimmedText());
+                break;
+            default:
+                break;
+        }
+    }
+    return times;
+}
+
+void readGroupTimes(const XMLElement& element, KdbxGroup& group) {
+    const auto times = timesOf(element);
+    group.created = times.created.value_or(group.created);
+    group.modified = times.modified.value_or(group.modified);
+}
+
+void readEntryTimes(const XMLElement& element, KdbxEntry& entry) {
+    const auto times = timesOf(element);
+    entry.created = times.created.value_or(entry.created);
+    entry.modified = times.modified.value_or(entry.modified);
+    entry.accessed = times.accessed.value_or(entry.modified);
+    entry.expires = times.expires.value_or(false);
+    entry.expiryTime = times.expiry;
+}
+
+// --- Entries ---
+
+void readString(const XMLElement& element, KdbxEntry& entry) {
+    const auto key = textOfChild(element, XMLName::key);
+    const auto* const valueElement = element.child(XMLName::value);
+    const auto value = valueElement == nullptr ? std::string_view() : valueElement->text;
+    if (Text::equal(key, "Title"))
+        entry.title = value;
+    else if (Text::equal(key, "UserName"))
+        entry.username = value;
+    else if (Text::equal(key, "Password"))
+        entry.password = SecureString(value);
+    else if (Text::equal(key, "URL"))
+        entry.url = value;
+    else if (Text::equal(key, "Notes"))
+        entry.notes = value;
+    else {
+        entry.customFields.insert_or_assign(std::string(key), std::string(value));
+        if (valueElement != nullptr && valueElement->isProtected)
+            entry.protectedCustomFields.emplace(key);
+    }
+}
+
+AutoTypeWindowAssociation associationOf(const XMLElement& element) {
+    return {.window = std::string(textOfChild(element, XMLName::window)),
+            .sequence = textOrNone(textOfChild(element, XMLName::keystrokeSequence))};
+}
+
+void readAutoType(const XMLElement& element, KdbxEntry& entry) {
+    for (const auto& child : element.children) {
+        switch (child.known) {
+            case XMLName::enabled:
+                entry.autoTypeEnabled = boolOr(true, child);
+                break;
+            case XMLName::defaultSequence:
+                entry.autoTypeSequence = textOrNone(child.text);
+                break;
+            case XMLName::association:
+                entry.autoTypeWindowAssociations.push_back(associationOf(child));
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+// --- The document ---
+
+/// The reading of one document. It follows the nesting of groups and of history by recursion, which the parser bounds.
+class Reader {
+public:
+    explicit Reader(const std::vector<Binary>& binaries) : m_binaries(binaries) {}
+
+    Document readDocument(const XMLElement& documentElement);
+
+private:
+    void readMeta(const XMLElement& meta);
+    void readMetaChild(const XMLElement& child);
+    void readRecycleBinUUID(const XMLElement& element);
+    void readGroup(const XMLElement& element, KdbxGroup& group);
+    void readGroupChild(const XMLElement& child, KdbxGroup& group);
+    void readEntry(const XMLElement& element, KdbxEntry& entry);
+    void readEntryChild(const XMLElement& child, KdbxEntry& entry);
+    void readHistory(const XMLElement& history, KdbxEntry& entry);
+    void addWrappers(const XMLElement& root);
+    void addWrapper(std::string_view name, const Bytes& content);
+    void preserve(const XMLElement& element, std::vector<std::string>& texts);
+
+    const std::vector<Binary>& m_binaries;
+    Document m_document;
+    Bytes m_preservedMeta;
+    Bytes m_printed;  // where foreign elements are printed, protected values in the clear: wiped in the end
+};
+
+Document Reader::readDocument(const XMLElement& documentElement) {
+    if (documentElement.known != XMLName::document)
+        throw KdbxError::xmlParseFailure("kök öğe <KeePassFile> değil (<" + std::string(documentElement.name) + ">)");
+    const auto* const root = documentElement.child(XMLName::root);
+    if (root == nullptr)
+        throw KdbxError::xmlParseFailure("<Root> yok");
+    const auto* const group = root->child(XMLName::group);
+    if (group == nullptr)
+        throw KdbxError::xmlParseFailure("<Root> altında <Group> yok");
+    if (const auto* const meta = documentElement.child(XMLName::meta))
+        readMeta(*meta);
+    readGroup(*group, m_document.root);
+    addWrappers(*root);
+    return std::move(m_document);
+}
+
+void Reader::readMeta(const XMLElement& meta) {
+    for (const auto& child : meta.children)
+        readMetaChild(child);
+}
+
+void Reader::readMetaChild(const XMLElement& child) {
+    auto& meta = m_document.meta;
+    switch (child.known) {
+        case XMLName::generator:
+            meta.generator = child.trimmedText();
+            break;
+        case XMLName::databaseName:
+            meta.databaseName = child.trimmedText();
+            break;
+        case XMLName::databaseDescription:
+            meta.databaseDescription = child.trimmedText();
+            break;
+        case XMLName::defaultUserName:
+            meta.defaultUsername = child.trimmedText();
+            break;
+        case XMLName::recycleBinEnabled:
+            meta.recycleBinEnabled = boolOr(true, child);
+            break;
+        case XMLName::recycleBinUUID:
+            readRecycleBinUUID(child);
+            break;
+        case XMLName::historyMaxItems:
+            meta.historyMaxItems = integerOr(unreadableHistoryMaxItems, child);
+            break;
+        case XMLName::historyMaxSize:
+            meta.historyMaxSize = integerOr(unreadableHistoryMaxSize, child);
+            break;
+        case XMLName::headerHash:
+            m_document.headerHash = Base64::decodeStrict(child.trimmedText());
+            break;
+        default:
+            XMLPrinting::appendElement(m_preservedMeta, child);
+    }
+}
+
+/// Sixteen zero bytes are how "no recycle bin" is written.
+void Reader::readRecycleBinUUID(const XMLElement& element) {
+    const auto id = parseUUID(element.trimmedText());
+    if (id && !id->isZero())
+        m_document.meta.recycleBinUUID = id;
+}
+
+void Reader::readGroup(const XMLElement& element, KdbxGroup& group) {
+    for (const auto& child : element.children) {
+        if (child.known == XMLName::group) {
+            KdbxGroup subgroup;
+            readGroup(child, subgroup);
+            group.groups.append(std::move(subgroup));
+        } else {
+            readGroupChild(child, group);
+        }
+    }
+}
+
+void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
+    switch (child.known) {
+        case XMLName::uuid:
+            readUUID(child, group.id);
+            break;
+        case XMLName::name:
+            group.name = child.text;
+            break;
+        case XMLName::notes:
+            group.notes = child.text;
+            break;
+        case XMLName::iconID:
+            group.iconID = integerOr(unreadableGroupIcon, child);
+            break;
+        case XMLName::isExpanded:
+            group.isExpanded = boolOr(true, child);
+            break;
+        case XMLName::defaultAutoTypeSequence:
+            group.defaultAutoTypeSequence = textOrNone(child.text);
+            break;
+        case XMLName::times:
+            readGroupTimes(child, group);
+            break;
+        case XMLName::entry: {
+            KdbxEntry entry;
+            readEntry(child, entry);
+            group.entries.append(std::move(entry));
+            break;
+        }
+        default:
+            preserve(child, group.unknownXML);
+    }
+}
+
+void Reader::readEntry(const XMLElement& element, KdbxEntry& entry) {
+    for (const auto& child : element.children) {
+        if (child.known == XMLName::history)
+            readHistory(child, entry);
+        else
+            readEntryChild(child, entry);
+    }
+}
+
+void Reader::readEntryChild(const XMLElement& child, KdbxEntry& entry) {
+    switch (child.known) {
+        case XMLName::uuid:
+            readUUID(child, entry.id);
+            break;
+        case XMLName::iconID:
+            entry.iconID = integerOr(unreadableEntryIcon, child);
+            break;
+        case XMLName::tags:
+            entry.tags = splitTags(child.text);
+            break;
+        case XMLName::times:
+            readEntryTimes(child, entry);
+            break;
+        case XMLName::string:
+            readString(child, entry);
+            break;
+        case XMLName::autoType:
+            readAutoType(child, entry);
+            break;
+        default:
+            preserve(child, entry.unknownXML);
+    }
+}
+
+void Reader::readHistory(const XMLElement& history, KdbxEntry& entry) {
+    for (const auto& child : history.children) {
+        if (child.known != XMLName::entry)
+            continue;
+        KdbxEntry item;
+        readEntry(child, item);
+        entry.historyItems.append(std::move(item));
+    }
+}
+
+void Reader::addWrappers(const XMLElement& root) {
+    addWrapper(KdbxPreserve::meta, m_preservedMeta);
+    Bytes content;
+    for (const auto& child : root.children)
+        if (child.known != XMLName::group)
+            XMLPrinting::appendElement(content, child);
+    addWrapper(KdbxPreserve::root, content);
+    content.clear();
+    for (const auto& binary : m_binaries) {
+        XMLText::appendRaw(content, "<Binary Flags=\"" + std::to_string(binary.flags) + "\">");
+        Base64::appendEncoded(content, binary.data);
+        XMLText::appendRaw(content, "</Binary>");
+    }
+    addWrapper(KdbxPreserve::binaries, content);
+}
+
+/// A wrapper is there only if it has something to carry.
+void Reader::addWrapper(std::string_view name, const Bytes& content) {
+    if (content.empty())
+        return;
+    std::string wrapper;
+    wrapper.reserve(content.size() + 2 * name.size() + std::string_view("<></>").size());
+    wrapper.append("<").append(name).append(">").append(textOf(content)).append("</").append(name).append(">");
+    m_document.root.unknownXML.push_back(std::move(wrapper));
+}
+
+void Reader::preserve(const XMLElement& element, std::vector<std::string>& texts) {
+    m_printed.clear();
+    XMLPrinting::appendElement(m_printed, element);
+    texts.emplace_back(textOf(m_printed));
+}
+
+}  // namespace
+
+Document parse(ByteView data, InnerStreamCipher& stream, KdbxFormatVersion /*version*/,
+               const std::vector<Binary>& binaries) {
+    XMLTree tree(XMLTree::KeptText::whatIsRead);
+    const auto* const documentElement = tree.parse(data, &stream);
+    if (documentElement == nullptr)
+        throw KdbxError::xmlParseFailure("belge çözümlenemedi");
+    return Reader(binaries).readDocument(*documentElement);
+}
+
+}  // namespace KdbxXML
