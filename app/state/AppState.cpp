@@ -8,7 +8,7 @@
 
 AppState::AppState(Services services, QObject* parent) : QObject(parent), m_services(std::move(services)) {
     const auto& preferences = m_services.preferences;
-    m_sort = {.column = entrySortColumn(preferences.sortColumn()).value_or(EntrySort::Column::title),
+    m_sort = {.column = EntrySort::columnFromText(preferences.sortColumn()).value_or(EntrySort::Column::title),
               .ascending = preferences.sortAscending()};
 }
 
@@ -57,7 +57,7 @@ void AppState::setSort(EntrySort sort) {
     if (sort == m_sort)
         return;
     assign(m_sort, sort, &AppState::sortChanged);
-    m_services.preferences.setSortColumn(std::string(textValue(sort.column)));
+    m_services.preferences.setSortColumn(std::string(EntrySort::rawValue(sort.column)));
     m_services.preferences.setSortAscending(sort.ascending);
 }
 

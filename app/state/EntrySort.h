@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/EntryReferences.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -10,19 +12,28 @@
 struct EntrySort {
     enum class Column : std::uint8_t { manual, title, username, url, modified };
 
+    /// In the order of the sort menu.
+    static constexpr std::array<Column, 5> allCases{Column::manual, Column::title, Column::username, Column::url,
+                                                    Column::modified};
+
     Column column = Column::title;
     bool ascending = true;
 
-    bool operator==(const EntrySort&) const = default;
+    /// "manual", "title", "username", "url" or "modified": the name under which a column is stored.
+    [[nodiscard]] static std::string_view rawValue(Column column) noexcept;
+
+    /// The column of a stored name, which must match to the letter.
+    [[nodiscard]] static std::optional<Column> columnFromText(std::string_view text);
+
+    /// For the user, in Turkish.
+    [[nodiscard]] static std::string_view label(Column column) noexcept;
+
+    /// The entries in this order, texts by the user's collation. Ties keep their order; descending is the whole
+    /// ascending list turned round, ties included. The manual order is the one that the entries come in, either way.
+    [[nodiscard]] EntryReferences apply(EntryReferences entries) const;
+
+    /// Turns the current column round, or takes another one, ascending.
+    void toggle(Column chosen) noexcept;
+
+    friend bool operator==(const EntrySort&, const EntrySort&) = default;
 };
-
-/// In the order of the sort menu.
-inline constexpr std::array<EntrySort::Column, 5> allEntrySortColumns{
-    EntrySort::Column::manual, EntrySort::Column::title, EntrySort::Column::username, EntrySort::Column::url,
-    EntrySort::Column::modified};
-
-/// The name under which a column is stored: "manual", "title", "username", "url" or "modified".
-[[nodiscard]] std::string_view textValue(EntrySort::Column column) noexcept;
-
-/// The column of a stored name, which must match to the letter.
-[[nodiscard]] std::optional<EntrySort::Column> entrySortColumn(std::string_view textValue);

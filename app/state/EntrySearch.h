@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/state/EntryReferences.h"
+#include "core/primitives/Bytes.h"
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+/// Whether the content of the search field asks for anything: spaces and tabs alone do not, a line break does.
+[[nodiscard]] bool isSearch(std::string_view searchText);
+
+/// Whether an entry has every word of the query somewhere in its title, user name, address, notes, tags, and names and
+/// values of unprotected custom fields. Letter case makes no difference, by Unicode's mapping for all languages ("I" is
+/// "i", also for Turkish users); accents do. Neither the password nor a protected field is looked at. A query without
+/// words matches every entry.
+[[nodiscard]] bool matches(const KdbxEntry& entry, std::string_view query);
+
+/// Search over a whole vault, at every keystroke: it remembers the lowered text of each entry for as long as the vault
+/// shares that entry with the one searched before. What is found is what `matches` says.
+///
+/// What is remembered is as private as the vault: `forget` it when the vault is locked.
+class EntrySearch {
+public:
+    EntrySearch() = default;
+    EntrySearch(const EntrySearch&) = delete;
+    EntrySearch& operator=(const EntrySearch&) = delete;
+
+    /// The matching entries of the tree, a group's own before those of its subgroups, in stored order.
+    [[nodiscard]] EntryReferences matching(const KdbxGroup& root, std::string_view query);
+
+    /// Wipes the texts and lets go of the entries.
+    void forget() noexcept { m_parts.clear(); }
+
+private:
+    struct RememberedText {
+        const KdbxEntry* entry;
+        std::size_t end;  // in the part's texts, behind the space that closes it
+    };
+
+    /// The entries of one group and their texts in a row. The entries are held, not only pointed at: nobody changes an
+    /// entry in place that is held here, and no other gets its address.
+    struct Part {
+        SharedArray<KdbxEntry> entries;
+        std::vector<RememberedText> remembered;
+        Bytes texts;
+    };
+
+    class OldTexts;
+
+    void remember(const KdbxGroup& root);
+    static Part partOf(const SharedArray<KdbxEntry>& entries, OldTexts& old);
+    static void addMatching(EntryReferences& found, const Part& part, const std::vector<std::string_view>& words);
+
+    std::vector<Part> m_parts;  // one a group that has entries, in the order of the search
+};
