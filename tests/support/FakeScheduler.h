@@ -46,9 +46,8 @@ private:
     };
 
     Task add(Duration delay, std::optional<Duration> interval, std::function<void()> work) {
-        m_waiting[++m_lastTask] = {.due = m_elapsed + std::max(delay, Duration::zero()),
-                                   .interval = interval,
-                                   .work = std::move(work)};
+        m_waiting[++m_lastTask] = {
+            .due = m_elapsed + std::max(delay, Duration::zero()), .interval = interval, .work = std::move(work)};
         return m_lastTask;
     }
 
