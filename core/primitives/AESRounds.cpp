@@ -21,7 +21,11 @@ void encipherThroughLibrary(Bytes& block, ByteView key, std::uint64_t rounds) {
 }  // namespace
 
 bool isServed(Road road) noexcept {
-    return road == Road::portable || processorHasAESInstructions();
+#if defined(__x86_64__)
+    if (road == Road::aesInstructions)
+        return __builtin_cpu_supports("aes");
+#endif
+    return road == Road::portable;
 }
 
 Road bestRoad() noexcept {
@@ -32,10 +36,12 @@ Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds) {
     // The only callers hand in SHA-256 digests and seeds whose size they have checked.
     precondition(block.size() == blockSize && key.size() == keySize);
     Bytes result = copyOf(block);
-    if (road == Road::aesInstructions)
+    if (road == Road::aesInstructions) {
         encipherWithAESInstructions(result.data(), key.data(), rounds);
-    else
+        wipeUnusedStack();
+    } else {
         encipherThroughLibrary(result, key, rounds);
+    }
     return result;
 }
 

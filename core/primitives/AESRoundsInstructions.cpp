@@ -3,7 +3,7 @@
 // linker could keep this copy for all of the program.
 #include "core/primitives/AESRoundsInstructions.h"
 
-#if defined(__x86_64__)
+#if defined(__AES__)
 
 #include <string.h>
 
@@ -45,10 +45,6 @@ void expandKey(__m128i* keys, const std::uint8_t* key) {
 
 }  // namespace
 
-bool processorHasAESInstructions() noexcept {
-    return __builtin_cpu_supports("aes");
-}
-
 void encipherWithAESInstructions(std::uint8_t* block, const std::uint8_t* key, std::uint64_t rounds) noexcept {
     __m128i keys[roundKeyCount];
     expandKey(keys, key);
@@ -60,6 +56,7 @@ void encipherWithAESInstructions(std::uint8_t* block, const std::uint8_t* key, s
     auto left = _mm_xor_si128(_mm_loadu_si128(halves), first);
     auto right = _mm_xor_si128(_mm_loadu_si128(halves + 1), first);
     for (std::uint64_t round = 0; round < rounds; ++round) {
+#pragma GCC unroll 16
         for (int i = 1; i < roundKeyCount - 1; ++i) {
             left = _mm_aesenc_si128(left, keys[i]);
             right = _mm_aesenc_si128(right, keys[i]);
@@ -77,10 +74,6 @@ void encipherWithAESInstructions(std::uint8_t* block, const std::uint8_t* key, s
 #else
 
 namespace AESRounds {
-
-bool processorHasAESInstructions() noexcept {
-    return false;
-}
 
 void encipherWithAESInstructions(std::uint8_t*, const std::uint8_t*, std::uint64_t) noexcept {
     __builtin_unreachable();

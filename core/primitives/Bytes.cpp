@@ -7,3 +7,8 @@ void secureWipe(void* data, std::size_t size) noexcept {
     if (size > 0)
         explicit_bzero(data, size);
 }
+
+[[gnu::noinline]] void wipeUnusedStack() noexcept {
+    std::uint8_t unused[4096];
+    secureWipe(unused, sizeof unused);
+}

@@ -11,6 +11,10 @@
 /// Overwrites `size` bytes at `data` with zeros, in a way that the compiler may not drop.
 void secureWipe(void* data, std::size_t size) noexcept;
 
+/// Overwrites the stack that the calls before this one have left behind: registers with round keys or keystream go
+/// there when a function has more values than registers, and no name reaches them any more.
+void wipeUnusedStack() noexcept;
+
 /// An allocator whose memory is overwritten with zeros before it goes back, growing included.
 /// Elements that are given no value are left unset, so that a buffer about to be filled is not filled twice.
 template <class T>
