@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/BlockStream.h"
 #include "core/primitives/InnerStreamCipher.h"
 
 #include <array>
@@ -13,14 +14,9 @@ public:
 
     /// `key` has 32 or 16 bytes, `nonce` 8. Other sizes are a precondition: callers hand in hashes and constants.
     Salsa20Stream(ByteView key, ByteView nonce);
-    ~Salsa20Stream() override;
 
     void processInPlace(std::span<std::uint8_t> data) override;
 
 private:
-    void generateBlock();
-
-    std::array<std::uint32_t, 16> m_state{};
-    std::array<std::uint8_t, 64> m_keystream{};
-    std::size_t m_keystreamOffset = 64;  // next unused byte of m_keystream, 0 to 64
+    BlockStream m_stream;
 };

@@ -3,7 +3,7 @@
 
 #include "core/primitives/AESRounds.h"
 #include "core/primitives/Random.h"
-#include "tests/core/primitives/Hex.h"
+#include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
 #include <openssl/evp.h>

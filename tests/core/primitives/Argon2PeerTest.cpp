@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/primitives/Argon2.h"
 #include "core/primitives/Argon2Segment.h"
-#include "tests/core/primitives/Hex.h"
 #include "tests/core/primitives/Material.h"
+#include "tests/support/Hex.h"
 
 #include <argon2.h>
 #include <gtest/gtest.h>

@@ -5,8 +5,8 @@
 #include "core/primitives/Argon2Segment.h"
 #include "core/primitives/Argon2Team.h"
 #include "core/primitives/AvailableMemory.h"
-#include "tests/core/primitives/Hex.h"
 #include "tests/core/primitives/Material.h"
+#include "tests/support/Hex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

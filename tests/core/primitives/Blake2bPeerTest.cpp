@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/primitives/Blake2b.h"
-#include "tests/core/primitives/Hex.h"
 #include "tests/core/primitives/Material.h"
+#include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
 #include <sodium.h>

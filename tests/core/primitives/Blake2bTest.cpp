@@ -2,8 +2,8 @@
 #include "core/primitives/Blake2b.h"
 
 #include "core/primitives/LittleEndian.h"
-#include "tests/core/primitives/Hex.h"
 #include "tests/core/primitives/Material.h"
+#include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "core/primitives/Gzip.h"
 
 #include "core/primitives/Random.h"
-#include "tests/core/primitives/Hex.h"
+#include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "core/primitives/ChaCha20Stream.h"
 #include "core/primitives/Salsa20Stream.h"
-#include "tests/core/primitives/Hex.h"
+#include "tests/core/primitives/Material.h"
+#include "tests/core/primitives/Vectors.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <new>
+
 namespace {
+
+std::uint32_t counterOf(const Vector& vector) {
+    return static_cast<std::uint32_t>(std::stoul(vector.text("counter"), nullptr, 16));
+}
+
+TEST(ChaCha20StreamTest, givesThePublishedKeystream) {
+    for (const auto& vector : vectorsIn("chacha20.txt")) {
+        ChaCha20Stream stream(vector.bytes("key"), vector.bytes("nonce"), counterOf(vector));
+
+        EXPECT_EQ(toHex(stream.process(Bytes(64, 0))), vector.text("keystream")) << vector.name();
+    }
+}
 
 // RFC 8439, section 2.4.2.
 TEST(ChaCha20StreamTest, enciphersThePublishedText) {
@@ -23,19 +41,197 @@ TEST(ChaCha20StreamTest, enciphersThePublishedText) {
               "5af90bbf74a35be6b40b8eedf2785e42874d");
 }
 
-// ECRYPT's verified vectors for Salsa20/20, set 1, vector 0, the first block.
-TEST(Salsa20StreamTest, givesThePublishedKeystreamForBothKeySizes) {
-    auto key = Bytes(32, 0);
-    key[0] = 0x80;
-    Salsa20Stream wide(key, Bytes(8, 0));
-    Salsa20Stream narrow(ByteView(key).first(16), Bytes(8, 0));
+TEST(Salsa20StreamTest, givesThePublishedKeystream) {
+    for (const auto& vector : vectorsIn("salsa20.txt")) {
+        Salsa20Stream stream(vector.bytes("key"), vector.bytes("nonce"));
+        const auto keystream = stream.process(Bytes(512, 0));
+        const auto at = [&](std::size_t offset) { return toHex(ByteView(keystream).subspan(offset, 64)); };
 
-    EXPECT_EQ(toHex(wide.process(Bytes(64, 0))),
-              "e3be8fdd8beca2e3ea8ef9475b29a6e7003951e1097a5c38d23b7a5fad9f6844"
-              "b22c97559e2723c7cbbd3fe4fc8d9a0744652a83e72a9c461876af4d7ef1a117");
-    EXPECT_EQ(toHex(narrow.process(Bytes(64, 0))),
-              "4dfa5e481da23ea09a31022050859936da52fcee218005164f267cb65f5cfd7f"
-              "2b4f97e0ff16924a52df269515110a07f9e460bc65ef95da58f740b7d1dbb0aa");
+        EXPECT_EQ(at(0), vector.text("keystream")) << vector.name();
+        for (const std::size_t offset : {192, 256, 448}) {
+            const auto field = "keystream" + std::to_string(offset);
+            if (vector.has(field)) {
+                EXPECT_EQ(at(offset), vector.text(field)) << vector.name();
+            }
+        }
+    }
+}
+
+TEST(Salsa20StreamTest, knowsTheNonceThatVaultsUse) {
+    EXPECT_EQ(toHex(Salsa20Stream::kdbxNonce), "e830094b97205d2a");
+}
+
+TEST(ChaCha20StreamTest, theShortCounterWrapsAndLeavesTheNonce) {
+    const auto key = Material(1).bytes(32);
+    const auto nonce = Material(2).bytes(12);
+    ChaCha20Stream atTheEnd(key, nonce, 0xFFFFFFFF);
+    ChaCha20Stream last(key, nonce, 0xFFFFFFFF);
+    ChaCha20Stream first(key, nonce, 0);
+
+    const auto keystream = atTheEnd.process(Bytes(64 + 2000, 0));
+
+    EXPECT_EQ(toHex(ByteView(keystream).first(64)), toHex(last.process(Bytes(64, 0))));
+    EXPECT_EQ(toHex(ByteView(keystream).subspan(64)), toHex(first.process(Bytes(2000, 0))));
+}
+
+// The wide counter 2^32 with the nonce n is the short counter 0 with the nonce of 12 bytes 01000000 and n.
+TEST(ChaCha20StreamTest, theWideCounterCarriesIntoItsHighWord) {
+    const auto key = Material(1).bytes(32);
+    const auto nonce = Material(2).bytes(8);
+    auto longNonce = fromHex("01000000");
+    append(longNonce, nonce);
+    ChaCha20Stream atTheEnd(key, nonce, 0xFFFFFFFF);
+    ChaCha20Stream behind(key, longNonce, 0);
+
+    const auto keystream = atTheEnd.process(Bytes(64 + 2000, 0));
+
+    EXPECT_EQ(toHex(ByteView(keystream).subspan(64)), toHex(behind.process(Bytes(2000, 0))));
+}
+
+struct StreamKind {
+    std::string name;
+    std::function<std::unique_ptr<InnerStreamCipher>()> make;
+};
+
+std::vector<StreamKind> streamKinds() {
+    Material material(3);
+    const auto key = material.bytes(32);
+    const auto shortKey = material.bytes(16);
+    const auto nonce = material.bytes(12);
+    const auto shortNonce = material.bytes(8);
+    return {
+        {"chaCha20", [=] { return std::make_unique<ChaCha20Stream>(key, nonce, 7); }},
+        {"chaCha20Wide", [=] { return std::make_unique<ChaCha20Stream>(key, shortNonce, 7); }},
+        {"salsa20", [=] { return std::make_unique<Salsa20Stream>(key, shortNonce); }},
+        {"salsa20ShortKey", [=] { return std::make_unique<Salsa20Stream>(shortKey, shortNonce); }},
+        {"null", [] { return std::make_unique<NullStreamCipher>(); }},
+    };
+}
+
+class InnerStreamCipherTest : public testing::TestWithParam<StreamKind> {
+protected:
+    [[nodiscard]] std::unique_ptr<InnerStreamCipher> stream() const { return GetParam().make(); }
+    [[nodiscard]] Bytes keystream(std::size_t size) const { return stream()->process(Bytes(size, 0)); }
+};
+
+INSTANTIATE_TEST_SUITE_P(streams, InnerStreamCipherTest, testing::ValuesIn(streamKinds()),
+                         [](const auto& instance) { return instance.param.name; });
+
+TEST_P(InnerStreamCipherTest, whatIsProcessedTwiceIsAsItWas) {
+    const auto text = Material(4).bytes(5000);
+
+    EXPECT_EQ(stream()->process(stream()->process(text)), text);
+}
+
+TEST_P(InnerStreamCipherTest, processingInPlaceIsTheSame) {
+    const auto text = Material(5).bytes(777);
+    auto inPlace = text;
+
+    stream()->processInPlace(inPlace);
+
+    EXPECT_EQ(inPlace, stream()->process(text));
+}
+
+TEST_P(InnerStreamCipherTest, anEmptyInputMovesNothing) {
+    const auto expected = keystream(200);
+    const auto tested = stream();
+
+    Bytes got;
+    for (const std::size_t size : {0, 10, 0, 54, 0, 64, 0, 72, 0}) {
+        const auto piece = tested->process(Bytes(size, 0));
+        EXPECT_EQ(piece.size(), size);
+        append(got, piece);
+    }
+
+    EXPECT_EQ(toHex(got), toHex(expected));
+}
+
+TEST_P(InnerStreamCipherTest, sixtyThreeBytesAndTwoAreSixtyFive) {
+    const auto tested = stream();
+
+    auto got = tested->process(Bytes(63, 0));
+    append(got, tested->process(Bytes(2, 0)));
+
+    EXPECT_EQ(toHex(got), toHex(keystream(65)));
+}
+
+TEST_P(InnerStreamCipherTest, howTheDataIsCutDoesNotShow) {
+    Material material(6);
+    const auto text = material.bytes(40000);
+    const auto expected = stream()->process(text);
+    for (const std::uint32_t longest : {3, 64, 65, 200, 1024, 5000}) {
+        const auto tested = stream();
+        Bytes got;
+        for (auto rest = ByteView(text); !rest.empty();) {
+            const auto size = std::min<std::size_t>(material.number(0, longest), rest.size());
+            append(got, tested->process(rest.first(size)));
+            rest = rest.subspan(size);
+        }
+        EXPECT_TRUE(got == expected) << longest;
+    }
+}
+
+TEST(NullStreamCipherTest, changesNothing) {
+    const auto text = Material(7).bytes(100);
+
+    EXPECT_EQ(NullStreamCipher().process(text), text);
+}
+
+TEST(ChaCha20StreamDeathTest, stopsTheProcessAtAnotherKeyOrNonce) {
+    const auto key = Bytes(32, 0);
+    EXPECT_DEATH(ChaCha20Stream(Bytes(16, 0), Bytes(12, 0), 0), "precondition failed");
+    EXPECT_DEATH(ChaCha20Stream(Bytes(33, 0), Bytes(12, 0), 0), "precondition failed");
+    for (const std::size_t size : {0, 7, 9, 11, 13, 24})
+        EXPECT_DEATH(ChaCha20Stream(key, Bytes(size, 0), 0), "precondition failed") << size;
+}
+
+TEST(Salsa20StreamDeathTest, stopsTheProcessAtAnotherKeyOrNonce) {
+    const auto nonce = Bytes(8, 0);
+    for (const std::size_t size : {0, 15, 17, 31, 33})
+        EXPECT_DEATH(Salsa20Stream(Bytes(size, 0), nonce), "precondition failed") << size;
+    for (const std::size_t size : {0, 7, 9, 12, 24})
+        EXPECT_DEATH(Salsa20Stream(Bytes(32, 0), Bytes(size, 0)), "precondition failed") << size;
+}
+
+/// Makes a stream in memory that stays, uses half a block of it, destroys it, and tells what it left there.
+template <class Stream, class... Arguments>
+Bytes remainsOf(const Arguments&... arguments) {
+    alignas(Stream) static std::uint8_t memory[sizeof(Stream)];
+    auto* const stream = new (memory) Stream(arguments...);
+    Bytes text(32, 0);
+    stream->processInPlace(text);
+    std::destroy_at(stream);
+    return copyOf(memory);
+}
+
+bool contains(const Bytes& memory, ByteView bytes) {
+    return !std::ranges::search(memory, bytes).empty();
+}
+
+TEST(ChaCha20StreamTest, leavesNeitherKeyNorKeystreamBehind) {
+    const auto key = Material(8).bytes(32);
+    const auto nonce = Material(9).bytes(12);
+    const auto keystream = ChaCha20Stream(key, nonce, 0).process(Bytes(64, 0));
+
+    const auto remains = remainsOf<ChaCha20Stream>(key, nonce, 0U);
+
+    for (std::size_t i = 0; i < 32; i += 4)
+        EXPECT_FALSE(contains(remains, ByteView(key).subspan(i, 4)));
+    for (std::size_t i = 0; i < 64; i += 4)
+        EXPECT_FALSE(contains(remains, ByteView(keystream).subspan(i, 4)));
+}
+
+TEST(Salsa20StreamTest, leavesNeitherKeyNorKeystreamBehind) {
+    const auto key = Material(8).bytes(32);
+    const auto nonce = Material(9).bytes(8);
+    const auto keystream = Salsa20Stream(key, nonce).process(Bytes(64, 0));
+
+    const auto remains = remainsOf<Salsa20Stream>(key, nonce);
+
+    for (std::size_t i = 0; i < 32; i += 4)
+        EXPECT_FALSE(contains(remains, ByteView(key).subspan(i, 4)));
+    for (std::size_t i = 0; i < 64; i += 4)
+        EXPECT_FALSE(contains(remains, ByteView(keystream).subspan(i, 4)));
 }
 
 }  // namespace

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#include "core/primitives/StreamBlocks.h"
+
+#include "core/primitives/Bytes.h"
+#include "core/primitives/StreamBlocksByRoad.h"
+#include "core/primitives/StreamRounds.h"
+
+#include <cstring>
+
+namespace StreamBlocks {
+namespace {
+
+/// Raises the counter, whose width and place are the cipher's.
+void raiseCounter(Cipher cipher, State& state, std::size_t blocks) noexcept {
+    auto* const low = &state[counterWord(cipher)];
+    const auto sum = *low + std::uint64_t{blocks};
+    *low = static_cast<std::uint32_t>(sum);
+    if (hasWideCounter(cipher))
+        low[1] += static_cast<std::uint32_t>(sum >> 32);
+}
+
+void processOneBlock(Cipher cipher, const State& state, std::uint8_t* data) noexcept {
+    State block = state;
+    if (cipher == Cipher::salsa20)
+        rounds<Cipher::salsa20>(block.data());
+    else
+        rounds<Cipher::chaCha20>(block.data());
+    for (std::size_t i = 0; i < block.size(); ++i) {
+        std::uint32_t word;
+        std::memcpy(&word, data + 4 * i, sizeof word);
+        word ^= block[i] + state[i];
+        std::memcpy(data + 4 * i, &word, sizeof word);
+    }
+    secureWipe(block.data(), sizeof block);
+}
+
+/// A road's part of the work: what is left when it has done as many blocks as it can.
+struct Work {
+    Cipher cipher;
+    State& state;
+    std::uint8_t* data;
+    std::size_t blocks;
+
+    void goBy(BlocksFunction* road) noexcept {
+        const auto done = road(cipher, state.data(), data, blocks);
+        raiseCounter(cipher, state, done);
+        data += done * blockSize;
+        blocks -= done;
+    }
+};
+
+}  // namespace
+
+void process(VectorRoad road, Cipher cipher, State& state, std::uint8_t* data, std::size_t blocks) noexcept {
+    Work work{cipher, state, data, blocks};
+    // The wide roads take groups of blocks, and leave a rest to the narrower ones.
+    if (road >= VectorRoad::avx512)
+        work.goBy(processByAvx512);
+    if (road >= VectorRoad::avx2)
+        work.goBy(processByAvx2);
+    work.goBy(processByFour);
+    if (work.blocks < blocks)
+        wipeUnusedStack();
+    for (; work.blocks > 0; --work.blocks, work.data += blockSize) {
+        processOneBlock(cipher, state, work.data);
+        raiseCounter(cipher, state, 1);
+    }
+}
+
+}  // namespace StreamBlocks
