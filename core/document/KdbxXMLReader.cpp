@@ -3,6 +3,7 @@
 #include "core/document/KdbxPreserve.h"
 #include "core/document/KdbxXML.h"
 #include "core/document/KdbxXMLValues.h"
+#include "core/document/XMLParser.h"
 #include "core/document/XMLPrinting.h"
 #include "core/document/XMLTree.h"
 #include "core/model/KdbxError.h"
@@ -15,6 +16,11 @@ constexpr std::int64_t unreadableHistoryMaxItems = 10;
 constexpr std::int64_t unreadableHistoryMaxSize = 6291456;
 constexpr std::int64_t unreadableGroupIcon = 48;
 constexpr std::int64_t unreadableEntryIcon = 0;
+
+// How deep in the document the root group stands, and how far below a group or an entry the writer goes by itself
+// (`Times`, `CreationTime`), whatever was read there. What is read must not be too deep once it is written.
+constexpr int depthOfRootGroup = 3;
+constexpr int depthWrittenBelow = 2;
 
 // --- Values ---
 
@@ -39,6 +45,15 @@ std::string_view textOfChild(const XMLElement& element, XMLName name) {
 void readUUID(const XMLElement& element, UUID& id) {
     if (const auto read = parseUUID(element.trimmedText()))
         id = *read;
+}
+
+KdbxError notParsed() {
+    return KdbxError::xmlParseFailure("belge çözümlenemedi");
+}
+
+void checkDepth(int depth) {
+    if (depth + depthWrittenBelow > XMLParser::deepestElement)
+        throw notParsed();
 }
 
 // --- Times ---
@@ -141,7 +156,7 @@ void readAutoType(const XMLElement& element, KdbxEntry& entry) {
 
 // --- The document ---
 
-/// The reading of one document. It follows the nesting of groups and of history by recursion, which the parser bounds.
+/// The reading of one document. It follows the nesting of history by recursion, which the parser bounds.
 class Reader {
 public:
     explicit Reader(const std::vector<Binary>& binaries) : m_binaries(binaries) {}
@@ -149,14 +164,19 @@ public:
     Document readDocument(const XMLElement& documentElement);
 
 private:
+    struct OpenGroup {
+        KdbxGroup group;
+        XMLChildren::Iterator nextChild;
+    };
+
     void readMeta(const XMLElement& meta);
     void readMetaChild(const XMLElement& child);
     void readRecycleBinUUID(const XMLElement& element);
-    void readGroup(const XMLElement& element, KdbxGroup& group);
-    void readGroupChild(const XMLElement& child, KdbxGroup& group);
-    void readEntry(const XMLElement& element, KdbxEntry& entry);
+    KdbxGroup readGroups(const XMLElement& root);
+    void readGroupChild(const XMLElement& child, int depth, KdbxGroup& group);
+    void readEntry(const XMLElement& element, int depth, KdbxEntry& entry);
     void readEntryChild(const XMLElement& child, KdbxEntry& entry);
-    void readHistory(const XMLElement& history, KdbxEntry& entry);
+    void readHistory(const XMLElement& history, int depth, KdbxEntry& entry);
     void addWrappers(const XMLElement& root);
     void addWrapper(std::string_view name, const Bytes& content);
     void preserve(const XMLElement& element, std::vector<std::string>& texts);
@@ -178,7 +198,7 @@ Document Reader::readDocument(const XMLElement& documentElement) {
         throw KdbxError::xmlParseFailure("<Root> altında <Group> yok");
     if (const auto* const meta = documentElement.child(XMLName::meta))
         readMeta(*meta);
-    readGroup(*group, m_document.root);
+    m_document.root = readGroups(*group);
     addWrappers(*root);
     return std::move(m_document);
 }
@@ -230,19 +250,33 @@ void Reader::readRecycleBinUUID(const XMLElement& element) {
         m_document.meta.recycleBinUUID = id;
 }
 
-void Reader::readGroup(const XMLElement& element, KdbxGroup& group) {
-    for (const auto& child : element.children) {
-        if (child.known == XMLName::group) {
-            KdbxGroup subgroup;
-            readGroup(child, subgroup);
-            group.groups.append(std::move(subgroup));
-        } else {
-            readGroupChild(child, group);
+/// The tree of groups, by a list of the open ones and not by recursion, which would hold a group on the stack at each
+/// level.
+KdbxGroup Reader::readGroups(const XMLElement& root) {
+    std::vector<OpenGroup> open;
+    open.push_back({.group = {}, .nextChild = root.children.begin()});
+    for (;;) {
+        const auto depth = depthOfRootGroup + static_cast<int>(open.size()) - 1;
+        auto& innermost = open.back();
+        if (innermost.nextChild == XMLChildren::Iterator()) {
+            auto finished = std::move(innermost.group);
+            open.pop_back();
+            if (open.empty())
+                return finished;
+            open.back().group.groups.append(std::move(finished));
+            continue;
         }
+        const auto& child = *innermost.nextChild++;
+        if (child.known != XMLName::group) {
+            readGroupChild(child, depth + 1, innermost.group);
+            continue;
+        }
+        checkDepth(depth + 1);
+        open.push_back({.group = {}, .nextChild = child.children.begin()});
     }
 }
 
-void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
+void Reader::readGroupChild(const XMLElement& child, int depth, KdbxGroup& group) {
     switch (child.known) {
         case XMLName::uuid:
             readUUID(child, group.id);
@@ -267,7 +301,7 @@ void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
             break;
         case XMLName::entry: {
             KdbxEntry entry;
-            readEntry(child, entry);
+            readEntry(child, depth, entry);
             group.entries.append(std::move(entry));
             break;
         }
@@ -276,10 +310,11 @@ void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
     }
 }
 
-void Reader::readEntry(const XMLElement& element, KdbxEntry& entry) {
+void Reader::readEntry(const XMLElement& element, int depth, KdbxEntry& entry) {
+    checkDepth(depth);
     for (const auto& child : element.children) {
         if (child.known == XMLName::history)
-            readHistory(child, entry);
+            readHistory(child, depth + 1, entry);
         else
             readEntryChild(child, entry);
     }
@@ -310,12 +345,12 @@ void Reader::readEntryChild(const XMLElement& child, KdbxEntry& entry) {
     }
 }
 
-void Reader::readHistory(const XMLElement& history, KdbxEntry& entry) {
+void Reader::readHistory(const XMLElement& history, int depth, KdbxEntry& entry) {
     for (const auto& child : history.children) {
         if (child.known != XMLName::entry)
             continue;
         KdbxEntry item;
-        readEntry(child, item);
+        readEntry(child, depth + 1, item);
         entry.historyItems.append(std::move(item));
     }
 }
@@ -359,7 +394,7 @@ Document parse(ByteView data, InnerStreamCipher& stream, KdbxFormatVersion /*ver
     XMLTree tree(XMLTree::KeptText::whatIsRead);
     const auto* const documentElement = tree.parse(data, &stream);
     if (documentElement == nullptr)
-        throw KdbxError::xmlParseFailure("belge çözümlenemedi");
+        throw notParsed();
     return Reader(binaries).readDocument(*documentElement);
 }
 
