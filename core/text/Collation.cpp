@@ -10,11 +10,12 @@
 #include <unicode/uset.h>
 #include <unicode/ustring.h>
 
+#include <endian.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <mutex>
 #include <new>
 #include <numeric>
@@ -225,41 +226,48 @@ private:
     std::array<std::uint8_t, tableEnd> m_weights{};  // 0: not in the table
 };
 
-/// Texts by their keys, whose first bytes stand beside the index, so that most comparisons look at nothing else.
+/// Texts by their keys. They are sorted word by word: keys that share a beginning are told apart by what follows it,
+/// and their bytes are read once, in a row.
 class KeyedTexts {
 public:
     explicit KeyedTexts(std::size_t expected) { m_keys.reserve(expected); }
 
     /// Room for a key of this size behind those that are there.
     std::uint8_t* room(std::size_t size) {
-        if (m_bytes.capacity() - m_end < size) {
+        const auto needed = m_end + size + wordSize;
+        if (m_bytes.capacity() < needed) {
             m_bytes.resize(m_end);
-            m_bytes.reserve(2 * m_end + size + 4096);
+            m_bytes.reserve(2 * needed);
         }
-        m_bytes.resize(m_end + size);
+        m_bytes.resize(needed);
         return m_bytes.data() + m_end;
     }
 
-    /// Keeps the key that was written into the room.
+    /// Keeps the key that was written into the room. It has no zero but perhaps a last one, and gets zeros up to the
+    /// end of its last word, one at least.
     void add(std::uint32_t index, std::size_t size) {
-        std::uint64_t head = 0;
-        const auto headSize = std::min(size, sizeof(head));
-        for (std::size_t i = 0; i < sizeof(head); ++i)
-            head = head << 8 | (i < headSize ? m_bytes[m_end + i] : 0U);
-        m_keys.push_back({head, index, static_cast<std::uint32_t>(size - headSize), m_end + headSize});
-        m_end += size;
+        m_keys.push_back({.word = 0, .rest = m_end, .index = index});
+        std::memset(m_bytes.data() + m_end + size, 0, wordSize);
+        m_end += size / wordSize * wordSize + wordSize;
     }
 
-    /// The indices by their keys, then by what `decides` says of two of them.
-    template <class Decides>
-    std::vector<std::uint32_t> order(Decides decides) {
-        std::ranges::sort(m_keys, [&](const Key& a, const Key& b) {
-            if (a.head != b.head)
-                return a.head < b.head;
-            if (const auto rest = compareRest(a, b); rest != 0)
-                return rest < 0;
-            return decides(a.index, b.index);
-        });
+    /// The indices by their keys, those of equal keys by what `compare` says of two of them, and then as they came.
+    template <class Compare>
+    std::vector<std::uint32_t> order(Compare compare) {
+        std::vector<std::span<Key>> waiting{m_keys};
+        while (!waiting.empty()) {
+            const auto keys = waiting.back();
+            waiting.pop_back();
+            for (auto& key : keys)
+                readWord(key);
+            std::ranges::sort(keys, {}, &Key::word);
+            for (auto run = equalWordsAt(keys.begin(), keys); !run.empty(); run = equalWordsAt(run.end(), keys)) {
+                if (run.size() > 1 && endsIn(run.front().word))
+                    settle(run, compare);
+                else if (run.size() > 1)
+                    waiting.push_back(run);
+            }
+        }
         std::vector<std::uint32_t> indices(m_keys.size());
         std::ranges::transform(m_keys, indices.begin(), &Key::index);
         return indices;
@@ -267,17 +275,32 @@ public:
 
 private:
     struct Key {
-        std::uint64_t head;
+        std::uint64_t word;  // what is compared now
+        std::size_t rest;    // where in m_bytes it goes on
         std::uint32_t index;
-        std::uint32_t restSize;
-        std::size_t rest;  // where it begins in m_bytes
     };
 
-    int compareRest(const Key& a, const Key& b) const {
-        const auto common = std::min(a.restSize, b.restSize);
-        const auto* bytes = m_bytes.data();
-        const auto order = common == 0 ? 0 : std::memcmp(bytes + a.rest, bytes + b.rest, common);
-        return order != 0 ? order : (a.restSize > b.restSize) - (a.restSize < b.restSize);
+    static constexpr std::size_t wordSize = sizeof(Key::word);
+
+    static bool endsIn(std::uint64_t word) { return (word & 0xff) == 0; }
+
+    void readWord(Key& key) const {
+        std::memcpy(&key.word, m_bytes.data() + key.rest, wordSize);
+        key.word = be64toh(key.word);
+        key.rest += wordSize;
+    }
+
+    static std::span<Key> equalWordsAt(std::span<Key>::iterator begin, std::span<Key> keys) {
+        const auto differs = [&](const Key& key) { return key.word != begin->word; };
+        return {begin, std::find_if(begin, keys.end(), differs)};
+    }
+
+    template <class Compare>
+    static void settle(std::span<Key> keys, Compare compare) {
+        const auto less = [&](std::uint32_t a, std::uint32_t b) { return compare(a, b) < 0; };
+        std::ranges::sort(keys, {}, &Key::index);
+        if (!std::ranges::is_sorted(keys, less, &Key::index))
+            std::ranges::stable_sort(keys, less, &Key::index);
     }
 
     std::vector<Key> m_keys;
@@ -297,9 +320,8 @@ public:
 
     [[nodiscard]] std::vector<std::uint32_t> order(std::span<const std::string_view> texts) {
         const auto* weights = texts.size() < worthTable ? nullptr : &firstLevel();
-        const auto before = [&](std::uint32_t a, std::uint32_t b) {
-            const auto order = texts[a] == texts[b] ? std::weak_ordering::equivalent : compare(texts[a], texts[b]);
-            return order != 0 ? order < 0 : a < b;
+        const auto compareTwo = [&](std::uint32_t a, std::uint32_t b) {
+            return texts[a] == texts[b] ? std::weak_ordering::equivalent : compare(texts[a], texts[b]);
         };
         KeyedTexts common(texts.size());
         KeyedTexts others(0);
@@ -308,10 +330,13 @@ public:
             if (!weights || !addCommon(common, *weights, clipped(texts[i]), i))
                 addOther(others, clipped(texts[i]), i, utf16);
 
-        const auto commonOrder = common.order(before);
-        const auto otherOrder = others.order(std::less());
+        const auto commonOrder = common.order(compareTwo);
+        const auto otherOrder = others.order([](auto, auto) { return std::weak_ordering::equivalent; });
         std::vector<std::uint32_t> merged(texts.size());
-        std::ranges::merge(commonOrder, otherOrder, merged.begin(), before);
+        std::ranges::merge(commonOrder, otherOrder, merged.begin(), [&](std::uint32_t a, std::uint32_t b) {
+            const auto order = compareTwo(a, b);
+            return order != 0 ? order < 0 : a < b;
+        });
         return merged;
     }
 

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/EntrySearch.h"
+#include "app/state/EntrySort.h"
+#include "core/text/Collation.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+
+namespace {
+
+constexpr std::size_t entriesPerGroup = 250;
+
+/// Entries as people have them: names of companies and things, half of them with Turkish letters, some with a note.
+class EntryMaker {
+public:
+    KdbxEntry entry() {
+        const auto company = std::string(any(companies));
+        const auto number = std::to_string(m_random() % 10'000);
+        KdbxEntry entry;
+        entry.title = company + ' ' + std::string(any(things)) + (m_random() % 3 == 0 ? " " + number : "");
+        entry.username = std::string(any(people)) + number + "@ornek" + std::to_string(m_random() % 40) + ".com";
+        entry.url = "https://giris.ornek" + number + ".com/hesap/oturum";
+        for (auto words = m_random() % 3 == 0 ? m_random() % 30 : 0; words > 0; --words)
+            entry.notes += std::string(any(things)) + (words % 9 == 0 ? '\n' : ' ');
+        if (m_random() % 2 == 0)
+            entry.tags = {std::string(any(things)), "kişisel"};
+        if (m_random() % 4 == 0)
+            entry.customFields["Müşteri numarası"] = "100" + number;
+        return entry;
+    }
+
+private:
+    template <std::size_t size>
+    std::string_view any(const std::array<std::string_view, size>& choices) {
+        return choices[m_random() % size];
+    }
+
+    static constexpr std::array<std::string_view, 16> companies{
+        "Yeşilova Bankası", "Atlas Kargo",  "Kuzey Telekom",  "ÇınarSoft",    "Deniz Market", "İnci Sigorta",
+        "Şehir Elektrik",   "Mavi Hava",    "Öğrenci İşleri", "Blue Harbour", "Northwind",    "Acme Corporation",
+        "Gökkuşağı Tur",    "Ihlamur Cafe", "Ünlü Giyim",     "Contoso"};
+    static constexpr std::array<std::string_view, 14> things{"internet şubesi", "posta",
+                                                             "e-posta hesabı",  "sunucu",
+                                                             "yönetim paneli",  "mağaza",
+                                                             "kredi kartı",     "VPN",
+                                                             "forum",           "yedek",
+                                                             "router",          "Wi-Fi",
+                                                             "ödeme",           "geliştirici hesabı"};
+    static constexpr std::array<std::string_view, 8> people{"ayse.yilmaz", "mehmet",  "zeynep.k", "ali.can",
+                                                            "fatma",       "emre.oz", "elif",     "burak.demir"};
+
+    std::mt19937 m_random{1923};
+};
+
+KdbxGroup makeVault(std::size_t entryCount) {
+    EntryMaker maker;
+    KdbxGroup root;
+    while (entryCount > 0) {
+        KdbxGroup group;
+        for (const auto some = std::min(entryCount, entriesPerGroup); group.entries.size() < some; --entryCount)
+            group.entries.append(maker.entry());
+        root.groups.append(std::move(group));
+    }
+    return root;
+}
+
+// What a user types, letter by letter: a name, two words, a number, and something that is not there.
+constexpr std::array<std::string_view, 22> keystrokes{
+    "i",    "in",    "inc",    "inci", "inci ", "inci p", "inci po", "inci pos", "m",  "me",  "meh",
+    "mehm", "mehme", "mehmet", "4",    "42",    "421",    "4217",    "x",        "xq", "xqz", "şubesi sun"};
+
+void searchRemembered(benchmark::State& state, std::size_t entryCount) {
+    const auto vault = makeVault(entryCount);
+    EntrySearch search;
+    benchmark::DoNotOptimize(search.matching(vault, ""));
+    std::size_t stroke = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(search.matching(vault, keystrokes[stroke++ % keystrokes.size()]));
+}
+
+void searchNaive(benchmark::State& state, std::size_t entryCount) {
+    const auto vault = makeVault(entryCount);
+    std::size_t stroke = 0;
+    for (auto _ : state) {
+        EntryReferences found;
+        for (const auto& group : vault.groups)
+            for (const auto& entry : group.entries)
+                if (matches(entry, keystrokes[stroke % keystrokes.size()]))
+                    found.push_back(&entry);
+        benchmark::DoNotOptimize(found);
+        ++stroke;
+    }
+}
+
+/// The first letter after the vault was opened, when nothing is remembered.
+void searchFirst(benchmark::State& state, std::size_t entryCount) {
+    const auto vault = makeVault(entryCount);
+    EntrySearch search;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(search.matching(vault, "i"));
+        state.PauseTiming();
+        search.forget();
+        state.ResumeTiming();
+    }
+}
+
+/// A letter after one entry was changed.
+void searchAfterEdit(benchmark::State& state, std::size_t entryCount) {
+    auto vault = makeVault(entryCount);
+    EntrySearch search;
+    benchmark::DoNotOptimize(search.matching(vault, ""));
+    for (auto _ : state) {
+        vault.groups.mutableAt(vault.groups.size() / 2).entries.mutableAt(7).title += '.';
+        benchmark::DoNotOptimize(search.matching(vault, "mehmet"));
+    }
+}
+
+EntryReferences allEntriesOf(const KdbxGroup& vault) {
+    return EntrySearch().matching(vault, "");
+}
+
+void sortByTitle(benchmark::State& state) {
+    const auto vault = makeVault(100'000);
+    const auto entries = allEntriesOf(vault);
+    const EntrySort sort{.column = EntrySort::Column::title, .ascending = true};
+    benchmark::DoNotOptimize(sort.apply(entries));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sort.apply(entries));
+}
+
+void sortByTitleNaively(benchmark::State& state) {
+    const auto vault = makeVault(100'000);
+    const auto entries = allEntriesOf(vault);
+    for (auto _ : state) {
+        auto sorted = entries;
+        std::ranges::stable_sort(sorted, [](const KdbxEntry* a, const KdbxEntry* b) {
+            return Collation::ofUser().compare(a->title, b->title) < 0;
+        });
+        benchmark::DoNotOptimize(sorted);
+    }
+}
+
+BENCHMARK_CAPTURE(searchRemembered, 10k, 10'000)->Name("Search_10k/remembered")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchNaive, 10k, 10'000)->Name("Search_10k/naive")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchRemembered, 100k, 100'000)->Name("Search_100k/remembered")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchAfterEdit, 100k, 100'000)->Name("Search_100k/after_edit")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchFirst, 100k, 100'000)->Name("Search_100k/first")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(searchNaive, 100k, 100'000)->Name("Search_100k/naive")->Unit(benchmark::kMillisecond);
+BENCHMARK(sortByTitle)->Name("Sort_100k_by_title/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(sortByTitleNaively)->Name("Sort_100k_by_title/naive")->Unit(benchmark::kMillisecond);
+
+}  // namespace
