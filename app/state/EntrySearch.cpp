@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntrySearch.h"
 
+#include "app/state/SearchText.h"
 #include "app/state/SubstringSearch.h"
 #include "core/text/Text.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <span>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -13,28 +18,10 @@ namespace {
 
 constexpr auto none = std::string_view::npos;
 
-// Each field is closed by a space, which no word of a query holds: so no word is found across two of them.
-void appendField(std::string& text, std::string_view field) {
-    text.append(field).push_back(' ');
-}
-
-void appendSearchText(std::string& text, const KdbxEntry& entry) {
-    for (const auto* field : {&entry.title, &entry.username, &entry.url, &entry.notes})
-        appendField(text, *field);
-    for (const auto& tag : entry.tags)
-        appendField(text, tag);
-    for (const auto& [name, value] : entry.customFields) {
-        if (entry.protectedCustomFields.contains(name))
-            continue;
-        appendField(text, name);
-        appendField(text, value);
-    }
-}
-
-std::string loweredSearchText(const KdbxEntry& entry) {
-    std::string text;
-    appendSearchText(text, entry);
-    return Text::lowercased(text);
+void appendTo(Bytes& texts, ByteView text) {
+    const auto end = texts.size();
+    texts.resize(end + text.size());
+    std::ranges::copy(text, texts.data() + end);
 }
 
 std::vector<std::string_view> wordsOf(std::string_view loweredQuery) {
@@ -78,7 +65,7 @@ bool isSearch(std::string_view searchText) {
 bool matches(const KdbxEntry& entry, std::string_view query) {
     const auto lowered = Text::lowercased(Text::trimmingWhitespace(query));
     const auto words = wordsOf(lowered);
-    return words.empty() || hasAll(loweredSearchText(entry), words);
+    return words.empty() || hasAll(SearchText::lowered(entry), words);
 }
 
 /// What was remembered before the vault changed, found by what it belongs to.
@@ -158,12 +145,16 @@ void EntrySearch::remember(const KdbxGroup& root) {
 
 EntrySearch::Part EntrySearch::partOf(const SharedArray<KdbxEntry>& entries, OldTexts& old) {
     Part part{.entries = entries, .remembered = {}, .texts = {}};
+    std::size_t size = 0;
+    for (const auto& entry : entries)
+        size += SearchText::size(entry);
+    part.texts.reserve(size);
     part.remembered.reserve(entries.size());
     for (const auto& entry : entries) {
         if (const auto text = old.text(&entry))
-            append(part.texts, *text);
+            appendTo(part.texts, *text);
         else
-            append(part.texts, bytesOf(loweredSearchText(entry)));
+            SearchText::appendLowered(part.texts, entry);
         part.remembered.push_back({.entry = &entry, .end = part.texts.size()});
     }
     return part;

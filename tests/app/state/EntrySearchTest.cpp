@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntrySearch.h"
 
+#include "app/state/SearchText.h"
 #include "app/state/SubstringSearch.h"
 
 #include <gmock/gmock.h>
@@ -366,6 +367,39 @@ TEST(EntrySearchTest, aHundredThousandEntriesAreSearchedAsOneByOne) {
     EntrySearch search;
     for (const auto* query : {"a", "ış", "a b", "abba", "i\u0307"})
         EXPECT_TRUE(search.matching(root, query) == foundOneByOne(root, query)) << query;
+}
+
+TEST(SearchTextTest, theFastRoadLowersAsTheOtherDoes) {
+    RandomVault random(2023);
+    Bytes texts;
+    std::string expected;
+    for (int i = 0; i < 3000; ++i) {
+        const auto entry = random.entry();
+        SearchText::appendLowered(texts, entry);
+        expected += SearchText::lowered(entry);
+    }
+    EXPECT_EQ(textOf(texts), expected);
+}
+
+TEST(SearchTextTest, everyLatinLetterIsLoweredAsTextIs) {
+    for (char32_t scalar = 0; scalar < 0x200; ++scalar) {
+        const auto letter = scalar < 0x80 ? std::string(1, static_cast<char>(scalar))
+                                          : std::string{static_cast<char>(0xc0 | scalar >> 6),
+                                                        static_cast<char>(0x80 | (scalar & 0x3f))};
+        for (const auto& title : {letter, "A" + letter + "B", letter + letter, letter + "Σ"}) {
+            Bytes texts;
+            SearchText::appendLowered(texts, entryTitled(title));
+            EXPECT_EQ(textOf(texts), Text::lowercased(title) + "    ") << title;
+        }
+    }
+}
+
+TEST(SearchTextTest, brokenTextIsRepairedOnBothRoads) {
+    for (const auto* title : {"\xc3", "A\xc5", "\xc3(", "\x80", "\xc1\x81", "A\xff"}) {
+        Bytes texts;
+        SearchText::appendLowered(texts, entryTitled(title));
+        EXPECT_EQ(textOf(texts), SearchText::lowered(entryTitled(title)));
+    }
 }
 
 TEST(SubstringSearchTest, findsWhatAPlainSearchFindsFromEveryPlace) {
