@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Button.h"
+
+#include "app/ui/Symbol.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Painting.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace {
+
+constexpr int largeHeight = 38;
+constexpr int symbolSide = 14;
+constexpr int symbolGap = 6;
+constexpr double disabledOpacity = 0.4;
+
+}  // namespace
+
+Button::Button(const QString& text, Variant variant, QWidget* parent)
+    : QPushButton(text, parent), m_variant(variant), m_tint(Palette::accent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    setAutoDefault(false);
+}
+
+void Button::setSmall(bool isSmall) {
+    m_isSmall = isSmall;
+    updateGeometry();
+}
+
+void Button::setLarge(bool isLarge) {
+    m_isLarge = isLarge;
+    updateGeometry();
+}
+
+void Button::setSymbol(const QString& name) {
+    m_symbol = name;
+    updateGeometry();
+}
+
+void Button::setTint(const QColor& colour) {
+    m_tint = colour;
+    update();
+}
+
+void Button::setMarked(bool isMarked) {
+    m_isMarked = isMarked;
+    update();
+}
+
+QFont Button::textFont() const {
+    return BrandFont::body(m_isSmall ? 12 : (m_isLarge ? 14 : 13), QFont::DemiBold);
+}
+
+QSize Button::sizeHint() const {
+    const int height = m_isLarge ? largeHeight : (m_isSmall ? Metric::controlHeightSmall : Metric::controlHeight);
+    const int padding = m_isSmall ? Metric::s : Metric::m;
+    const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
+    return {QFontMetrics(textFont()).horizontalAdvance(text()) + symbolWidth + 2 * padding, height};
+}
+
+Button::Look Button::look() const {
+    const bool isHovered = underMouse() && isEnabled();
+    switch (m_variant) {
+        case Variant::primary:
+            return {isDown() ? Palette::accent.darker(112) : (isHovered ? Palette::accentHover : Palette::accent),
+                    {},
+                    Palette::canvas};
+        case Variant::secondary:
+            if (m_isMarked)
+                return {Palette::selection(), Palette::withOpacity(Palette::accent, 0.6), Palette::text};
+            return {isDown() ? Palette::line : (isHovered ? Palette::hover.lighter(118) : Palette::hover),
+                    Palette::lineStrong, Palette::text};
+        case Variant::ghost:
+            return {isDown() ? Palette::line : (isHovered ? Palette::hover : QColor()),
+                    {},
+                    isHovered ? Palette::text : Palette::textSoft};
+        case Variant::danger:
+            return {Palette::withOpacity(Palette::danger, isDown() ? 0.26 : (isHovered ? 0.19 : 0.12)),
+                    Palette::withOpacity(Palette::danger, 0.35), Palette::danger};
+        case Variant::tinted:
+            return {Palette::withOpacity(m_tint, isDown() ? 0.28 : (isHovered ? 0.2 : 0.13)), {}, m_tint};
+    }
+    Q_UNREACHABLE();
+}
+
+void Button::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const auto [ground, outline, textColour] = look();
+    Painting::roundedBox(painter, rect(), m_isSmall ? Radius::small : Radius::control, ground, outline);
+
+    painter.setFont(textFont());
+    const QFontMetrics metrics(textFont());
+    const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
+    const int room = width() - symbolWidth - 2 * Metric::s;
+    const QString shown = metrics.elidedText(text(), Qt::ElideRight, room);
+    const int content = symbolWidth + metrics.horizontalAdvance(shown);
+    int left = (width() - content) / 2;
+    const auto placed = [&](int from, int wide) {
+        return QStyle::visualRect(layoutDirection(), rect(), QRect(from, 0, wide, height()));
+    };
+    if (!m_symbol.isEmpty()) {
+        const QRect area = placed(left, symbolSide);
+        Symbol::paint(painter, QRectF(area.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide), m_symbol,
+                      textColour);
+        left += symbolWidth;
+    }
+    painter.setPen(textColour);
+    painter.drawText(placed(left, content - symbolWidth + 1), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     shown);
+}
+
+void Button::enterEvent(QEnterEvent* event) {
+    QPushButton::enterEvent(event);
+    update();
+}
+
+void Button::leaveEvent(QEvent* event) {
+    QPushButton::leaveEvent(event);
+    update();
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QPushButton>
+
+#include <cstdint>
+
+/// A push button of the theme. Its accessible name is its text.
+class Button : public QPushButton {
+    Q_OBJECT
+
+public:
+    enum class Variant : std::uint8_t { primary, secondary, ghost, danger, tinted };
+
+    explicit Button(const QString& text, Variant variant = Variant::secondary, QWidget* parent = nullptr);
+
+    /// 24 high instead of 30.
+    void setSmall(bool isSmall);
+    /// 38 high, for the one action of the lock card.
+    void setLarge(bool isLarge);
+    /// A symbol left of the text.
+    void setSymbol(const QString& name);
+    /// The colour of the variant `tinted`.
+    void setTint(const QColor& colour);
+    /// One of several quick choices, the one that holds.
+    void setMarked(bool isMarked);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    struct Look {
+        QColor ground;
+        QColor outline;
+        QColor text;
+    };
+    [[nodiscard]] Look look() const;
+    [[nodiscard]] QFont textFont() const;
+
+    Variant m_variant;
+    bool m_isSmall = false;
+    bool m_isLarge = false;
+    bool m_isMarked = false;
+    QString m_symbol;
+    QColor m_tint;
+};

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Card.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/Painting.h"
+
+#include <QPainter>
+#include <QVBoxLayout>
+
+Card::Card(QWidget* parent) : QWidget(parent), m_content(new QVBoxLayout(this)) {
+    m_content->setContentsMargins(Metric::l, Metric::l, Metric::l, Metric::l);
+    m_content->setSpacing(Metric::m);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+}
+
+Card::Card(const QString& heading, QWidget* parent) : Card(parent) {
+    setAccessibleName(heading);
+    m_headingLine = new QHBoxLayout;
+    m_headingLine->setSpacing(Metric::s);
+    m_headingLine->addWidget(new TextLabel(heading, BrandFont::sectionTitle(), Palette::text, this), 1);
+    m_content->addLayout(m_headingLine);
+}
+
+void Card::addDivider() {
+    auto* const divider = new HairlineDivider(Qt::Horizontal, this);
+    auto* const line = new QHBoxLayout;
+    line->setContentsMargins(-Metric::l, 0, -Metric::l, 0);
+    line->addWidget(divider);
+    m_content->addLayout(line);
+}
+
+void Card::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::roundedBox(painter, rect(), Radius::card, Palette::surface, Palette::line);
+}
+
+HairlineDivider::HairlineDivider(Qt::Orientation orientation, QWidget* parent) : QWidget(parent) {
+    if (orientation == Qt::Horizontal)
+        setFixedHeight(Metric::hairline);
+    else
+        setFixedWidth(Metric::hairline);
+}
+
+void HairlineDivider::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), Palette::line);
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/ErrorBanner.h"
+
+#include "app/ui/Symbol.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/IconButton.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/Painting.h"
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace {
+
+constexpr int symbolSide = 14;
+
+}  // namespace
+
+ErrorBanner::ErrorBanner(QWidget* parent)
+    : QWidget(parent), m_message(new Paragraph({}, BrandFont::body(12, QFont::Medium), Palette::text, this)) {
+    auto* const dismiss = new IconButton(QStringLiteral("xmark"), tr("Kapat"), this);
+    dismiss->setSides(Metric::controlHeightSmall, 10);
+    connect(dismiss, &IconButton::clicked, this, &ErrorBanner::dismissed);
+
+    auto* const line = new QHBoxLayout(this);
+    line->setContentsMargins(Metric::m + symbolSide + Metric::s, Metric::s, Metric::s, Metric::s);
+    line->setSpacing(Metric::s);
+    line->addWidget(m_message, 1);
+    line->addWidget(dismiss, 0, Qt::AlignTop);
+}
+
+void ErrorBanner::setMessage(const QString& message) {
+    m_message->setText(message);
+    setAccessibleName(message);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+void ErrorBanner::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::roundedBox(painter, rect(), Radius::control, Palette::withOpacity(Palette::danger, 0.12),
+                         Palette::withOpacity(Palette::danger, 0.35));
+    const int left = layoutDirection() == Qt::RightToLeft ? width() - Metric::m - symbolSide : Metric::m;
+    Symbol::paint(painter, QRectF(left, (height() - symbolSide) / 2.0, symbolSide, symbolSide),
+                  QStringLiteral("exclamationmark.triangle.fill"), Palette::danger);
+}

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/FocusRing.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/IconButton.h"
+#include "app/ui/components/TextField.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QEvent>
+#include <QPainter>
+#include <QPlainTextEdit>
+
+namespace {
+
+constexpr int ringWidth = 3;
+constexpr double ringOpacity = 0.22;
+constexpr const char* showsOwnFocus = "showsOwnFocus";
+
+bool isField(const QWidget* widget) {
+    return qobject_cast<const QLineEdit*>(widget) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
+           qobject_cast<const QAbstractSpinBox*>(widget) != nullptr;
+}
+
+bool isControl(const QWidget* widget) {
+    return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
+           qobject_cast<const QComboBox*>(widget) != nullptr || qobject_cast<const QAbstractSlider*>(widget) != nullptr;
+}
+
+bool isNavigation(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Tab || key == Qt::Key_Backtab || (key >= Qt::Key_Left && key <= Qt::Key_Down);
+}
+
+}  // namespace
+
+void FocusRing::install(QObject* owner) {
+    auto* const ring = new FocusRing;
+    connect(owner, &QObject::destroyed, ring, &QObject::deleteLater);
+    connect(qApp, &QApplication::focusChanged, ring, [ring](QWidget*, QWidget* widget) { ring->follow(widget); });
+    qApp->installEventFilter(ring);
+}
+
+void FocusRing::setShowsOwnFocus(QWidget* widget) {
+    widget->setProperty(showsOwnFocus, true);
+}
+
+FocusRing::FocusRing() {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::NoFocus);
+    hide();
+}
+
+void FocusRing::follow(QWidget* widget) {
+    const bool isWanted = widget != nullptr && !widget->property(showsOwnFocus).toBool() &&
+                          (isField(widget) || (isControl(widget) && m_isKeyboardUsed));
+    m_target = isWanted ? widget : nullptr;
+    place();
+}
+
+void FocusRing::place() {
+    if (!m_target || !m_target->isVisible() || m_target->parentWidget() == nullptr) {
+        hide();
+        setParent(nullptr);
+        return;
+    }
+    if (parentWidget() != m_target->parentWidget())
+        setParent(m_target->parentWidget());
+    setGeometry(m_target->geometry().adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth));
+    raise();
+    show();
+}
+
+bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
+    if (isNavigation(*event) && !m_isKeyboardUsed) {
+        m_isKeyboardUsed = true;
+        follow(QApplication::focusWidget());
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        m_isKeyboardUsed = false;
+    }
+    if (watched == m_target) {
+        switch (event->type()) {
+            case QEvent::Move:
+            case QEvent::Resize:
+            case QEvent::Show:
+            case QEvent::Hide:
+            case QEvent::ParentChange:
+                place();
+                break;
+            default:
+                break;
+        }
+    }
+    return false;
+}
+
+void FocusRing::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Palette::withOpacity(Palette::accent, ringOpacity), ringWidth));
+    const double inset = ringWidth / 2.0;
+    const QRectF edge = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
+    const double radius = (height() < Metric::controlHeight ? Radius::small : Radius::control) + inset;
+    painter.drawRoundedRect(edge, radius, radius);
+    if (m_target && !isField(m_target)) {
+        painter.setPen(QPen(Palette::accent, 1));
+        painter.drawRoundedRect(edge.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+    }
+}

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/IconButton.h"
+
+#include "app/ui/Symbol.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Painting.h"
+
+#include <QMenu>
+#include <QPainter>
+
+namespace {
+
+constexpr double disabledOpacity = 0.4;
+
+}  // namespace
+
+IconButton::IconButton(const QString& symbol, const QString& tip, QWidget* parent)
+    : QAbstractButton(parent), m_symbol(symbol), m_tint(Palette::textSoft), m_side(Metric::controlHeight) {
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setTip(tip);
+}
+
+void IconButton::setSymbol(const QString& name) {
+    m_symbol = name;
+    update();
+}
+
+void IconButton::setTip(const QString& tip) {
+    setToolTip(tip);
+    setAccessibleName(tip);
+}
+
+void IconButton::setTint(const QColor& colour) {
+    m_tint = colour;
+    update();
+}
+
+void IconButton::setSides(int button, int symbol) {
+    m_side = button;
+    m_symbolSide = symbol;
+    updateGeometry();
+}
+
+void IconButton::setFramed(bool isFramed) {
+    m_isFramed = isFramed;
+    update();
+}
+
+void IconButton::setMenu(QMenu* menu) {
+    connect(this, &IconButton::clicked, menu,
+            [this, menu] { menu->popup(mapToGlobal(QPoint(0, height() + Metric::xs))); });
+}
+
+void IconButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const bool isHovered = underMouse() && isEnabled();
+    QColor ground = m_isFramed ? Palette::hover : QColor();
+    if (isHovered)
+        ground = m_isFramed ? Palette::hover.lighter(118) : Palette::hover;
+    if (isDown())
+        ground = Palette::line;
+    const QColor outline = m_isFramed ? Palette::lineStrong : QColor();
+    Painting::roundedBox(painter, rect(), m_side > Metric::controlHeightSmall ? Radius::control : Radius::small, ground,
+                         outline);
+    const bool isQuiet = m_tint == Palette::textSoft;
+    Symbol::paint(painter,
+                  QRectF((width() - m_symbolSide) / 2.0, (height() - m_symbolSide) / 2.0, m_symbolSide, m_symbolSide),
+                  m_symbol, isHovered && isQuiet ? Palette::text : m_tint);
+}
+
+void IconButton::enterEvent(QEnterEvent* event) {
+    QAbstractButton::enterEvent(event);
+    update();
+}
+
+void IconButton::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    update();
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Painting.h"
+
+#include "app/ui/Theme.h"
+
+#include <algorithm>
+
+namespace Painting {
+
+void roundedBox(QPainter& painter, const QRectF& box, double radius, const QColor& fill, const QColor& outline) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    // The outline's middle lies half a point inside, so that its outer edge is the box's.
+    const double inset = outline.isValid() ? Metric::hairline / 2.0 : 0;
+    const QRectF edge = box.adjusted(inset, inset, -inset, -inset);
+    const double corner = std::min({radius, edge.width() / 2, edge.height() / 2});
+    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+    painter.setPen(outline.isValid() ? QPen(outline, Metric::hairline) : QPen(Qt::NoPen));
+    painter.drawRoundedRect(edge, corner, corner);
+    painter.restore();
+}
+
+void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orientation orientation,
+              const QColor& colour) {
+    const QSizeF size =
+        orientation == Qt::Horizontal ? QSizeF(length, Metric::hairline) : QSizeF(Metric::hairline, length);
+    painter.fillRect(QRectF(from, size), colour);
+}
+
+}  // namespace Painting

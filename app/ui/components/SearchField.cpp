@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/SearchField.h"
+
+#include "app/ui/Symbol.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/IconButton.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr int glassSide = 14;
+constexpr int glassInset = 10;
+constexpr int clearSide = 22;
+constexpr int narrowest = 120;
+constexpr int ideal = 260;
+constexpr int widest = 380;
+
+}  // namespace
+
+SearchField::SearchField(const QString& placeholder, QWidget* parent)
+    : TextField(placeholder, parent),
+      m_clear(new IconButton(QStringLiteral("xmark.circle.fill"), tr("Aramayı temizle"), this)) {
+    setPlaceholderText(placeholder);
+    setMinimumWidth(narrowest);
+    setMaximumWidth(widest);
+    setLeadingRoom(glassSide + glassInset - 2);
+    setTrailingRoom(clearSide - 4);
+    m_clear->setSides(clearSide, 12);
+    m_clear->hide();
+    connect(m_clear, &IconButton::clicked, this, &SearchField::clear);
+    connect(this, &SearchField::textChanged, m_clear,
+            [this](const QString& text) { m_clear->setVisible(!text.isEmpty()); });
+}
+
+QSize SearchField::sizeHint() const {
+    return {ideal, TextField::sizeHint().height()};
+}
+
+void SearchField::paintEvent(QPaintEvent* event) {
+    TextField::paintEvent(event);
+    QPainter painter(this);
+    const int left = layoutDirection() == Qt::RightToLeft ? width() - glassInset - glassSide : glassInset;
+    Symbol::paint(painter, QRectF(left, (height() - glassSide) / 2.0, glassSide, glassSide),
+                  QStringLiteral("magnifyingglass"), Palette::textSoft);
+}
+
+void SearchField::resizeEvent(QResizeEvent* event) {
+    TextField::resizeEvent(event);
+    const int gap = (height() - clearSide) / 2;
+    m_clear->move(layoutDirection() == Qt::RightToLeft ? gap : width() - clearSide - gap, gap);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ui/components/TextField.h"
+
+class IconButton;
+
+/// A field with a magnifying glass before its text, and a cross behind it that empties it.
+class SearchField : public TextField {
+    Q_OBJECT
+
+public:
+    explicit SearchField(const QString& placeholder, QWidget* parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    IconButton* m_clear;
+};

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/SecretField.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/IconButton.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <memory>
+
+namespace {
+
+constexpr int eyeSide = 24;
+constexpr int eyeSymbol = 16;
+
+/// Selecting in a field with readable text puts it on the primary selection at once; a secret must not stay there.
+void leavePrimarySelection(const QLineEdit& field) {
+    auto* const clipboard = QApplication::clipboard();
+    if (clipboard->supportsSelection() && clipboard->ownsSelection() && field.hasSelectedText())
+        clipboard->setText(QString(), QClipboard::Selection);
+}
+
+}  // namespace
+
+SecretField::SecretField(const QString& name, QWidget* parent)
+    : TextField(name, parent), m_eye(new IconButton(QStringLiteral("eye"), tr("Göster"), this)) {
+    setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
+    setDragEnabled(false);
+    setTrailingRoom(eyeSide);
+    m_eye->setSides(eyeSide, eyeSymbol);
+    connect(m_eye, &IconButton::clicked, this, [this] { setRevealed(!m_isRevealed); });
+    showRevealed();
+}
+
+SecretField::~SecretField() {
+    setSecret(QString());
+}
+
+void SecretField::setRevealed(bool isRevealed) {
+    if (m_isRevealed == isRevealed)
+        return;
+    m_isRevealed = isRevealed;
+    showRevealed();
+    emit revealedChanged(isRevealed);
+}
+
+void SecretField::setSecret(const QString& secret) {
+    // Setting a text, other than typing over it, drops the undo history. The first one overwrites as many letters.
+    setText(QString(text().size(), QLatin1Char('\0')));
+    setText(secret);
+}
+
+void SecretField::showRevealed() {
+    setEchoMode(m_isRevealed ? QLineEdit::Normal : QLineEdit::Password);
+    setMono(m_isRevealed);
+    m_eye->setSymbol(m_isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
+    m_eye->setTip(m_isRevealed ? tr("Gizle") : tr("Göster"));
+}
+
+void SecretField::resizeEvent(QResizeEvent* event) {
+    TextField::resizeEvent(event);
+    const int gap = (height() - eyeSide) / 2;
+    const int left = layoutDirection() == Qt::RightToLeft ? gap : width() - eyeSide - gap;
+    m_eye->setGeometry(left, gap, eyeSide, eyeSide);
+}
+
+void SecretField::mouseReleaseEvent(QMouseEvent* event) {
+    TextField::mouseReleaseEvent(event);
+    leavePrimarySelection(*this);
+}
+
+void SecretField::keyReleaseEvent(QKeyEvent* event) {
+    TextField::keyReleaseEvent(event);
+    leavePrimarySelection(*this);
+}
+
+void SecretField::contextMenuEvent(QContextMenuEvent* event) {
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    menu->exec(event->globalPos());
+    leavePrimarySelection(*this);
+}

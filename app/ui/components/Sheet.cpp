@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Sheet.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/Card.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/Motion.h"
+#include "app/ui/components/Painting.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <QVariantAnimation>
+
+namespace {
+
+constexpr int footerHeight = 56;
+constexpr int margin = 24;        // least distance of a sheet from the window's edges
+constexpr int rise = 8;           // points that a sheet comes up while it fades in
+constexpr double dimming = 0.55;  // of the backdrop
+constexpr int shadowWidth = 28;
+
+void paintShadow(QPainter& painter, const QRectF& card, double strength) {
+    for (int i = shadowWidth; i > 0; i -= 2) {
+        const double share = 1.0 - double(i) / shadowWidth;
+        Painting::roundedBox(painter, card.adjusted(-i, -i + 6, i, i + 6), Radius::panel + i,
+                             Palette::withOpacity(Qt::black, 0.06 * share * strength));
+    }
+}
+
+}  // namespace
+
+SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, const QString& confirmTitle,
+                             QWidget* parent)
+    : QWidget(parent),
+      m_title(new TextLabel(title, BrandFont::sheetTitle(), Palette::text, this)),
+      m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft, this)),
+      m_scroll(new QScrollArea(this)),
+      m_content(new QVBoxLayout),
+      m_cancel(new Button(cancelTitle, Button::Variant::secondary, this)),
+      m_confirm(new Button(confirmTitle, Button::Variant::primary, this)) {
+    setAccessibleName(title);
+    setFocusPolicy(Qt::NoFocus);
+    arrange();
+    connect(m_cancel, &Button::clicked, this, &SheetScaffold::cancelled);
+    connect(m_confirm, &Button::clicked, this, &SheetScaffold::confirmed);
+}
+
+void SheetScaffold::arrange() {
+    m_subtitle->hide();
+    auto* const form = new QWidget;
+    form->setLayout(m_content);
+    m_content->setContentsMargins(Metric::xl, Metric::xs, Metric::xl, Metric::xl);
+    m_content->setSpacing(Metric::m);
+    m_scroll->setWidget(form);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+
+    auto* const heading = new QVBoxLayout;
+    heading->setContentsMargins(Metric::xl, Metric::xl, Metric::xl, Metric::m);
+    heading->setSpacing(2);
+    heading->addWidget(m_title);
+    heading->addWidget(m_subtitle);
+
+    auto* const footer = new QHBoxLayout;
+    footer->setContentsMargins(Metric::xl, 0, Metric::xl, 0);
+    footer->setSpacing(Metric::s);
+    footer->addStretch();
+    footer->addWidget(m_cancel);
+    footer->addWidget(m_confirm);
+    auto* const footerBox = new QWidget(this);
+    footerBox->setFixedHeight(footerHeight);
+    footerBox->setLayout(footer);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addLayout(heading);
+    column->addWidget(m_scroll, 1);
+    column->addWidget(new HairlineDivider(Qt::Horizontal, this));
+    column->addWidget(footerBox);
+    // Forms first, ways out last.
+    setTabOrder(m_scroll, m_cancel);
+    setTabOrder(m_cancel, m_confirm);
+}
+
+void SheetScaffold::setSubtitle(const QString& subtitle) {
+    m_subtitle->setText(subtitle);
+    m_subtitle->setVisible(!subtitle.isEmpty());
+}
+
+void SheetScaffold::setConfirmTitle(const QString& title) {
+    m_confirm->setText(title);
+}
+
+void SheetScaffold::setConfirmEnabled(bool isEnabled) {
+    m_confirm->setEnabled(isEnabled);
+}
+
+void SheetScaffold::setSizes(QSize smallest, QSize ideal) {
+    m_smallest = smallest;
+    m_ideal = ideal;
+    updateGeometry();
+}
+
+void SheetScaffold::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::roundedBox(painter, rect(), Radius::panel, Palette::elevated, Palette::line);
+}
+
+void SheetScaffold::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        emit cancelled();
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_confirm->isEnabled())
+        emit confirmed();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+SheetHost::SheetHost(QWidget* below, QWidget* parent)
+    : QWidget(parent), m_below(below), m_motion(new QVariantAnimation(this)) {
+    setFocusPolicy(Qt::NoFocus);
+    hide();
+    parent->installEventFilter(this);
+    m_motion->setEasingCurve(Motion::curve);
+    connect(m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& shown) {
+        m_shown = shown.toDouble();
+        placeSheet();
+        update();
+    });
+}
+
+void SheetHost::present(QWidget* sheet) {
+    const bool isFirst = m_sheet == nullptr;
+    if (isFirst)
+        m_formerFocus = QApplication::focusWidget();
+    else
+        m_sheet->deleteLater();
+    m_sheet = sheet;
+    sheet->setParent(this);
+    if (m_below)
+        m_below->setEnabled(false);
+    setGeometry(parentWidget()->rect());
+    raise();
+    show();
+    placeSheet();
+    sheet->show();
+    // The first field, in the order of Tab.
+    for (auto* next = sheet->nextInFocusChain(); next != sheet; next = next->nextInFocusChain())
+        if (sheet->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() &&
+            next->isVisible()) {
+            next->setFocus(Qt::OtherFocusReason);
+            break;
+        }
+    if (isFirst)
+        fadeTo(1);
+}
+
+void SheetHost::dismiss() {
+    if (!m_sheet)
+        return;
+    m_sheet->hide();
+    m_sheet->deleteLater();
+    m_sheet = nullptr;
+    if (m_below)
+        m_below->setEnabled(true);
+    if (m_formerFocus)
+        m_formerFocus->setFocus(Qt::OtherFocusReason);
+    fadeTo(0, [this] {
+        if (!m_sheet)
+            hide();
+    });
+}
+
+void SheetHost::fadeTo(double opacity, std::function<void()> then) {
+    m_motion->stop();
+    disconnect(m_motion, &QVariantAnimation::finished, this, nullptr);
+    if (then)
+        connect(m_motion, &QVariantAnimation::finished, this, std::move(then), Qt::SingleShotConnection);
+    m_motion->setDuration(Motion::milliseconds());
+    m_motion->setStartValue(m_shown);
+    m_motion->setEndValue(opacity);
+    m_motion->start();
+}
+
+void SheetHost::placeSheet() {
+    if (!m_sheet)
+        return;
+    const QSize room = size() - QSize(2 * margin, 2 * margin);
+    const QSize card = m_sheet->sizeHint().boundedTo(room).expandedTo(m_sheet->minimumSizeHint().boundedTo(size()));
+    const int down = qRound((1 - m_shown) * rise);
+    m_sheet->setGeometry(QRect(QPoint((width() - card.width()) / 2, (height() - card.height()) / 2 + down), card));
+}
+
+void SheetHost::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Palette::withOpacity(Qt::black, dimming * m_shown));
+    if (m_sheet)
+        paintShadow(painter, m_sheet->geometry(), m_shown);
+}
+
+void SheetHost::mousePressEvent(QMouseEvent*) {
+    // The backdrop takes clicks, so that none reaches what lies below.
+}
+
+bool SheetHost::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == parentWidget() && event->type() == QEvent::Resize) {
+        setGeometry(parentWidget()->rect());
+        placeSheet();
+    }
+    return false;
+}

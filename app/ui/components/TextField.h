@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLineEdit>
+
+#include <cstdint>
+
+/// A text field of the theme: canvas inside, hairline around.
+class TextField : public QLineEdit {
+    Q_OBJECT
+
+public:
+    enum class Size : std::uint8_t { regular, large };
+
+    /// `name` is the accessible name; a field under a label gives the label's text.
+    explicit TextField(const QString& name, QWidget* parent = nullptr);
+
+    /// 38 high, for the lock card.
+    void setSize(Size size);
+    void setMono(bool isMono);
+    /// Keeps room free at the field's end, for what stands inside it.
+    void setTrailingRoom(int points);
+    /// Keeps room free at the field's beginning.
+    void setLeadingRoom(int points);
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void showRoom();
+    void showFont();
+
+    Size m_size = Size::regular;
+    bool m_isMono = false;
+    int m_leadingRoom = 0;
+    int m_trailingRoom = 0;
+};

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Toggle.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Motion.h"
+#include "app/ui/components/Painting.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QVariantAnimation>
+
+namespace {
+
+constexpr QSize track(34, 20);
+constexpr int knobInset = 3;
+
+}  // namespace
+
+Toggle::Toggle(const QString& text, QWidget* parent) : QCheckBox(text, parent), m_motion(new QVariantAnimation(this)) {
+    setFont(BrandFont::bodyText());
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_motion->setEasingCurve(Motion::curve);
+    connect(m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& position) {
+        m_position = position.toDouble();
+        update();
+    });
+    connect(this, &Toggle::toggled, this, &Toggle::slide);
+}
+
+void Toggle::slide(bool isOn) {
+    m_motion->stop();
+    if (!isVisible() || Motion::isReduced()) {
+        m_position = isOn ? 1 : 0;
+        update();
+        return;
+    }
+    m_motion->setDuration(Motion::milliseconds());
+    m_motion->setStartValue(m_position);
+    m_motion->setEndValue(isOn ? 1.0 : 0.0);
+    m_motion->start();
+}
+
+QSize Toggle::sizeHint() const {
+    return {fontMetrics().horizontalAdvance(text()) + Metric::m + track.width(), Metric::controlHeightSmall};
+}
+
+QSize Toggle::minimumSizeHint() const {
+    return {60 + Metric::m + track.width(), Metric::controlHeightSmall};
+}
+
+void Toggle::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(0.4);
+    painter.setFont(font());
+    painter.setPen(Palette::text);
+    const QRect words =
+        QStyle::visualRect(layoutDirection(), rect(), QRect(0, 0, width() - track.width() - Metric::m, height()));
+    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+
+    const QRect box = QStyle::visualRect(
+        layoutDirection(), rect(), QRect(QPoint(width() - track.width(), (height() - track.height()) / 2), track));
+    Painting::roundedBox(painter, box, Radius::pill, Palette::canvas, Palette::lineStrong);
+    if (m_position > 0) {
+        painter.save();
+        painter.setOpacity(painter.opacity() * m_position);
+        Painting::roundedBox(painter, box, Radius::pill, Palette::accent);
+        painter.restore();
+    }
+    const double knob = box.height() - 2.0 * knobInset;
+    const double travel = box.width() - 2.0 * knobInset - knob;
+    const double offset = layoutDirection() == Qt::RightToLeft ? 1 - m_position : m_position;
+    Painting::roundedBox(painter, QRectF(box.left() + knobInset + travel * offset, box.top() + knobInset, knob, knob),
+                         Radius::pill, isChecked() ? Palette::canvas : Palette::textSoft);
+}
