@@ -59,12 +59,17 @@ private:
 };
 
 /// The gzip member of `data`, with the fixed header and no time.
+///
+/// @throws Error `streamFailure` where memory ends.
 [[nodiscard]] Bytes compress(ByteView data);
 
 /// What a member holds. Only the first member is read; the trailer is the file's last 8 bytes.
 ///
 /// @throws Error. `streamFailure` also where the output is more than memory can hold.
 [[nodiscard]] Bytes decompress(ByteView data);
+
+/// The same with an output of at most `largestOutput` bytes; `streamFailure` where it is more.
+[[nodiscard]] Bytes decompress(ByteView data, std::uint64_t largestOutput);
 
 /// CRC-32 (RFC 1952, section 8).
 [[nodiscard]] std::uint32_t crc32(ByteView data) noexcept;
