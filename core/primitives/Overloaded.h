@@ -6,3 +6,6 @@ template <class... Functions>
 struct Overloaded : Functions... {
     using Functions::operator()...;
 };
+// The standard makes this out itself, and clang 14, which builds the fuzzers, does not yet.
+template <class... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;
