@@ -205,6 +205,12 @@ Error Error::allocationFailed() {
 }
 
 FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {
+#ifdef __x86_64__
+    if (road == VectorRoad::avx512)
+        return fillSegmentsAvx512;
+    if (road == VectorRoad::avx2)
+        return fillSegmentsAvx2;
+#endif
     return fillSegmentsPortable;
 }
 

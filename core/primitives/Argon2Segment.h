@@ -19,7 +19,7 @@ inline constexpr std::uint32_t version13 = 0x13;
 
 /// One slice of one pass. The working area belongs to the caller.
 struct SegmentContext {
-    std::uint64_t* memory;  // first word of the working area
+    std::uint64_t* memory;  // first word of the working area, where a cache line begins
     std::uint32_t pass;
     std::uint32_t slice;
     std::uint32_t lanes;
@@ -41,6 +41,10 @@ struct LaneRange {
 using FillSegments = void (*)(const SegmentContext&, LaneRange) noexcept;
 
 void fillSegmentsPortable(const SegmentContext& context, LaneRange lanes) noexcept;
+#ifdef __x86_64__
+void fillSegmentsAvx2(const SegmentContext& context, LaneRange lanes) noexcept;
+void fillSegmentsAvx512(const SegmentContext& context, LaneRange lanes) noexcept;
+#endif
 
 /// The implementation of a road that can be taken.
 [[nodiscard]] FillSegments fillSegmentsFor(VectorRoad road) noexcept;

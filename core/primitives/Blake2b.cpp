@@ -39,6 +39,7 @@ State::State(std::int64_t outputLength, ByteView key, VectorRoad road)
 State::~State() {
     secureWipe(&m_chain, sizeof m_chain);
     secureWipe(m_buf.data(), m_buf.size());
+    wipeUnusedStack();  // where the message words were spilled to
 }
 
 void State::update(ByteView data) {

@@ -10,11 +10,11 @@ namespace {
 using Word = std::uint64_t;
 
 [[gnu::always_inline]] inline void mix(Word& a, Word& b, Word& c, Word& d, Word x, Word y) noexcept {
-    a += b + x;
+    a = a + x + b;
     d = std::rotr(d ^ a, 32);
     c += d;
     b = std::rotr(b ^ c, 24);
-    a += b + y;
+    a = a + y + b;
     d = std::rotr(d ^ a, 16);
     c += d;
     b = std::rotr(b ^ c, 63);
