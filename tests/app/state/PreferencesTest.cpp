@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/Preferences.h"
+
+#include "tests/app/state/StateFakes.h"
+
+namespace {
+
+using PreferencesTest = StateTest;
+
+TEST_F(PreferencesTest, aFirstLaunchHasTheDefaultsAndStoresNone) {
+    EXPECT_EQ(preferences->clipboardTimeout(), 12.0);
+    EXPECT_EQ(preferences->sortColumn(), "title");
+    EXPECT_TRUE(preferences->sortAscending());
+    EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{USERNAME}{TAB}{PASSWORD}{ENTER}");
+    EXPECT_EQ(preferences->hotKeyCode(), 0U);
+    EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
+    EXPECT_FALSE(preferences->recentDatabaseBookmark());
+    EXPECT_TRUE(settings.values.empty());
+}
+
+TEST_F(PreferencesTest, everyAssignmentIsStoredUnderItsNameAndReadBack) {
+    preferences->setClipboardTimeout(30.5);
+    preferences->setSortColumn("modified");
+    preferences->setSortAscending(false);
+    preferences->setDefaultAutoTypeSequence("{PASSWORD}");
+    preferences->setHotKeyCode(7);
+    preferences->setHotKeyModifiers(4294967295U);
+    preferences->setRecentDatabaseBookmark(copyOf(bytesOf("yer imi")));
+
+    EXPECT_EQ(settings.values.at("clipboardTimeout"), SettingsValue(30.5));
+    EXPECT_EQ(settings.values.at("sortColumn"), SettingsValue("modified"));
+    EXPECT_EQ(settings.values.at("sortAscending"), SettingsValue(false));
+    EXPECT_EQ(settings.values.at("defaultAutoTypeSequence"), SettingsValue("{PASSWORD}"));
+    EXPECT_EQ(settings.values.at("hotKeyCode"), SettingsValue(std::int64_t{7}));
+    EXPECT_EQ(settings.values.at("hotKeyModifiers"), SettingsValue(std::int64_t{4294967295}));
+    EXPECT_EQ(settings.values.at("recentDatabaseBookmark"), SettingsValue(copyOf(bytesOf("yer imi"))));
+
+    launch();
+    EXPECT_EQ(preferences->clipboardTimeout(), 30.5);
+    EXPECT_EQ(preferences->sortColumn(), "modified");
+    EXPECT_FALSE(preferences->sortAscending());
+    EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{PASSWORD}");
+    EXPECT_EQ(preferences->hotKeyCode(), 7U);
+    EXPECT_EQ(preferences->hotKeyModifiers(), 4294967295U);
+    EXPECT_EQ(preferences->recentDatabaseBookmark(), copyOf(bytesOf("yer imi")));
+}
+
+TEST_F(PreferencesTest, aBookmarkThatIsNoneIsRemoved) {
+    preferences->setRecentDatabaseBookmark(copyOf(bytesOf("yer imi")));
+    preferences->setRecentDatabaseBookmark(std::nullopt);
+    EXPECT_FALSE(settings.values.contains("recentDatabaseBookmark"));
+}
+
+TEST_F(PreferencesTest, aStoredValueOfTheWrongKindCountsAsAbsent) {
+    for (const auto* key : {"clipboardTimeout", "hotKeyCode", "hotKeyModifiers", "recentDatabaseBookmark"})
+        settings.values.emplace(key, std::string("1"));
+    settings.values.emplace("sortColumn", true);
+    settings.values.emplace("sortAscending", std::string("false"));
+    settings.values.emplace("defaultAutoTypeSequence", std::int64_t{1});
+
+    launch();
+
+    EXPECT_EQ(preferences->clipboardTimeout(), 12.0);
+    EXPECT_EQ(preferences->sortColumn(), "title");
+    EXPECT_TRUE(preferences->sortAscending());
+    EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{USERNAME}{TAB}{PASSWORD}{ENTER}");
+    EXPECT_EQ(preferences->hotKeyCode(), 0U);
+    EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
+    EXPECT_FALSE(preferences->recentDatabaseBookmark());
+}
+
+TEST_F(PreferencesTest, aTimeoutMayBeStoredWithoutAFraction) {
+    settings.values.emplace("clipboardTimeout", std::int64_t{45});
+    launch();
+    EXPECT_EQ(preferences->clipboardTimeout(), 45.0);
+}
+
+TEST_F(PreferencesTest, aStoredTimeoutOfNothingIsNotReplaced) {
+    settings.values.emplace("clipboardTimeout", 0.0);
+    launch();
+    EXPECT_EQ(preferences->clipboardTimeout(), 0.0);
+}
+
+TEST_F(PreferencesTest, aHotKeyThatNoKeyboardHasCountsAsAbsent) {
+    for (const std::int64_t number : {std::int64_t{-1}, std::int64_t{4294967296}}) {
+        settings.values.insert_or_assign("hotKeyCode", number);
+        settings.values.insert_or_assign("hotKeyModifiers", number);
+        launch();
+        EXPECT_EQ(preferences->hotKeyCode(), 0U);
+        EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
+    }
+}
+
+TEST_F(PreferencesTest, aChangeIsToldAndARepetitionIsNot) {
+    int changes = 0;
+    QObject::connect(&*preferences, &Preferences::hotKeyCodeChanged, &*preferences, [&] { ++changes; });
+    preferences->setHotKeyCode(3);
+    preferences->setHotKeyCode(3);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(PreferencesTest, theListStartsWithTheStoredSort) {
+    preferences->setSortColumn("username");
+    preferences->setSortAscending(false);
+    launch();
+    EXPECT_EQ(state->sort(), (EntrySort{.column = EntrySort::Column::username, .ascending = false}));
+}
+
+TEST_F(PreferencesTest, aStoredSortThatNamesNoColumnIsByTitle) {
+    preferences->setSortColumn("Title");
+    preferences->setSortAscending(false);
+    launch();
+    EXPECT_EQ(state->sort(), (EntrySort{.column = EntrySort::Column::title, .ascending = false}));
+    EXPECT_EQ(settings.values.at("sortColumn"), SettingsValue("Title")) << "reading writes nothing back";
+}
+
+TEST_F(PreferencesTest, aChosenSortIsStoredAndTheSameOneIsNot) {
+    state->setSort({.column = EntrySort::Column::title, .ascending = true});
+    EXPECT_TRUE(settings.values.empty());
+    state->setSort({.column = EntrySort::Column::url, .ascending = false});
+    EXPECT_EQ(settings.values.at("sortColumn"), SettingsValue("url"));
+    EXPECT_EQ(settings.values.at("sortAscending"), SettingsValue(false));
+}
+
+}  // namespace

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/state/AppState.h"
+#include "app/state/Preferences.h"
+#include "core/model/KdbxError.h"
+#include "core/platform/SettingsStore.h"
+#include "tests/support/FakeScheduler.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <map>
+#include <string>
+
+/// Settings in memory.
+class FakeSettings final : public SettingsStore {
+public:
+    std::map<std::string, SettingsValue, std::less<>> values;
+
+    std::optional<SettingsValue> value(std::string_view key) const override {
+        const auto found = values.find(key);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void setValue(std::string_view key, std::optional<SettingsValue> value) override {
+        values.erase(std::string(key));
+        if (value)
+            values.emplace(std::string(key), std::move(*value));
+    }
+};
+
+/// A disk in memory. A path in `unreadable` or `unwritable` fails with the words given there.
+class FakeFiles final : public FileStore {
+public:
+    std::map<std::filesystem::path, Bytes> contents;
+    std::map<std::filesystem::path, std::string> unreadable;
+    std::map<std::filesystem::path, std::string> unwritable;
+    int writes = 0;
+
+    Bytes read(const std::filesystem::path& file) override {
+        if (const auto reason = unreadable.find(file); reason != unreadable.end())
+            throw FileError(EACCES, reason->second);
+        const auto found = contents.find(file);
+        if (found == contents.end())
+            throw FileError(ENOENT, "yok");
+        return found->second;
+    }
+    void writeAtomically(const std::filesystem::path& file, ByteView content) override {
+        if (const auto reason = unwritable.find(file); reason != unwritable.end())
+            throw FileError(ENOSPC, reason->second);
+        contents[file] = copyOf(content);
+        ++writes;
+    }
+    bool exists(const std::filesystem::path& file) override { return contents.contains(file); }
+};
+
+/// A bookmark is the path's own bytes. Paths in `unmarkable` get none.
+class FakeBookmarks final : public Bookmarks {
+public:
+    std::set<std::filesystem::path> unmarkable;
+    bool resolves = true;
+
+    std::optional<Bytes> bookmark(const std::filesystem::path& file) override {
+        if (unmarkable.contains(file))
+            return std::nullopt;
+        return copyOf(bytesOf(file.native()));
+    }
+    std::optional<std::filesystem::path> resolve(ByteView token) override {
+        if (!resolves)
+            return std::nullopt;
+        return std::filesystem::path(textOf(token));
+    }
+};
+
+/// Vault files that are a number; what each holds is remembered here, with the key that opens it.
+class FakeCodec {
+public:
+    std::exception_ptr failure;  // of the next call
+    std::optional<KdbxKey> lastKey;
+
+    AppState::VaultCodec doors() {
+        return {.load = [this](ByteView file, const KdbxKey& key) { return load(file, key); },
+                .save = [this](const KdbxDatabase& database, const KdbxKey& key) { return save(database, key); }};
+    }
+
+    Bytes save(const KdbxDatabase& database, const KdbxKey& key) {
+        fail();
+        lastKey = key;
+        m_vaults.push_back({database, key});
+        return copyOf(bytesOf("vault " + std::to_string(m_vaults.size() - 1)));
+    }
+
+    KdbxDatabase load(ByteView file, const KdbxKey& key) {
+        fail();
+        lastKey = key;
+        const auto& vault = vaultIn(file);
+        if (vault.key.password != key.password || vault.key.keyFileData != key.keyFileData)
+            throw KdbxError::invalidCredentials();
+        return vault.database;
+    }
+
+    const KdbxDatabase& databaseIn(ByteView file) const { return vaultIn(file).database; }
+
+private:
+    struct Vault {
+        KdbxDatabase database;
+        KdbxKey key;
+    };
+
+    void fail() {
+        if (failure)
+            std::rethrow_exception(std::exchange(failure, nullptr));
+    }
+    const Vault& vaultIn(ByteView file) const {
+        if (!textOf(file).starts_with("vault "))
+            throw KdbxError::notAKdbxFile();
+        return m_vaults.at(std::stoul(std::string(textOf(file).substr(6))));
+    }
+
+    std::vector<Vault> m_vaults;
+};
+
+inline KdbxEntry entryNamed(const std::string& title) {
+    KdbxEntry entry;
+    entry.title = title;
+    return entry;
+}
+
+inline KdbxGroup groupNamed(const std::string& name) {
+    KdbxGroup group;
+    group.name = name;
+    return group;
+}
+
+/// A vault with the entries "Banka" and "Posta" in the root, and in its one subgroup "Sosyal" the entry "Forum".
+inline KdbxDatabase smallVault(const std::string& name = "Kasam") {
+    auto root = groupNamed("Kök");
+    root.entries = {entryNamed("Banka"), entryNamed("Posta")};
+    auto social = groupNamed("Sosyal");
+    social.entries = {entryNamed("Forum")};
+    root.groups = {social};
+    return {.meta = {.databaseName = name},
+            .root = root,
+            .cipher = KdbxCipher::aes256,
+            .kdf = KdfSettings::recommended(),
+            .compressed = true,
+            .formatVersion = {.major = 4, .minor = 1}};
+}
+
+/// A state in a world of fakes, with a vault at "/kasa/Ev.kdbx" that "parola" opens.
+class StateTest : public ::testing::Test {
+protected:
+    const std::filesystem::path vaultFile = "/kasa/Ev.kdbx";
+    const std::filesystem::path otherFile = "/kasa/İş.kdbx";
+
+    FakeSettings settings;
+    FakeFiles files;
+    FakeBookmarks bookmarks;
+    FakeScheduler clock;
+    FakeCodec codec;
+    int clipboardClears = 0;
+    std::optional<Preferences> preferences;
+    std::optional<AppState> state;
+
+    StateTest() {
+        putVault(smallVault());
+        launch();
+    }
+
+    /// Starts the state anew on the same settings, as the next launch does.
+    void launch() {
+        state.reset();
+        preferences.emplace(settings);
+        state.emplace(AppState::Services{.preferences = *preferences,
+                                         .files = files,
+                                         .bookmarks = bookmarks,
+                                         .scheduler = clock,
+                                         .codec = codec.doors(),
+                                         .clearClipboard = [this] { ++clipboardClears; }});
+    }
+
+    void putVault(const KdbxDatabase& database) {
+        files.contents[vaultFile] = codec.save(database, KdbxKey("parola", std::nullopt));
+    }
+
+    void unlock() {
+        state->prepare(vaultFile);
+        state->unlock("parola", std::nullopt);
+        ASSERT_FALSE(state->isLocked()) << state->lastError().value_or("");
+    }
+
+    void rename(const std::string& title) {
+        state->edit("Kaydı Düzenle", [&](KdbxDatabase& database) { database.root.entries.mutableAt(0).title = title; });
+    }
+
+    std::string firstTitle() const { return state->database()->root.entries[0].title; }
+    std::string firstTitleIn(const std::filesystem::path& file) const {
+        return codec.databaseIn(files.contents.at(file)).root.entries[0].title;
+    }
+    std::optional<std::string> storedBookmark() const {
+        const auto& bookmark = preferences->recentDatabaseBookmark();
+        return bookmark ? std::optional(std::string(textOf(*bookmark))) : std::nullopt;
+    }
+};
