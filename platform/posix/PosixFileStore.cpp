@@ -24,7 +24,9 @@ public:
             const auto file = open();
             const auto before = status(file);
             auto content = readToEnd(file, static_cast<std::size_t>(before.st_size));
-            if (isUnchanged(before, status(file)))
+            const auto after = status(file);
+            const bool isWhole = before.st_size == 0 || content.size() == static_cast<std::size_t>(before.st_size);
+            if (isWhole && isUnchanged(before, after))
                 return content;
         }
         throw FileMessages::cannotRead(m_path, EAGAIN, "dosya okunurken değişti");
@@ -66,7 +68,8 @@ private:
             throw FileMessages::cannotRead(m_path, EINVAL, "bu bir dosya değil, aygıt");
     }
 
-    /// Past the size that was told, too: a growing file shows itself so, and some files tell no size.
+    /// Up to one byte past the size that was told, which is how a growing file shows itself; to the end where none was
+    /// told, as of the files below /proc.
     Bytes readToEnd(const FileHandle& file, std::size_t expectedSize) const try {
         Bytes content(expectedSize + 1);
         std::size_t filled = 0;
@@ -78,7 +81,8 @@ private:
             filled += static_cast<std::size_t>(size);
             if (filled > m_largestFile)
                 fail(EFBIG);
-            if (size == 0)
+            const bool isGrowing = expectedSize > 0 && filled > expectedSize;
+            if (size == 0 || isGrowing)
                 break;
             if (filled == content.size())
                 content.resize(content.size() + std::max(content.size(), firstRead));
