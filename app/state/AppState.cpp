@@ -29,6 +29,8 @@ void AppState::announce(Signal changed) {
 
 // Two vaults are not compared: their equality looks at identifiers and times alone.
 void AppState::assignDatabase(std::optional<KdbxDatabase> database) {
+    if (!database)
+        m_search.forget();
     m_database = std::move(database);
     announce(&AppState::databaseChanged);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/EntryReferences.h"
+#include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
 #include "app/state/Route.h"
 #include "core/model/KdbxDatabase.h"
@@ -19,6 +21,7 @@
 #include <string>
 #include <vector>
 
+class ClipboardService;
 class Preferences;
 
 /// The session: the one vault, the credentials that decrypt it, what is selected, searched and shown of it, the undo
@@ -45,8 +48,8 @@ public:
         FileStore& files;
         Bookmarks& bookmarks;
         Scheduler& scheduler;
+        ClipboardService& clipboard;
         VaultCodec codec;
-        std::function<void()> clearClipboard;
     };
 
     explicit AppState(Services services, QObject* parent = nullptr);
@@ -95,6 +98,23 @@ public:
     [[nodiscard]] bool canSave() const noexcept { return m_database && m_databaseURL; }
     [[nodiscard]] bool canUndo() const noexcept { return !m_undoStack.empty(); }
     [[nodiscard]] bool canRedo() const noexcept { return !m_redoStack.empty(); }
+    [[nodiscard]] bool isSearching() const;
+    /// What the list shows, in its order: what the search finds anywhere, else the selected group's own entries.
+    /// Made anew at each call; good until the vault changes.
+    [[nodiscard]] EntryReferences visibleEntries() const;
+    /// Those of the selected entries that the vault has, in no particular order.
+    [[nodiscard]] EntryReferences selectedEntries() const;
+    /// The one selected entry; none where there are several.
+    [[nodiscard]] const KdbxEntry* focusedEntry() const;
+
+    enum class Extending : bool { no, yes };
+    enum class Toggling : bool { no, yes };
+    /// A click on an entry. Extending selects all that is shown from the last click to this one; toggling, which wins
+    /// over it, turns the one entry's selection round.
+    void selectEntry(UUID id, Extending extending, Toggling toggling);
+    /// Asks the search field to take the focus.
+    void focusSearch();
+    void clearSearch();
 
     /// Makes a file the current vault, locked. Drops an open session with what is unsaved, without a question.
     void prepare(const std::filesystem::path& url);
@@ -169,6 +189,7 @@ private:
     void saveQuietly();
     void flash(std::string text);
     void scheduleStatusClear();
+    bool selectRange(UUID id);
     void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to);
     void emptyUndoStacks();
     void refreshUndoLabels();
@@ -195,6 +216,7 @@ private:
     std::optional<std::string> m_undoLabel;
     std::optional<std::string> m_redoLabel;
     std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts
+    mutable EntrySearch m_search;           // what it remembers goes when the vault is locked
     std::vector<Signal> m_changes;          // to be told at the end of the outermost step
     int m_openSteps = 0;
 };

@@ -4,6 +4,7 @@
 #include "app/state/GroupTree.h"
 #include "app/state/NewVault.h"
 #include "app/state/Preferences.h"
+#include "core/clipboard/ClipboardService.h"
 
 #include <unordered_set>
 
@@ -136,7 +137,7 @@ void AppState::lock() {
     clearSelection();
     setSearchText("");
     emptyUndoStacks();
-    m_services.clearClipboard();
+    m_services.clipboard.clearNow();
 }
 
 void AppState::closeDatabase() {

@@ -70,8 +70,9 @@ void AppState::pruneSelection() {
     if (!m_database)
         return;
     const auto& root = m_database->root;
-    auto entries = m_selectedEntryIDs;
-    std::erase_if(entries, [&](const UUID& id) { return !GroupTree::findEntry(root, id); });
+    std::set<UUID> entries;
+    for (const auto* entry : selectedEntries())
+        entries.insert(entry->id);
     setSelectedEntryIDs(std::move(entries));
     if (m_selectedGroupID && !GroupTree::findGroup(root, *m_selectedGroupID))
         setSelectedGroupID(root.id);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/Preferences.h"
 
+#include "core/clipboard/ClipboardService.h"
+
 #include <limits>
 
 namespace {
@@ -32,24 +34,55 @@ std::optional<std::uint32_t> storedUInt32(const SettingsStore& store, std::strin
     return static_cast<std::uint32_t>(*integer);
 }
 
+/// Without a length nothing else counts. A choice that is missing or no boolean is as it was before it existed: an
+/// older version's settings keep what they have.
+PasswordGenerator::Options decode(const std::optional<SettingsDictionary>& stored) {
+    if (!stored)
+        return {};
+    const auto item = [&]<class Kind>(const char* key, Kind otherwise) {
+        const auto found = stored->find(key);
+        const auto* kind = found == stored->end() ? nullptr : std::get_if<Kind>(&found->second);
+        return kind ? *kind : otherwise;
+    };
+    const auto length = stored->find("length");
+    if (length == stored->end() || !std::holds_alternative<std::int64_t>(length->second))
+        return {};
+    return {.length = std::get<std::int64_t>(length->second),
+            .upper = item("upper", true),
+            .lower = item("lower", true),
+            .digits = item("digits", true),
+            .symbols = item("symbols", true),
+            .excludeAmbiguous = item("excludeAmbiguous", false)};
+}
+
+SettingsDictionary encode(const PasswordGenerator::Options& options) {
+    return {{"length", options.length}, {"upper", options.upper},     {"lower", options.lower},
+            {"digits", options.digits}, {"symbols", options.symbols}, {"excludeAmbiguous", options.excludeAmbiguous}};
+}
+
 template <class Value>
 std::optional<SettingsValue> settingsValue(const Value& value) {
-    return SettingsValue(value);
+    return std::optional<SettingsValue>(std::in_place, value);
 }
 
 std::optional<SettingsValue> settingsValue(std::uint32_t value) {
-    return SettingsValue(std::int64_t{value});
+    return std::optional<SettingsValue>(std::in_place, std::int64_t{value});
 }
 
 std::optional<SettingsValue> settingsValue(const std::optional<Bytes>& value) {
     return value ? std::optional<SettingsValue>(*value) : std::nullopt;
 }
 
+std::optional<SettingsValue> settingsValue(const PasswordGenerator::Options& value) {
+    return std::optional<SettingsValue>(std::in_place, encode(value));
+}
+
 }  // namespace
 
-Preferences::Preferences(SettingsStore& store, QObject* parent)
+Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObject* parent)
     : QObject(parent),
       m_store(store),
+      m_clipboard(clipboard),
       m_sortColumn(stored<std::string>(store, "sortColumn").value_or("title")),
       m_sortAscending(stored<bool>(store, "sortAscending").value_or(true)),
       m_clipboardTimeout(storedNumber(store, "clipboardTimeout").value_or(defaultClipboardTimeout)),
@@ -57,7 +90,10 @@ Preferences::Preferences(SettingsStore& store, QObject* parent)
           stored<std::string>(store, "defaultAutoTypeSequence").value_or("{USERNAME}{TAB}{PASSWORD}{ENTER}")),
       m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(0)),
       m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(defaultHotKeyModifiers)),
-      m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")) {}
+      m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")),
+      m_generatorOptions(decode(stored<SettingsDictionary>(store, "generatorOptions"))) {
+    m_clipboard.setClearAfter(m_clipboardTimeout);
+}
 
 template <class Value>
 void Preferences::store(std::string_view key, Value& property, Value value, void (Preferences::*changed)()) {
@@ -69,6 +105,7 @@ void Preferences::store(std::string_view key, Value& property, Value value, void
 }
 
 void Preferences::setClipboardTimeout(double seconds) {
+    m_clipboard.setClearAfter(seconds);
     store("clipboardTimeout", m_clipboardTimeout, seconds, &Preferences::clipboardTimeoutChanged);
 }
 
@@ -96,4 +133,8 @@ void Preferences::setHotKeyModifiers(std::uint32_t modifiers) {
 void Preferences::setRecentDatabaseBookmark(std::optional<Bytes> bookmark) {
     store("recentDatabaseBookmark", m_recentDatabaseBookmark, std::move(bookmark),
           &Preferences::recentDatabaseBookmarkChanged);
+}
+
+void Preferences::setGeneratorOptions(PasswordGenerator::Options options) {
+    store("generatorOptions", m_generatorOptions, options, &Preferences::generatorOptionsChanged);
 }

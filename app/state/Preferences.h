@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/generator/PasswordGenerator.h"
 #include "core/platform/SettingsStore.h"
 
 #include <QObject>
@@ -10,13 +11,16 @@
 #include <string>
 #include <string_view>
 
+class ClipboardService;
+
 /// What survives between launches and is not in the vault. Read at construction, which writes nothing; each
 /// assignment is stored at once. A stored value of the wrong kind counts as absent. Holds no secret.
 class Preferences : public QObject {
     Q_OBJECT
 
 public:
-    explicit Preferences(SettingsStore& store, QObject* parent = nullptr);
+    /// Both outlive it. The clipboard service gets the stored timeout at once, and each later one.
+    Preferences(SettingsStore& store, ClipboardService& clipboard, QObject* parent = nullptr);
 
     /// Seconds until a copied secret is wiped; 12 at first.
     [[nodiscard]] double clipboardTimeout() const noexcept { return m_clipboardTimeout; }
@@ -47,6 +51,10 @@ public:
     }
     void setRecentDatabaseBookmark(std::optional<Bytes> bookmark);
 
+    /// What the last generated password was made of.
+    [[nodiscard]] const PasswordGenerator::Options& generatorOptions() const noexcept { return m_generatorOptions; }
+    void setGeneratorOptions(PasswordGenerator::Options options);
+
 signals:
     void clipboardTimeoutChanged();
     void sortColumnChanged();
@@ -55,12 +63,14 @@ signals:
     void hotKeyCodeChanged();
     void hotKeyModifiersChanged();
     void recentDatabaseBookmarkChanged();
+    void generatorOptionsChanged();
 
 private:
     template <class Value>
     void store(std::string_view key, Value& property, Value value, void (Preferences::*changed)());
 
     SettingsStore& m_store;
+    ClipboardService& m_clipboard;
     std::string m_sortColumn;
     bool m_sortAscending;
     double m_clipboardTimeout;
@@ -68,4 +78,5 @@ private:
     std::uint32_t m_hotKeyCode;
     std::uint32_t m_hotKeyModifiers;
     std::optional<Bytes> m_recentDatabaseBookmark;
+    PasswordGenerator::Options m_generatorOptions;
 };

@@ -15,6 +15,7 @@ TEST_F(PreferencesTest, aFirstLaunchHasTheDefaultsAndStoresNone) {
     EXPECT_EQ(preferences->hotKeyCode(), 0U);
     EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
     EXPECT_FALSE(preferences->recentDatabaseBookmark());
+    EXPECT_EQ(preferences->generatorOptions(), PasswordGenerator::Options());
     EXPECT_TRUE(settings.values.empty());
 }
 
@@ -73,6 +74,49 @@ TEST_F(PreferencesTest, aTimeoutMayBeStoredWithoutAFraction) {
     settings.values.emplace("clipboardTimeout", std::int64_t{45});
     launch();
     EXPECT_EQ(preferences->clipboardTimeout(), 45.0);
+}
+
+TEST_F(PreferencesTest, theClipboardGetsTheTimeoutAtStartAndWithEachChange) {
+    EXPECT_EQ(clipboard.clearAfter(), 12.0);
+    preferences->setClipboardTimeout(45);
+    EXPECT_EQ(clipboard.clearAfter(), 45.0);
+    clipboard.setClearAfter(1);
+    launch();
+    EXPECT_EQ(clipboard.clearAfter(), 45.0);
+}
+
+TEST_F(PreferencesTest, generatorOptionsAreStoredWithAllTheirKeys) {
+    const PasswordGenerator::Options options{
+        .length = 8, .upper = false, .lower = true, .digits = false, .symbols = false, .excludeAmbiguous = true};
+    preferences->setGeneratorOptions(options);
+    EXPECT_EQ(settings.values.at("generatorOptions"), SettingsValue(SettingsDictionary{{"length", std::int64_t{8}},
+                                                                                       {"upper", false},
+                                                                                       {"lower", true},
+                                                                                       {"digits", false},
+                                                                                       {"symbols", false},
+                                                                                       {"excludeAmbiguous", true}}));
+    launch();
+    EXPECT_EQ(preferences->generatorOptions(), options);
+}
+
+TEST_F(PreferencesTest, generatorOptionsWithoutALengthAreTheDefaults) {
+    for (const auto& stored : {SettingsDictionary(), SettingsDictionary{{"upper", false}},
+                               SettingsDictionary{{"length", "20"}, {"upper", false}},
+                               SettingsDictionary{{"length", 20.5}, {"upper", false}}}) {
+        settings.values.insert_or_assign("generatorOptions", stored);
+        launch();
+        EXPECT_EQ(preferences->generatorOptions(), PasswordGenerator::Options());
+    }
+    settings.values.insert_or_assign("generatorOptions", SettingsValue(true));
+    launch();
+    EXPECT_EQ(preferences->generatorOptions(), PasswordGenerator::Options());
+}
+
+TEST_F(PreferencesTest, generatorOptionsWithALengthAloneHaveAllClasses) {
+    settings.values.insert_or_assign("generatorOptions",
+                                     SettingsDictionary{{"length", std::int64_t{33}}, {"excludeAmbiguous", "yes"}});
+    launch();
+    EXPECT_EQ(preferences->generatorOptions(), PasswordGenerator::Options{.length = 33});
 }
 
 TEST_F(PreferencesTest, aStoredTimeoutOfNothingIsNotReplaced) {

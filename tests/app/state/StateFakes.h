@@ -3,8 +3,10 @@
 
 #include "app/state/AppState.h"
 #include "app/state/Preferences.h"
+#include "core/clipboard/ClipboardService.h"
 #include "core/model/KdbxError.h"
 #include "core/platform/SettingsStore.h"
+#include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeScheduler.h"
 
 #include <gtest/gtest.h>
@@ -158,7 +160,8 @@ protected:
     FakeBookmarks bookmarks;
     FakeScheduler clock;
     FakeCodec codec;
-    int clipboardClears = 0;
+    FakeClipboard pasteboard;
+    ClipboardService clipboard{pasteboard, clock};
     std::optional<Preferences> preferences;
     std::optional<AppState> state;
 
@@ -170,13 +173,13 @@ protected:
     /// Starts the state anew on the same settings, as the next launch does.
     void launch() {
         state.reset();
-        preferences.emplace(settings);
+        preferences.emplace(settings, clipboard);
         state.emplace(AppState::Services{.preferences = *preferences,
                                          .files = files,
                                          .bookmarks = bookmarks,
                                          .scheduler = clock,
-                                         .codec = codec.doors(),
-                                         .clearClipboard = [this] { ++clipboardClears; }});
+                                         .clipboard = clipboard,
+                                         .codec = codec.doors()});
     }
 
     void putVault(const KdbxDatabase& database) {
