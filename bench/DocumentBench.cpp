@@ -18,9 +18,8 @@ KdbxEntry makeEntry(int number) {
     entry.username = "kullanici" + n + "@example.com";
     entry.password = SecureString("p4rola-" + n + "-çok-gizli");
     entry.url = "https://www.example.com/giris/" + n;
-    entry.notes = n.size() % 2 == 0 ? "Bir satır\nve bir satır daha: " + n : "";
-    entry.customFields["Müşteri no"] = "100200" + n;
-    entry.tags = {"iş", "banka"};
+    if (number % 4 == 0)
+        entry.customFields["Müşteri no"] = "100200" + n;
     entry.unknownXML = {"<ForegroundColor/>", "<BackgroundColor/>", "<OverrideURL/>"};
     if (number % 10 == 0)
         entry.unknownXML.push_back("<CustomData><Item><Key>eklenti</Key><Value>a &amp; b</Value></Item></CustomData>");
@@ -40,7 +39,7 @@ KdbxDatabase makeDatabase() {
         made.name = "Grup " + std::to_string(group);
         for (int i = 0; i < entriesPerGroup; ++i) {
             auto entry = makeEntry(group * entriesPerGroup + i);
-            if (i % 3 == 0)
+            if (i % 5 == 0)
                 entry.historyItems.append(entry);
             made.entries.append(std::move(entry));
         }

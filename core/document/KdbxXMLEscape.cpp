@@ -7,9 +7,9 @@
 namespace KdbxXMLEscape {
 
 std::string sanitise(std::string_view text) {
-    Bytes sanitised;
+    WipingText sanitised;
     XMLText::appendSanitised(sanitised, text);
-    return std::string(textOf(sanitised));
+    return std::string(sanitised.view());
 }
 
 std::string text(std::string_view text) {

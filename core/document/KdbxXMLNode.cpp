@@ -67,7 +67,7 @@ std::string_view KdbxXMLNode::trimmedText() const {
 }
 
 std::string KdbxXMLNode::rawXMLString() const {
-    Bytes out;  // wiped as it grows: protected values are in the clear here
+    WipingText out;  // wiped as it grows: protected values are in the clear here
     XMLPrinting::appendElement(out, *this);
-    return std::string(textOf(out));
+    return std::string(out.view());
 }

@@ -42,9 +42,14 @@ std::string_view textOfChild(const XMLElement& element, XMLName name) {
     return child == nullptr ? std::string_view() : child->text;
 }
 
-void readUUID(const XMLElement& element, UUID& id) {
-    if (const auto read = parseUUID(element.trimmedText()))
-        id = *read;
+/// The identifier of a group or an entry: of its `UUID` elements the last that can be read, or else a random one.
+UUID idOf(const XMLElement& element) {
+    std::optional<UUID> id;
+    for (const auto& child : element.children)
+        if (child.known == XMLName::uuid)
+            if (const auto read = parseUUID(child.trimmedText()))
+                id = read;
+    return id ? *id : UUID::random();
 }
 
 KdbxError notParsed() {
@@ -161,6 +166,10 @@ class Reader {
 public:
     explicit Reader(const std::vector<Binary>& binaries) : m_binaries(binaries) {}
 
+    /// Reads an entry of a group, for the group that will ask for it by the number.
+    std::uint32_t takeEntry(const XMLElement& element, int depth);
+
+    /// Reads the document after its entries.
     Document readDocument(const XMLElement& documentElement);
 
 private:
@@ -173,19 +182,27 @@ private:
     void readMetaChild(const XMLElement& child);
     void readRecycleBinUUID(const XMLElement& element);
     KdbxGroup readGroups(const XMLElement& root);
-    void readGroupChild(const XMLElement& child, int depth, KdbxGroup& group);
+    void readGroupChild(const XMLElement& child, KdbxGroup& group);
     void readEntry(const XMLElement& element, int depth, KdbxEntry& entry);
     void readEntryChild(const XMLElement& child, KdbxEntry& entry);
     void readHistory(const XMLElement& history, int depth, KdbxEntry& entry);
     void addWrappers(const XMLElement& root);
-    void addWrapper(std::string_view name, const Bytes& content);
+    void addWrapper(std::string_view name, std::string_view content);
     void preserve(const XMLElement& element, std::vector<std::string>& texts);
 
     const std::vector<Binary>& m_binaries;
+    std::vector<KdbxEntry> m_entries;  // in the order of the document
     Document m_document;
-    Bytes m_preservedMeta;
-    Bytes m_printed;  // where foreign elements are printed, protected values in the clear: wiped in the end
+    WipingText m_preservedMeta;
+    WipingText m_printed;  // where foreign elements are printed, protected values in the clear: wiped in the end
 };
+
+std::uint32_t Reader::takeEntry(const XMLElement& element, int depth) {
+    KdbxEntry entry{.id = idOf(element)};
+    readEntry(element, depth, entry);
+    m_entries.push_back(std::move(entry));
+    return static_cast<std::uint32_t>(m_entries.size() - 1);
+}
 
 Document Reader::readDocument(const XMLElement& documentElement) {
     if (documentElement.known != XMLName::document)
@@ -254,7 +271,7 @@ void Reader::readRecycleBinUUID(const XMLElement& element) {
 /// level.
 KdbxGroup Reader::readGroups(const XMLElement& root) {
     std::vector<OpenGroup> open;
-    open.push_back({.group = {}, .nextChild = root.children.begin()});
+    open.push_back({.group = {.id = idOf(root)}, .nextChild = root.children.begin()});
     for (;;) {
         const auto depth = depthOfRootGroup + static_cast<int>(open.size()) - 1;
         auto& innermost = open.back();
@@ -268,19 +285,18 @@ KdbxGroup Reader::readGroups(const XMLElement& root) {
         }
         const auto& child = *innermost.nextChild++;
         if (child.known != XMLName::group) {
-            readGroupChild(child, depth + 1, innermost.group);
+            readGroupChild(child, innermost.group);
             continue;
         }
         checkDepth(depth + 1);
-        open.push_back({.group = {}, .nextChild = child.children.begin()});
+        open.push_back({.group = {.id = idOf(child)}, .nextChild = child.children.begin()});
     }
 }
 
-void Reader::readGroupChild(const XMLElement& child, int depth, KdbxGroup& group) {
+void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
     switch (child.known) {
         case XMLName::uuid:
-            readUUID(child, group.id);
-            break;
+            break;  // `idOf` has it
         case XMLName::name:
             group.name = child.text;
             break;
@@ -299,12 +315,9 @@ void Reader::readGroupChild(const XMLElement& child, int depth, KdbxGroup& group
         case XMLName::times:
             readGroupTimes(child, group);
             break;
-        case XMLName::entry: {
-            KdbxEntry entry;
-            readEntry(child, depth, entry);
-            group.entries.append(std::move(entry));
+        case XMLName::entry:
+            group.entries.append(std::move(m_entries[child.taken]));
             break;
-        }
         default:
             preserve(child, group.unknownXML);
     }
@@ -323,8 +336,7 @@ void Reader::readEntry(const XMLElement& element, int depth, KdbxEntry& entry) {
 void Reader::readEntryChild(const XMLElement& child, KdbxEntry& entry) {
     switch (child.known) {
         case XMLName::uuid:
-            readUUID(child, entry.id);
-            break;
+            break;  // `idOf` has it
         case XMLName::iconID:
             entry.iconID = integerOr(unreadableEntryIcon, child);
             break;
@@ -349,53 +361,55 @@ void Reader::readHistory(const XMLElement& history, int depth, KdbxEntry& entry)
     for (const auto& child : history.children) {
         if (child.known != XMLName::entry)
             continue;
-        KdbxEntry item;
+        KdbxEntry item{.id = idOf(child)};
         readEntry(child, depth + 1, item);
         entry.historyItems.append(std::move(item));
     }
 }
 
 void Reader::addWrappers(const XMLElement& root) {
-    addWrapper(KdbxPreserve::meta, m_preservedMeta);
-    Bytes content;
+    addWrapper(KdbxPreserve::meta, m_preservedMeta.view());
+    WipingText content;
     for (const auto& child : root.children)
         if (child.known != XMLName::group)
             XMLPrinting::appendElement(content, child);
-    addWrapper(KdbxPreserve::root, content);
+    addWrapper(KdbxPreserve::root, content.view());
     content.clear();
     for (const auto& binary : m_binaries) {
-        XMLText::appendRaw(content, "<Binary Flags=\"" + std::to_string(binary.flags) + "\">");
-        Base64::appendEncoded(content, binary.data);
-        XMLText::appendRaw(content, "</Binary>");
+        content.append("<Binary Flags=\"" + std::to_string(binary.flags) + "\">");
+        content.append(Base64::encode(binary.data));
+        content.append("</Binary>");
     }
-    addWrapper(KdbxPreserve::binaries, content);
+    addWrapper(KdbxPreserve::binaries, content.view());
 }
 
 /// A wrapper is there only if it has something to carry.
-void Reader::addWrapper(std::string_view name, const Bytes& content) {
+void Reader::addWrapper(std::string_view name, std::string_view content) {
     if (content.empty())
         return;
     std::string wrapper;
     wrapper.reserve(content.size() + 2 * name.size() + std::string_view("<></>").size());
-    wrapper.append("<").append(name).append(">").append(textOf(content)).append("</").append(name).append(">");
+    wrapper.append("<").append(name).append(">").append(content).append("</").append(name).append(">");
     m_document.root.unknownXML.push_back(std::move(wrapper));
 }
 
 void Reader::preserve(const XMLElement& element, std::vector<std::string>& texts) {
     m_printed.clear();
     XMLPrinting::appendElement(m_printed, element);
-    texts.emplace_back(textOf(m_printed));
+    texts.emplace_back(m_printed.view());
 }
 
 }  // namespace
 
 Document parse(ByteView data, InnerStreamCipher& stream, KdbxFormatVersion /*version*/,
                const std::vector<Binary>& binaries) {
+    Reader reader(binaries);
     XMLTree tree(XMLTree::KeptText::whatIsRead);
-    const auto* const documentElement = tree.parse(data, &stream);
+    const auto* const documentElement =
+        tree.parse(data, &stream, [&](const XMLElement& entry, int depth) { return reader.takeEntry(entry, depth); });
     if (documentElement == nullptr)
         throw notParsed();
-    return Reader(binaries).readDocument(*documentElement);
+    return reader.readDocument(*documentElement);
 }
 
 }  // namespace KdbxXML

@@ -4,6 +4,7 @@
 #include "core/document/KdbxDate.h"
 #include "core/document/KdbxPreserve.h"
 #include "core/document/PreservedXML.h"
+#include "core/document/PrintedForm.h"
 #include "core/document/XMLPrinting.h"
 #include "core/primitives/Base64.h"
 
@@ -73,21 +74,23 @@ void Writer::base64Element(std::string_view name, ByteView data) {
     put("<");
     put(name);
     put(">");
-    Base64::appendEncoded(m_out, data);
+    putBase64(data);
     XMLPrinting::appendEndTag(m_out, name);
+}
+
+void Writer::putBase64(ByteView data) {
+    m_base64.clear();
+    Base64::appendEncoded(m_base64, data);
+    put(textOf(m_base64));
 }
 
 /// The value as the stream masks it here. It is not escaped: the reader will not see it as text but as bytes.
 void Writer::putMasked(std::string_view value) {
     m_masked.clear();
     XMLText::appendSanitised(m_masked, value);
-    m_stream.processInPlace(m_masked);
+    m_stream.processInPlace(m_masked.mutableBytes());
     put(" Protected=\"True\">");
-    Base64::appendEncoded(m_out, m_masked);
-}
-
-void Writer::put(std::string_view text) {
-    XMLText::appendRaw(m_out, text);
+    putBase64(m_masked.bytes());
 }
 
 // --- Meta ---
@@ -253,11 +256,19 @@ void Writer::writeAutoType(const KdbxEntry& entry) {
 // --- Foreign elements ---
 
 void Writer::writeForeign(const std::vector<std::string>& texts) {
-    for (const auto& text : texts) {
-        const auto* const node = m_foreign.parse(bytesOf(text), nullptr);
-        if (node != nullptr && !KdbxPreserve::isWrapper(node->name))
-            writeNode(*node);
+    for (const auto& text : texts)
+        writeForeign(text);
+}
+
+void Writer::writeForeign(std::string_view text) {
+    if (const auto name = PrintedForm::nameOf(text)) {
+        if (!KdbxPreserve::isWrapper(*name))
+            put(text);
+        return;
     }
+    const auto* const node = m_foreign.parse(bytesOf(text), nullptr);
+    if (node != nullptr && !KdbxPreserve::isWrapper(node->name))
+        writeNode(*node);
 }
 
 void Writer::writeNode(const XMLElement& node) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/document/KdbxXML.h"
-#include "core/document/KdbxXMLNode.h"
+#include "core/document/WipingText.h"
 #include "core/document/XMLTree.h"
 
 #include <concepts>
@@ -23,8 +23,8 @@ public:
     void element(std::string_view name, Timestamp date);
 
     /// The document so far, in UTF-8.
-    [[nodiscard]] const Bytes& out() const noexcept { return m_out; }
-    [[nodiscard]] Bytes takeOut() noexcept { return std::move(m_out); }
+    [[nodiscard]] ByteView out() const noexcept { return m_out.bytes(); }
+    [[nodiscard]] Bytes takeOut() { return std::move(m_out).take(); }
 
 private:
     void writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash, const XMLChildren& preserved);
@@ -37,17 +37,19 @@ private:
     void writeAutoType(const KdbxEntry& entry);
     void writeString(std::string_view key, std::string_view value, bool isProtected);
     void writeForeign(const std::vector<std::string>& texts);
+    void writeForeign(std::string_view text);
     void writeNode(const XMLElement& node);
     void protectedElementNode(const XMLElement& node);
     void applyMemoryProtection(const XMLChildren& nodes);
 
-    void put(std::string_view text);
+    void put(std::string_view text) { m_out.append(text); }
+    void putBase64(ByteView data);
     void boolElement(std::string_view name, bool value);
     void integerElement(std::string_view name, std::int64_t value);
     void base64Element(std::string_view name, ByteView data);
     void putMasked(std::string_view value);
 
-    Bytes m_out;
+    WipingText m_out;
     InnerStreamCipher& m_stream;
     std::uint16_t m_major;
     bool m_protectTitle = false;
@@ -56,7 +58,8 @@ private:
     bool m_protectURL = false;
     bool m_protectNotes = false;
     XMLTree m_foreign;  // used for one foreign text after the other
-    Bytes m_masked;
+    WipingText m_masked;
+    Bytes m_base64;
 };
 
 }  // namespace KdbxXML

@@ -50,6 +50,7 @@ private:
     void guarded(Step step) noexcept;
 
     XML_ParserStruct* m_parser;
+    unsigned long m_salt = 0;  // of the names' hashes
     ByteView m_data;
     Listener* m_listener = nullptr;
     std::exception_ptr m_failure;

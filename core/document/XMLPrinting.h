@@ -11,30 +11,30 @@
 namespace XMLPrinting {
 
 /// Each attribute behind a blank, in the order of the keys.
-inline void appendAttributes(Bytes& out, const Text::Map<std::string>& attributes) {
+inline void appendAttributes(WipingText& out, const Text::Map<std::string>& attributes) {
     for (const auto& [key, value] : attributes) {
         if (key == "Protected")
             continue;  // the element's own mark tells
-        XMLText::appendRaw(out, " ");
-        XMLText::appendRaw(out, key);
-        XMLText::appendRaw(out, "=\"");
+        out.append(" ");
+        out.append(key);
+        out.append("=\"");
         XMLText::appendAttributeValue(out, value);
-        XMLText::appendRaw(out, "\"");
+        out.append("\"");
     }
 }
 
-inline void appendEndTag(Bytes& out, std::string_view name) {
-    XMLText::appendRaw(out, "</");
-    XMLText::appendRaw(out, name);
-    XMLText::appendRaw(out, ">");
+inline void appendEndTag(WipingText& out, std::string_view name) {
+    out.append("</");
+    out.append(name);
+    out.append(">");
 }
 
 /// An element from behind its attributes to its end. Its own text is dropped where it has child elements.
 template <class Element, class AppendChild>
-void appendFromAttributes(Bytes& out, const Element& element, AppendChild appendChild) {
+void appendFromAttributes(WipingText& out, const Element& element, AppendChild appendChild) {
     if (element.children.empty() && element.text.empty())
-        return XMLText::appendRaw(out, "/>");
-    XMLText::appendRaw(out, ">");
+        return out.append("/>");
+    out.append(">");
     if (element.children.empty())
         XMLText::appendContent(out, element.text);
     for (const auto& child : element.children)
@@ -44,12 +44,12 @@ void appendFromAttributes(Bytes& out, const Element& element, AppendChild append
 
 /// An element in the clear, where the mark alone tells that it is protected.
 template <class Element>
-void appendElement(Bytes& out, const Element& element) {
-    XMLText::appendRaw(out, "<");
-    XMLText::appendRaw(out, element.name);
+void appendElement(WipingText& out, const Element& element) {
+    out.append("<");
+    out.append(element.name);
     appendAttributes(out, element.attributes);
     if (element.isProtected)
-        XMLText::appendRaw(out, " Protected=\"True\"");
+        out.append(" Protected=\"True\"");
     appendFromAttributes(out, element, [&](const auto& child) { appendElement(out, child); });
 }
 

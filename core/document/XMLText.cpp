@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace XMLText {
 namespace {
@@ -77,28 +76,28 @@ bool opensNoncharacter(std::string_view text) {
     return text.starts_with("\xEF\xBF\xBE") || text.starts_with("\xEF\xBF\xBF");
 }
 
-void appendValid(Bytes& out, std::string_view text, const Fates& fates) {
+void appendValid(WipingText& out, std::string_view text, const Fates& fates) {
     while (!text.empty()) {
         const auto end = std::ranges::find_if(text, [&](char c) { return fateOf(c, fates) != Fate::stays; });
         const auto run = static_cast<std::size_t>(end - text.begin());
-        appendRaw(out, text.substr(0, run));
+        out.append(text.substr(0, run));
         text.remove_prefix(run);
         if (text.empty())
             return;
         const auto fate = fateOf(text.front(), fates);
         if (fate != Fate::mayOpenNoncharacter) {
-            appendRaw(out, replacement(fate));
+            out.append(replacement(fate));
             text.remove_prefix(1);
             continue;
         }
         if (!opensNoncharacter(text))
-            appendRaw(out, text.substr(0, 3));
+            out.append(text.substr(0, 3));
         text.remove_prefix(3);
     }
 }
 
 /// A text of the model is well-formed. Should one not be, the document must be all the same.
-void append(Bytes& out, std::string_view text, const Fates& fates) {
+void append(WipingText& out, std::string_view text, const Fates& fates) {
     if (Text::isValidUTF8(bytesOf(text)))
         return appendValid(out, text, fates);
     auto repaired = Text::repairingUTF8(bytesOf(text));
@@ -108,23 +107,16 @@ void append(Bytes& out, std::string_view text, const Fates& fates) {
 
 }  // namespace
 
-void appendContent(Bytes& out, std::string_view text) {
+void appendContent(WipingText& out, std::string_view text) {
     append(out, text, fatesInContent);
 }
 
-void appendAttributeValue(Bytes& out, std::string_view text) {
+void appendAttributeValue(WipingText& out, std::string_view text) {
     append(out, text, fatesInAttributes);
 }
 
-void appendSanitised(Bytes& out, std::string_view text) {
+void appendSanitised(WipingText& out, std::string_view text) {
     append(out, text, fatesWhenSanitising);
-}
-
-void appendRaw(Bytes& out, std::string_view text) {
-    const auto offset = out.size();
-    out.resize(offset + text.size());
-    if (!text.empty())
-        std::memcpy(out.data() + offset, text.data(), text.size());
 }
 
 }  // namespace XMLText

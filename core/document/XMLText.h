@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/Bytes.h"
+#include "core/document/WipingText.h"
 
 #include <string_view>
 
@@ -13,15 +13,12 @@
 namespace XMLText {
 
 /// The text of an element: sanitised, with "&", "<" and ">" escaped.
-void appendContent(Bytes& out, std::string_view text);
+void appendContent(WipingText& out, std::string_view text);
 
 /// The text of an attribute between quotation marks: as content, with `"`, line feed and carriage return escaped too.
-void appendAttributeValue(Bytes& out, std::string_view text);
+void appendAttributeValue(WipingText& out, std::string_view text);
 
 /// The text without what XML cannot carry, for a value that will be masked.
-void appendSanitised(Bytes& out, std::string_view text);
-
-/// Appends as it stands.
-void appendRaw(Bytes& out, std::string_view text);
+void appendSanitised(WipingText& out, std::string_view text);
 
 }  // namespace XMLText

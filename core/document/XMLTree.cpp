@@ -6,8 +6,11 @@
 #include "core/primitives/Base64.h"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <deque>
+#include <map>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -142,11 +145,10 @@ public:
         return ::new (place) XMLElement{.name = name.text, .attributes = attributes, .known = name.known};
     }
 
-    /// Elements own nothing, so nothing is destroyed. One block is kept for the next document.
-    void clear() {
-        m_used = 0;
-        m_blocks.resize(std::min<std::size_t>(m_blocks.size(), 1));
-    }
+    [[nodiscard]] std::size_t size() const { return m_used; }
+
+    /// Forgets all but the first elements. They own nothing, so nothing is destroyed, and the room is used again.
+    void goBackTo(std::size_t size) { m_used = size; }
 
 private:
     union Place {
@@ -167,9 +169,10 @@ class XMLTree::Builder final : public XMLParser::Listener {
 public:
     explicit Builder(KeptText keptText) : m_keptText(keptText) {}
 
-    const XMLElement* parse(ByteView data, InnerStreamCipher* stream) {
+    const XMLElement* parse(ByteView data, InnerStreamCipher* stream, const EntryTaker& taker) {
         clear();
         m_stream = stream;
+        m_taker = &taker;
         return m_parser.parse(data, *this) ? m_root : nullptr;
     }
 
@@ -177,7 +180,9 @@ public:
         const auto kept = keep(attributes);
         auto* const element = m_elements.make(m_names.name(name), *kept.attributes);
         element->isProtected = kept.isProtected;
-        m_open.push_back({.element = element});
+        if (element->known == XMLName::entry && isInGroup())
+            m_beforeEntry = {m_elements.size(), m_attributes.size(), m_texts.size()};
+        m_open.push_back({.element = element, .isOnGroupPath = isOnGroupPath(element->known)});
     }
 
     void characters(std::string_view piece, XMLParser::Lifetime lifetime) override {
@@ -197,6 +202,8 @@ public:
             open.element->text = textOf(*open.copy);
         if (open.element->isProtected && m_stream != nullptr)
             unmask(*open.element);
+        if (*m_taker && open.element->known == XMLName::entry && isInGroup())
+            letTake(*open.element);
         if (m_open.empty())
             m_root = open.element;
         else
@@ -204,8 +211,16 @@ public:
     }
 
 private:
+    /// How much of everything there is, to go back to.
+    struct Contents {
+        std::size_t elements;
+        std::size_t attributes;
+        std::size_t texts;
+    };
+
     struct Open {
         XMLElement* element;
+        bool isOnGroupPath;
         XMLElement* lastChild = nullptr;
         Bytes* copy = nullptr;  // the text, once it is not one piece of the document
 
@@ -218,9 +233,30 @@ private:
     void clear() {
         m_root = nullptr;
         m_open.clear();
-        m_elements.clear();
-        m_attributes.clear();
-        m_texts.clear();
+        goBackTo({0, 0, 0});
+    }
+
+    void goBackTo(const Contents& contents) {
+        m_elements.goBackTo(contents.elements);
+        m_attributes.resize(contents.attributes);
+        m_texts.resize(contents.texts);
+    }
+
+    /// Whether an element of that name, the next to be opened, is the document element, its `Root`, or a group in
+    /// there.
+    bool isOnGroupPath(XMLName name) const {
+        if (m_open.empty())
+            return name == XMLName::document;
+        return m_open.back().isOnGroupPath && name == (m_open.size() == 1 ? XMLName::root : XMLName::group);
+    }
+
+    bool isInGroup() const { return m_open.size() > 2 && m_open.back().isOnGroupPath; }
+
+    void letTake(XMLElement& entry) {
+        entry.taken = (*m_taker)(entry, static_cast<int>(m_open.size()) + 1);
+        entry.text = {};
+        entry.children = {};
+        goBackTo(m_beforeEntry);
     }
 
     bool isWorthKeeping(const Open& open) const {
@@ -273,6 +309,8 @@ private:
     XMLParser m_parser;
     KeptText m_keptText;
     InnerStreamCipher* m_stream = nullptr;
+    const EntryTaker* m_taker = nullptr;
+    Contents m_beforeEntry{};  // what there was when the entry in a group began that is open now
     NameTable m_names;
     ElementPool m_elements;
     std::deque<Text::Map<std::string>> m_attributes;
@@ -290,6 +328,6 @@ XMLTree::XMLTree(KeptText keptText) : m_builder(std::make_unique<Builder>(keptTe
 
 XMLTree::~XMLTree() = default;
 
-const XMLElement* XMLTree::parse(ByteView data, InnerStreamCipher* stream) {
-    return m_builder->parse(data, stream);
+const XMLElement* XMLTree::parse(ByteView data, InnerStreamCipher* stream, const EntryTaker& taker) {
+    return m_builder->parse(data, stream, taker);
 }
