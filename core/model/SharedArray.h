@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/model/SharedNode.h"
+#include "core/model/SharedRow.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -11,19 +10,21 @@
 #include <iterator>
 #include <optional>
 #include <span>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
-/// An array whose copies share what none of them has changed. A copy costs one count; a change copies one element, the
-/// chunk of pointers around it and the list of chunks, whatever else the array holds.
+/// An array whose copies share what none of them has changed. A copy costs one count. A change copies one element, the
+/// chunk of pointers around it and the list of chunks, however long the array is.
 ///
-/// Reading is safe from many threads, also while other copies change; one array is changed by one thread at a time.
-/// `Element` may be incomplete where an array of it is declared. Where it has a member `id`, elements are found by it.
+/// Many threads may read an array and its copies, also while other copies change; one array is changed by one thread
+/// at a time. `Element` may be incomplete where an array of it is declared. Elements with a member `id` are found by
+/// it.
 template <class Element>
 class SharedArray {
     struct Node;
-    struct Chunk;
-    struct Root;
+    using Chunk = SharedRow<Node>;  // the mark beside each element is a hint of its id
+    using Root = SharedRow<Chunk>;  // the mark beside each chunk is the index behind its last element
 
 public:
     using value_type = Element;
@@ -42,84 +43,101 @@ public:
             append(std::move(element));
     }
 
-    [[nodiscard]] std::size_t size() const noexcept { return m_root ? m_root->size() : 0; }
+    [[nodiscard]] std::size_t size() const noexcept { return m_root ? m_root->marks().back() : 0; }
     [[nodiscard]] bool empty() const noexcept { return !m_root; }
 
-    [[nodiscard]] const Element& operator[](std::size_t index) const noexcept {
-        const auto place = m_root->locate(index);
-        return m_root->chunks[place.chunk]->nodes[place.offset]->element;
-    }
+    /// The index must lie within the array, here and wherever one is asked for.
+    [[nodiscard]] const Element& operator[](std::size_t index) const noexcept { return nodeAt(index)->element; }
     [[nodiscard]] const Element& front() const noexcept { return (*this)[0]; }
     [[nodiscard]] const Element& back() const noexcept { return (*this)[size() - 1]; }
 
     [[nodiscard]] const_iterator begin() const noexcept { return {m_root.get(), 0}; }
     [[nodiscard]] const_iterator end() const noexcept { return {m_root.get(), size()}; }
 
-    /// The element alone, for writing; no other array sees the change.
-    /// The reference is good until this array is next changed or copied.
-    [[nodiscard]] Element& mutableAt(std::size_t index);
+    /// The element for writing; no other array sees the change. The reference is good for as long as the element stays
+    /// in this array and the array is not copied: a copy shares the element, and a write would reach both.
+    [[nodiscard]] Element& mutableAt(std::size_t index) { return takeForWriting(index).element; }
 
-    /// Runs `change` on the element in place; no other array sees the change.
+    /// Runs `change` on the element in place. To be preferred to `mutableAt` where elements are found by their id:
+    /// afterwards the id is known, and the next search need not look into the element.
     template <class Change>
     void mutate(std::size_t index, Change&& change);
 
     void append(Element element) { insert(size(), std::move(element)); }
-    void insert(std::size_t index, Element element);
-    /// Takes the element out and gives it to the caller; the order of what remains is kept.
+    void insert(std::size_t index, Element element) {
+        insertNode(index, SharedNode<Node>::adopting(new Node(std::move(element))));
+    }
+    /// Takes the element out and gives it back; the order of what remains is kept.
     Element removeAt(std::size_t index);
     void clear() noexcept { m_root = nullptr; }
     void replaceAll(std::vector<Element> elements) { *this = SharedArray(std::move(elements)); }
 
-    /// Makes the array that of the elements at these indices, in their order. Each stays shared with other arrays.
+    /// Keeps the elements at these indices, in the order of the indices. What other arrays share of them stays shared,
+    /// so this is how an array is sorted or thinned out.
     void rearrange(std::span<const std::size_t> indices);
 
-    /// The first element whose `id` this is.
+    /// Where the first element stands whose `id` this is.
     template <class ID>
     [[nodiscard]] std::optional<std::size_t> indexOfID(const ID& id) const;
 
-    /// Whether both hold the same unchanged storage: then they are equal, and nothing was copied.
+    /// Whether both are copies that nothing has changed since: then they are equal, and nothing lies in memory twice.
     [[nodiscard]] bool sharesStorageWith(const SharedArray& other) const noexcept { return m_root == other.m_root; }
 
-    /// Whether both hold one and the same element at `index`, so that it lies in memory once.
+    /// Whether both hold one and the same element at `index`.
     [[nodiscard]] bool sharesElementWith(const SharedArray& other, std::size_t index) const noexcept {
-        return index < size() && index < other.size() && &(*this)[index] == &other[index];
+        return index < size() && index < other.size() && nodeAt(index) == other.nodeAt(index);
     }
 
-    /// Element by element and in order. What both share is equal to itself and is not looked at.
+    /// Element by element and in order. What both share is not looked at.
     friend bool operator==(const SharedArray& a, const SharedArray& b) {
-        return a.m_root == b.m_root ||
-               (a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
-                                                   [](const auto& x, const auto& y) { return &x == &y || x == y; }));
+        if (a.sharesStorageWith(b))
+            return true;
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [](const Element& x, const Element& y) { return &x == &y || x == y; });
     }
 
 private:
-    // A changed array copies one chunk's pointers and one list of chunks, so chunks of the square root of the largest
-    // usual array, 100,000 elements, copy least.
+    // A change copies one chunk and the list of chunks; of 100,000 elements, chunks of 316 would copy least.
     static constexpr std::size_t chunkCapacity = 256;
-    static constexpr std::uint32_t none = UINT32_MAX;
+    static constexpr std::uint32_t unknown = 0;  // the hint of an element that somebody may be writing to
 
     struct Place {
         std::size_t chunk;
         std::size_t offset;
     };
 
-    static std::uint32_t hintOf(const Element& element) noexcept {
-        if constexpr (requires { std::hash<std::remove_cvref_t<decltype(element.id)>>(); })
-            return hintOfID(element.id);
-        else
-            return 0;
-    }
     template <class ID>
     static std::uint32_t hintOfID(const ID& id) noexcept {
-        return static_cast<std::uint32_t>(std::hash<ID>()(id));
+        return static_cast<std::uint32_t>(std::hash<ID>()(id)) | 1;
+    }
+    static std::uint32_t hintOf(const Element& element) noexcept {
+        if constexpr (requires { element.id; })
+            return hintOfID(element.id);
+        else
+            return unknown;
     }
 
-    Root& detachedRoot();
-    void insertNode(std::size_t index, SharedNode<Node> node);
-    static void makeRoom(Root& root, std::size_t index);
-    static void joinWithNext(Root& root, std::size_t number);
+    static std::size_t startOf(const Root& root, std::size_t chunk) noexcept {
+        return chunk == 0 ? 0 : root.marks()[chunk - 1];
+    }
+    static Place locate(const Root& root, std::size_t index) noexcept;
+    static Place locateForInsert(const Root& root, std::size_t index) noexcept;
+    static std::optional<std::size_t> offsetOfHint(std::span<const std::uint32_t> hints, std::size_t start,
+                                                   std::uint32_t hint) noexcept;
+    static Chunk& ownChunk(Root& root, std::size_t chunk, std::size_t extra = 0);
+    static void joinWithNext(Root& root, std::size_t chunk);
+    static void recount(Root& root, std::size_t chunk) noexcept;
 
-    SharedNode<Root> m_root;  // none for the empty array
+    [[nodiscard]] const SharedNode<Node>& nodeAt(std::size_t index) const noexcept {
+        const auto place = locate(*m_root, index);
+        return m_root->children()[place.chunk]->children()[place.offset];
+    }
+    Node& takeForWriting(std::size_t index);
+    void insertNode(std::size_t index, SharedNode<Node> node);
+    void appendChunk(SharedNode<Node> node);
+    void split(std::size_t chunk);
+
+    SharedNode<Root> m_root;  // none for the empty array; no chunk of it is empty
 };
 
 template <class Element>
@@ -127,72 +145,8 @@ struct SharedArray<Element>::Node : SharedCount {
     explicit Node(Element value) : element(std::move(value)) {}
     Element element;
 
-    // Deferred: an element may hold an array of its own kind, some thousands of levels deep.
-    static void destroy(Node* node) noexcept { destroyLater(node); }
-};
-
-/// Some elements in a row. Beside each stands a hint of its `id`, so that a search touches no element in vain.
-template <class Element>
-struct SharedArray<Element>::Chunk : SharedCount {
-    std::vector<SharedNode<Node>> nodes;
-    std::vector<std::uint32_t> hints;
-    std::uint32_t loose = none;  // the element that was handed out for writing, whose hint may be out of date
-
-    [[nodiscard]] std::size_t size() const noexcept { return nodes.size(); }
-    void settle() noexcept {
-        if (loose != none)
-            hints[loose] = hintOf(nodes[loose]->element);
-        loose = none;
-    }
-    Element& mutableAt(std::size_t offset) {
-        settle();
-        loose = static_cast<std::uint32_t>(offset);
-        return nodes[offset].detached().element;
-    }
-    template <class ID>
-    [[nodiscard]] std::optional<std::size_t> offsetOfID(const ID& id, std::uint32_t hint) const {
-        for (std::size_t offset = 0; offset < size(); ++offset)
-            if ((hints[offset] == hint || offset == loose) && nodes[offset]->element.id == id)
-                return offset;
-        return std::nullopt;
-    }
-    void insert(std::size_t offset, SharedNode<Node> node) {
-        settle();
-        hints.insert(hints.begin() + static_cast<std::ptrdiff_t>(offset), hintOf(node->element));
-        nodes.insert(nodes.begin() + static_cast<std::ptrdiff_t>(offset), std::move(node));
-    }
-    void erase(std::size_t first, std::size_t last) {
-        settle();
-        hints.erase(hints.begin() + static_cast<std::ptrdiff_t>(first),
-                    hints.begin() + static_cast<std::ptrdiff_t>(last));
-        nodes.erase(nodes.begin() + static_cast<std::ptrdiff_t>(first),
-                    nodes.begin() + static_cast<std::ptrdiff_t>(last));
-    }
-
-    static void destroy(Chunk* chunk) noexcept { delete chunk; }
-};
-
-template <class Element>
-struct SharedArray<Element>::Root : SharedCount {
-    std::vector<SharedNode<Chunk>> chunks;  // none is empty
-    std::vector<std::size_t> ends;          // of each chunk, the index behind its last element
-
-    [[nodiscard]] std::size_t size() const noexcept { return ends.back(); }
-    [[nodiscard]] Place locate(std::size_t index) const noexcept {
-        const auto end = std::upper_bound(ends.begin(), ends.end(), index);
-        const auto chunk = static_cast<std::size_t>(end - ends.begin());
-        return {chunk, index - (chunk == 0 ? 0 : ends[chunk - 1])};
-    }
-    [[nodiscard]] Place locateForInsert(std::size_t index) const noexcept {
-        return index == size() ? Place{chunks.size() - 1, chunks.back()->size()} : locate(index);
-    }
-    void recount(std::size_t chunk) {
-        ends.resize(chunks.size());
-        for (std::size_t end = chunk == 0 ? 0 : ends[chunk - 1]; chunk < chunks.size(); ++chunk)
-            ends[chunk] = end += chunks[chunk]->size();
-    }
-
-    static void destroy(Root* root) noexcept { delete root; }
+    // In turn: elements hold arrays of their own kind, some thousands of levels deep.
+    static void destroy(Node* node) noexcept { deleteInTurn(node); }
 };
 
 template <class Element>
@@ -206,17 +160,23 @@ public:
 
     const_iterator() noexcept = default;
 
-    reference operator*() const noexcept { return m_root->chunks[m_place.chunk]->nodes[m_place.offset]->element; }
+    reference operator*() const noexcept {
+        return m_root->children()[m_place.chunk]->children()[m_place.offset]->element;
+    }
     pointer operator->() const noexcept { return &**this; }
     reference operator[](difference_type distance) const noexcept { return *(*this + distance); }
 
     const_iterator& operator++() noexcept {
         ++m_index;
-        if (++m_place.offset == m_root->chunks[m_place.chunk]->size())
+        if (++m_place.offset == m_root->children()[m_place.chunk]->size())
             m_place = {m_place.chunk + 1, 0};
         return *this;
     }
+    const_iterator& operator+=(difference_type distance) noexcept {
+        return *this = const_iterator(m_root, m_index + static_cast<std::size_t>(distance));
+    }
     const_iterator& operator--() noexcept { return *this += -1; }
+    const_iterator& operator-=(difference_type distance) noexcept { return *this += -distance; }
     const_iterator operator++(int) noexcept {
         const auto before = *this;
         ++*this;
@@ -227,10 +187,6 @@ public:
         --*this;
         return before;
     }
-    const_iterator& operator+=(difference_type distance) noexcept {
-        return *this = const_iterator(m_root, m_index + static_cast<std::size_t>(distance));
-    }
-    const_iterator& operator-=(difference_type distance) noexcept { return *this += -distance; }
 
     friend const_iterator operator+(const_iterator it, difference_type distance) noexcept { return it += distance; }
     friend const_iterator operator+(difference_type distance, const_iterator it) noexcept { return it += distance; }
@@ -245,8 +201,10 @@ public:
 
 private:
     friend class SharedArray;
-    const_iterator(const Root* root, std::size_t index) noexcept
-        : m_root(root), m_index(index), m_place(root ? root->locate(index) : Place{}) {}
+    const_iterator(const Root* root, std::size_t index) noexcept : m_root(root), m_index(index) {
+        if (root)
+            m_place = locate(*root, index);
+    }
 
     const Root* m_root = nullptr;
     std::size_t m_index = 0;
@@ -254,104 +212,172 @@ private:
 };
 
 template <class Element>
-Element& SharedArray<Element>::mutableAt(std::size_t index) {
-    auto& root = detachedRoot();
-    const auto place = root.locate(index);
-    return root.chunks[place.chunk].detached().mutableAt(place.offset);
-}
-
-template <class Element>
 template <class Change>
 void SharedArray<Element>::mutate(std::size_t index, Change&& change) {
-    std::forward<Change>(change)(mutableAt(index));
-    m_root->chunks[m_root->locate(index).chunk]->settle();
-}
-
-template <class Element>
-void SharedArray<Element>::insert(std::size_t index, Element element) {
-    auto node = SharedNode<Node>::make(std::move(element));
-    insertNode(index, std::move(node));
-}
-
-template <class Element>
-void SharedArray<Element>::insertNode(std::size_t index, SharedNode<Node> node) {
-    auto& root = detachedRoot();
-    makeRoom(root, index);
-    const auto place = root.locateForInsert(index);
-    root.chunks[place.chunk].detached().insert(place.offset, std::move(node));
-    root.recount(place.chunk);
+    const auto place = locate(*m_root, index);
+    // A hint that was unknown stays so: an earlier reference may still be written through.
+    const auto wasKnown = m_root->children()[place.chunk]->marks()[place.offset] != unknown;
+    auto& node = takeForWriting(index);
+    std::forward<Change>(change)(node.element);
+    if (wasKnown)
+        m_root->children()[place.chunk]->marks()[place.offset] = hintOf(node.element);
 }
 
 template <class Element>
 Element SharedArray<Element>::removeAt(std::size_t index) {
-    auto& root = detachedRoot();
-    const auto place = root.locate(index);
-    auto& chunk = root.chunks[place.chunk].detached();
-    const auto node = chunk.nodes[place.offset];
+    auto& root = Root::own(m_root);
+    const auto place = locate(root, index);
+    auto& chunk = ownChunk(root, place.chunk);
+    const auto node = chunk.children()[place.offset];
     chunk.erase(place.offset, place.offset + 1);
     if (chunk.size() == 0)
-        root.chunks.erase(root.chunks.begin() + static_cast<std::ptrdiff_t>(place.chunk));
-    else
-        joinWithNext(root, place.chunk);
-    root.recount(0);
-    if (root.chunks.empty())
+        root.erase(place.chunk, place.chunk + 1);
+    recount(root, place.chunk);
+    if (root.size() == 0)
         clear();
+    else if (place.chunk < root.size())
+        joinWithNext(root, place.chunk);
     return node.isUnique() ? std::move(node->element) : node->element;
 }
 
 template <class Element>
 void SharedArray<Element>::rearrange(std::span<const std::size_t> indices) {
     SharedArray arranged;
-    for (const auto index : indices) {
-        const auto place = m_root->locate(index);
-        arranged.insertNode(arranged.size(), m_root->chunks[place.chunk]->nodes[place.offset]);
-    }
+    for (const auto index : indices)
+        arranged.insertNode(arranged.size(), nodeAt(index));
     *this = std::move(arranged);
 }
 
 template <class Element>
 template <class ID>
 std::optional<std::size_t> SharedArray<Element>::indexOfID(const ID& id) const {
+    if (!m_root)
+        return std::nullopt;
     const auto hint = hintOfID(id);
-    for (std::size_t chunk = 0; m_root && chunk < m_root->chunks.size(); ++chunk)
-        if (const auto offset = m_root->chunks[chunk]->offsetOfID(id, hint))
-            return *offset + (chunk == 0 ? 0 : m_root->ends[chunk - 1]);
+    for (std::size_t number = 0; number < m_root->size(); ++number) {
+        const auto& chunk = *m_root->children()[number];
+        for (auto offset = offsetOfHint(chunk.marks(), 0, hint); offset;
+             offset = offsetOfHint(chunk.marks(), *offset + 1, hint))
+            if (chunk.children()[*offset]->element.id == id)
+                return startOf(*m_root, number) + *offset;
+    }
     return std::nullopt;
 }
 
 template <class Element>
-typename SharedArray<Element>::Root& SharedArray<Element>::detachedRoot() {
-    if (!m_root)
-        m_root = SharedNode<Root>::make();
-    return m_root.detached();
+typename SharedArray<Element>::Place SharedArray<Element>::locate(const Root& root, std::size_t index) noexcept {
+    const auto ends = root.marks();
+    const auto chunk = static_cast<std::size_t>(std::upper_bound(ends.begin(), ends.end(), index) - ends.begin());
+    return {chunk, index - startOf(root, chunk)};
 }
 
-/// Makes room for one more element at `index`: a full chunk is split, and behind a full last one comes a new one.
+/// As `locate`, but the end of the array is the end of its last chunk.
 template <class Element>
-void SharedArray<Element>::makeRoom(Root& root, std::size_t index) {
-    if (root.chunks.empty() || (index == root.size() && root.chunks.back()->size() == chunkCapacity)) {
-        root.chunks.push_back(SharedNode<Chunk>::make());
-        root.ends.push_back(root.ends.empty() ? 0 : root.ends.back());
-        return;
-    }
-    const auto number = root.locateForInsert(index).chunk;
-    if (root.chunks[number]->size() < chunkCapacity)
-        return;
-    auto second = SharedNode<Chunk>::make(*root.chunks[number]);
-    second->erase(0, chunkCapacity / 2);
-    root.chunks[number].detached().erase(chunkCapacity / 2, chunkCapacity);
-    root.chunks.insert(root.chunks.begin() + static_cast<std::ptrdiff_t>(number) + 1, std::move(second));
-    root.recount(number);
+typename SharedArray<Element>::Place SharedArray<Element>::locateForInsert(const Root& root,
+                                                                           std::size_t index) noexcept {
+    if (index < root.marks().back())
+        return locate(root, index);
+    return {root.size() - 1, root.children().back()->size()};
 }
 
-/// Keeps a shrinking array from becoming many chunks of few elements.
+/// Where, from `start` on, the next hint stands that is this one or unknown.
+template <class Element>
+std::optional<std::size_t> SharedArray<Element>::offsetOfHint(std::span<const std::uint32_t> hints, std::size_t start,
+                                                              std::uint32_t hint) noexcept {
+    const auto matches = [hint](std::uint32_t candidate) { return candidate == hint || candidate == unknown; };
+    // Many hints at a time, without a branch for each, so that the compiler takes vector instructions.
+    constexpr std::size_t stride = 32;
+    for (; start + stride <= hints.size(); start += stride) {
+        std::uint32_t anyMatches = 0;
+        for (std::size_t i = start; i < start + stride; ++i)
+            anyMatches |= (hints[i] == hint) | (hints[i] == unknown);
+        if (anyMatches)
+            break;
+    }
+    const auto found = std::find_if(hints.begin() + static_cast<std::ptrdiff_t>(start), hints.end(), matches);
+    return found == hints.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - hints.begin()));
+}
+
+template <class Element>
+typename SharedArray<Element>::Chunk& SharedArray<Element>::ownChunk(Root& root, std::size_t number,
+                                                                     std::size_t extra) {
+    auto& holder = root.children()[number];
+    const auto wasShared = !holder.isUnique();
+    auto& chunk = Chunk::own(holder, extra);
+    // What was shared nobody was writing to any more.
+    for (std::size_t i = 0; wasShared && i < chunk.size(); ++i)
+        if (chunk.marks()[i] == unknown)
+            chunk.marks()[i] = hintOf(chunk.children()[i]->element);
+    return chunk;
+}
+
+template <class Element>
+typename SharedArray<Element>::Node& SharedArray<Element>::takeForWriting(std::size_t index) {
+    auto& root = Root::own(m_root);
+    const auto place = locate(root, index);
+    auto& chunk = ownChunk(root, place.chunk);
+    auto& node = chunk.children()[place.offset];
+    if (!node.isUnique())
+        node = SharedNode<Node>::adopting(new Node(node->element));
+    chunk.marks()[place.offset] = unknown;
+    return *node;
+}
+
+template <class Element>
+void SharedArray<Element>::insertNode(std::size_t index, SharedNode<Node> node) {
+    // Behind a full last chunk comes a new one instead of a split, so that an array that is appended to is packed full.
+    if (empty() || (index == size() && m_root->children().back()->size() == chunkCapacity))
+        return appendChunk(std::move(node));
+    if (m_root->children()[locateForInsert(*m_root, index).chunk]->size() == chunkCapacity)
+        split(locate(*m_root, index).chunk);
+    auto& root = Root::own(m_root);
+    const auto place = locateForInsert(root, index);
+    auto& chunk = ownChunk(root, place.chunk, 1);
+    const auto hint = hintOf(node->element);
+    chunk.insert(place.offset, std::move(node), hint);
+    recount(root, place.chunk);
+}
+
+template <class Element>
+void SharedArray<Element>::appendChunk(SharedNode<Node> node) {
+    const auto end = size() + 1;
+    const auto hint = hintOf(node->element);
+    auto chunk = Chunk::withRoomFor(1);
+    chunk->insert(0, std::move(node), hint);
+    if (!m_root)
+        m_root = Root::withRoomFor(1);
+    auto& root = Root::own(m_root, 1);
+    root.insert(root.size(), std::move(chunk), static_cast<std::uint32_t>(end));
+}
+
+template <class Element>
+void SharedArray<Element>::split(std::size_t number) {
+    auto& root = Root::own(m_root, 1);
+    auto& first = ownChunk(root, number);
+    auto second = Chunk::withRoomFor(chunkCapacity);
+    second->shareChildren(first);
+    second->erase(0, chunkCapacity / 2);
+    first.erase(chunkCapacity / 2, chunkCapacity);
+    root.insert(number + 1, std::move(second), 0);
+    recount(root, number);
+}
+
+/// Keeps an array that shrinks from becoming many chunks of few elements.
 template <class Element>
 void SharedArray<Element>::joinWithNext(Root& root, std::size_t number) {
-    if (number + 1 == root.chunks.size() ||
-        root.chunks[number]->size() + root.chunks[number + 1]->size() > chunkCapacity / 2)
+    if (number + 1 == root.size())
         return;
-    auto& chunk = root.chunks[number].detached();
-    for (const auto& node : root.chunks[number + 1]->nodes)
-        chunk.insert(chunk.size(), node);
-    root.chunks.erase(root.chunks.begin() + static_cast<std::ptrdiff_t>(number) + 1);
+    const auto& next = *root.children()[number + 1];
+    if (root.children()[number]->size() + next.size() > chunkCapacity / 2)
+        return;
+    ownChunk(root, number, next.size()).shareChildren(next);
+    root.erase(number + 1, number + 2);
+    recount(root, number);
+}
+
+template <class Element>
+void SharedArray<Element>::recount(Root& root, std::size_t number) noexcept {
+    auto end = startOf(root, number);
+    for (; number < root.size(); ++number)
+        root.marks()[number] = static_cast<std::uint32_t>(end += root.children()[number]->size());
 }

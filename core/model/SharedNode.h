@@ -2,10 +2,11 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
-/// The count of those who hold a node. A copy of a node starts with a count of its own.
+/// How many hold a node. A copy of a node has a count of its own.
 class SharedCount {
 public:
     SharedCount() noexcept = default;
@@ -15,12 +16,12 @@ public:
     void retain() noexcept { m_count.fetch_add(1, std::memory_order_relaxed); }
     /// Whether that was the last holder.
     [[nodiscard]] bool release() noexcept {
-        // What other holders did to the node comes before its end.
+        // What other holders did with the node comes before its end. A lone holder needs no exchange.
         return isUnique() || m_count.fetch_sub(1, std::memory_order_acq_rel) == 1;
     }
     [[nodiscard]] bool isUnique() const noexcept { return m_count.load(std::memory_order_acquire) == 1; }
 
-    /// Once nobody holds the node, its count serves as the link of a list of nodes to destroy.
+    /// Once nobody holds the node, its count serves as the link of the nodes that wait for their end.
     void setLink(SharedCount* next) noexcept {
         m_count.store(reinterpret_cast<std::uintptr_t>(next), std::memory_order_relaxed);
     }
@@ -32,7 +33,7 @@ private:
     std::atomic<std::uintptr_t> m_count = 1;
 };
 
-/// A holder of a node that many may hold. `Node` derives from `SharedCount` and tells by `destroy` how it ends.
+/// One holder of a node that many may hold. `Node` derives from `SharedCount`, and its `destroy` ends it.
 template <class Node>
 class SharedNode {
 public:
@@ -52,18 +53,11 @@ public:
             Node::destroy(m_node);
     }
 
-    template <class... Arguments>
-    [[nodiscard]] static SharedNode make(Arguments&&... arguments) {
-        SharedNode made;
-        made.m_node = new Node(std::forward<Arguments>(arguments)...);
-        return made;
-    }
-
-    /// The node, made this holder's own by a copy where others hold it too.
-    Node& detached() {
-        if (!m_node->isUnique())
-            *this = make(std::as_const(*m_node));
-        return *m_node;
+    /// The first holder of a node that was just made.
+    [[nodiscard]] static SharedNode adopting(Node* node) noexcept {
+        SharedNode holder;
+        holder.m_node = node;
+        return holder;
     }
 
     [[nodiscard]] bool isUnique() const noexcept { return m_node->isUnique(); }
@@ -77,20 +71,21 @@ private:
     Node* m_node = nullptr;
 };
 
-/// Destroys the node, unless another of its type is being destroyed on this thread: then that one's destruction goes on
-/// with it. So a chain of nodes that hold each other is no deeper on the stack than one node.
+/// Deletes the node, but not inside the deletion of another of its type on this thread, which then goes on with it.
+/// So a chain of nodes that hold each other is no deeper on the stack than one.
 template <class Node>
-void destroyLater(Node* node) noexcept {
+void deleteInTurn(Node* node) noexcept {
     static thread_local SharedCount* waiting = nullptr;
-    static thread_local bool isDestroying = false;
+    static thread_local bool isDeleting = false;
     node->setLink(waiting);
     waiting = node;
-    if (isDestroying)
+    if (isDeleting)
         return;
-    isDestroying = true;
+    isDeleting = true;
     while (waiting) {
-        auto* next = static_cast<Node*>(std::exchange(waiting, waiting->link()));
+        auto* next = static_cast<Node*>(waiting);
+        waiting = next->link();
         delete next;
     }
-    isDestroying = false;
+    isDeleting = false;
 }
