@@ -88,8 +88,19 @@ std::string mappingASCII(std::string_view text, Mapping mapping) {
     return mapped;
 }
 
-/// Where the stretch that begins at `offset` ends: before the first two scalars below the combining marks that stand
-/// side by side, which is a boundary of characters whatever surrounds it.
+/// Whether no composition changes the text: then its bytes are its composed form's.
+bool isPlain(std::string_view text) {
+    for (auto offset = TextUTF8::asciiPrefix(text); offset < text.size();) {
+        const auto scalar = TextUTF8::next(text, offset);
+        if (scalar.value >= firstCombining)
+            return false;
+        offset += scalar.length;
+    }
+    return true;
+}
+
+/// Where the stretch that begins at `offset` ends: between the first two scalars below the combining marks that stand
+/// side by side, which is a boundary of characters whatever surrounds it, but for a line break.
 std::size_t endOfStretch(std::string_view text, std::size_t offset) {
     auto scalar = TextUTF8::next(text, offset);
     for (;;) {
@@ -101,6 +112,24 @@ std::size_t endOfStretch(std::string_view text, std::size_t offset) {
         if (scalar.value < firstCombining && following.value < firstCombining && !isLineBreak)
             return offset;
         scalar = following;
+    }
+}
+
+/// Hands each character to `visit`, in order. Only stretches with scalars from the combining marks on go to ICU.
+template <class Visit>
+void visitCharacters(std::string_view text, Visit visit) {
+    std::vector<std::string_view> ofStretch;
+    for (std::size_t offset = 0; offset < text.size();) {
+        const auto end = endOfStretch(text, offset);
+        const auto stretch = text.substr(offset, end - offset);
+        if (TextUTF8::next(stretch, 0).length == stretch.size() || stretch == "\r\n") {
+            visit(stretch);
+        } else {
+            ofStretch.clear();
+            TextICU::appendCharacters(ofStretch, stretch);
+            std::ranges::for_each(ofStretch, visit);
+        }
+        offset = end;
     }
 }
 
@@ -121,27 +150,19 @@ std::weak_ordering compare(std::string_view a, std::string_view b) {
 
 std::size_t hash(std::string_view text) {
     const std::hash<std::string_view> hashOfBytes;
-    return isASCII(text) ? hashOfBytes(text) : hashOfBytes(TextICU::composed(text));
+    return isPlain(text) ? hashOfBytes(text) : hashOfBytes(TextICU::composed(text));
 }
 
 std::vector<std::string_view> characters(std::string_view text) {
     std::vector<std::string_view> characters;
-    characters.reserve(text.size());
-    for (std::size_t offset = 0; offset < text.size();) {
-        const auto end = endOfStretch(text, offset);
-        const auto stretch = text.substr(offset, end - offset);
-        const auto first = TextUTF8::next(stretch, 0);
-        if (first.length == stretch.size() || stretch == "\r\n")
-            characters.push_back(stretch);
-        else
-            TextICU::appendCharacters(characters, stretch);
-        offset = end;
-    }
+    visitCharacters(text, [&](std::string_view character) { characters.push_back(character); });
     return characters;
 }
 
 std::size_t characterCount(std::string_view text) {
-    return characters(text).size();
+    std::size_t count = 0;
+    visitCharacters(text, [&](std::string_view) { ++count; });
+    return count;
 }
 
 std::string lowercased(std::string_view text) {

@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -27,8 +28,15 @@ const icu::Normalizer2& normalizer() {
     return *instance;
 }
 
+/// ICU counts in 32 bits.
+std::int32_t lengthOf(std::string_view text) {
+    if (text.size() > INT32_MAX)
+        throw std::length_error("a text of more than 2 GiB");
+    return static_cast<std::int32_t>(text.size());
+}
+
 icu::StringPiece pieceOf(std::string_view text) {
-    return {text.data(), static_cast<std::int32_t>(text.size())};
+    return {text.data(), lengthOf(text)};
 }
 
 /// The text, repaired into `storage` where it needs to be.
@@ -52,18 +60,24 @@ public:
     ~CharacterWalker() { utext_close(&m_text); }
 
     void append(std::vector<std::string_view>& characters, std::string_view text) {
-        UErrorCode status = U_ZERO_ERROR;
-        utext_openUTF8(&m_text, text.data(), static_cast<std::int64_t>(text.size()), &status);
-        m_iterator->setText(&m_text, status);
-        check(status);
+        standBefore(text);
         auto start = m_iterator->first();
         for (auto end = m_iterator->next(); end != icu::BreakIterator::DONE; end = m_iterator->next()) {
             characters.push_back(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start)));
             start = end;
         }
+        // The text may be a secret: ICU keeps a piece of it, which opening another one clears.
+        standBefore("");
     }
 
 private:
+    void standBefore(std::string_view text) {
+        UErrorCode status = U_ZERO_ERROR;
+        utext_openUTF8(&m_text, text.data(), lengthOf(text), &status);
+        m_iterator->setText(&m_text, status);
+        check(status);
+    }
+
     std::unique_ptr<icu::BreakIterator> m_iterator;
     UText m_text = UTEXT_INITIALIZER;
 };
@@ -73,7 +87,7 @@ using CaseMapping = void (*)(const char*, std::uint32_t, icu::StringPiece, icu::
 std::string mapped(std::string_view text, CaseMapping mapping) {
     std::string storage;
     std::string result;
-    icu::StringByteSink<std::string> sink(&result, static_cast<std::int32_t>(text.size()));
+    icu::StringByteSink<std::string> sink(&result, lengthOf(text));
     UErrorCode status = U_ZERO_ERROR;
     // The empty name is the root locale; the default one might be Turkish.
     mapping("", 0, pieceOf(wellFormed(text, storage)), sink, nullptr, status);
@@ -88,7 +102,7 @@ namespace TextICU {
 std::string composed(std::string_view text) {
     std::string storage;
     std::string result;
-    icu::StringByteSink<std::string> sink(&result, static_cast<std::int32_t>(text.size()));
+    icu::StringByteSink<std::string> sink(&result, lengthOf(text));
     UErrorCode status = U_ZERO_ERROR;
     normalizer().normalizeUTF8(0, pieceOf(wellFormed(text, storage)), sink, nullptr, status);
     check(status);

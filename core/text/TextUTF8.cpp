@@ -11,11 +11,9 @@ constexpr std::string_view replacement = "\uFFFD";
 
 namespace TextUTF8 {
 
-Scalar next(std::string_view text, std::size_t offset) noexcept {
+Scalar nextBeyondASCII(std::string_view text, std::size_t offset) noexcept {
     const auto byte = [&](std::size_t i) -> unsigned { return static_cast<unsigned char>(text[i]); };
     const auto lead = byte(offset);
-    if (lead < 0x80)
-        return {.value = lead, .length = 1, .isWellFormed = true};
 
     // The second byte's range keeps out overlong forms, surrogates and what lies beyond U+10FFFF (Unicode 15,
     // table 3-7); each further byte is 80 to BF.

@@ -14,8 +14,14 @@ struct Scalar {
     bool isWellFormed;
 };
 
+/// As `next`, for what is not ASCII.
+[[nodiscard]] Scalar nextBeyondASCII(std::string_view text, std::size_t offset) noexcept;
+
 /// The scalar or the ill-formed piece that begins at `offset`, which must lie within the text.
-[[nodiscard]] Scalar next(std::string_view text, std::size_t offset) noexcept;
+[[nodiscard]] inline Scalar next(std::string_view text, std::size_t offset) noexcept {
+    const auto lead = static_cast<unsigned char>(text[offset]);
+    return lead < 0x80 ? Scalar{.value = lead, .length = 1, .isWellFormed = true} : nextBeyondASCII(text, offset);
+}
 
 /// How many bytes at the beginning are ASCII.
 [[nodiscard]] inline std::size_t asciiPrefix(std::string_view text) noexcept {
