@@ -11,6 +11,12 @@ void addSubgroups(Waiting& waiting, const KdbxGroup& group) {
         waiting.push_back(&group.groups[i - 1]);
 }
 
+void wipeAndReset(std::optional<std::string>& secret) noexcept {
+    if (secret)
+        wipe(*secret);
+    secret.reset();
+}
+
 }  // namespace
 
 bool operator==(const KdbxMeta& a, const KdbxMeta& b) {
@@ -70,17 +76,20 @@ KdfSettings KdfSettings::recommended() {
 }
 
 KdbxKey::KdbxKey(std::optional<std::string> password, std::optional<Bytes> keyFileData)
-    : password(std::move(password)), keyFileData(std::move(keyFileData)) {}
+    : password(std::move(password)), keyFileData(std::move(keyFileData)) {
+    // A short text is moved by being copied, and stays where it was.
+    wipeAndReset(password);
+}
 
 KdbxKey& KdbxKey::operator=(const KdbxKey& other) {
-    // Into fresh memory: writing over an old, longer password would leave its tail.
-    KdbxKey copy(other);
-    std::swap(password, copy.password);
-    std::swap(keyFileData, copy.keyFileData);
+    if (this == &other)
+        return *this;
+    wipeAndReset(password);
+    password = other.password;
+    keyFileData = other.keyFileData;
     return *this;
 }
 
 KdbxKey::~KdbxKey() {
-    if (password)
-        wipe(*password);
+    wipeAndReset(password);
 }

@@ -54,8 +54,14 @@ ByteView SecureString::pad() const noexcept {
 }
 
 void wipe(std::string& text) noexcept {
-    // Also what lies behind the end: an earlier, longer text may have left its tail there.
-    text.resize(text.capacity());
-    secureWipe(text.data(), text.size());
+    const auto wipeToCapacity = [&text] {
+        text.resize(text.capacity());
+        secureWipe(text.data(), text.size());
+    };
+    // Behind the end an earlier, longer text may have left its tail; and in the string itself, once the memory outside
+    // is gone, an earlier text that was short enough to stand there.
+    wipeToCapacity();
+    std::string().swap(text);
+    wipeToCapacity();
     text.clear();
 }
