@@ -55,7 +55,8 @@ public:
     [[nodiscard]] const_iterator end() const noexcept { return {m_root.get(), size()}; }
 
     /// The element for writing; no other array sees the change. The reference is good for as long as the element stays
-    /// in this array and the array is not copied: a copy shares the element, and a write would reach both.
+    /// in this array and neither the array nor one that holds it is copied: a copy shares the element, and a write
+    /// would reach both. So what is copied from the same tree is copied first, not in the expression that writes.
     [[nodiscard]] Element& mutableAt(std::size_t index) { return takeForWriting(index).element; }
 
     /// Runs `change` on the element in place. To be preferred to `mutableAt` where elements are found by their id:
