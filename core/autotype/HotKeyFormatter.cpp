@@ -9,6 +9,16 @@ namespace HotKeyFormatter {
 
 namespace {
 
+struct Modifier {
+    HotKeyModifier stored;
+    std::uint64_t eventFlag;
+    std::string_view sign;
+};
+
+// In the order in which they are written.
+constexpr std::array modifiers{Modifier{hotKeyControl, 1U << 18, "⌃"}, Modifier{hotKeyOption, 1U << 19, "⌥"},
+                               Modifier{hotKeyShift, 1U << 17, "⇧"}, Modifier{hotKeyCommand, 1U << 20, "⌘"}};
+
 struct KeyName {
     std::uint32_t code;
     std::string_view name;
@@ -36,28 +46,18 @@ std::string keyName(std::uint32_t code) {
 
 std::string describe(const HotKey& hotKey) {
     std::string text;
-    if (hotKey.modifiers & hotKeyControl)
-        text += "⌃";
-    if (hotKey.modifiers & hotKeyOption)
-        text += "⌥";
-    if (hotKey.modifiers & hotKeyShift)
-        text += "⇧";
-    if (hotKey.modifiers & hotKeyCommand)
-        text += "⌘";
+    for (const auto& modifier : modifiers)
+        if ((hotKey.modifiers & modifier.stored) != 0)
+            text += modifier.sign;
     return text + keyName(hotKey.keyCode);
 }
 
 std::uint32_t carbonModifiers(std::uint64_t eventFlags) noexcept {
-    std::uint32_t modifiers = 0;
-    if (eventFlags & (1U << 17))
-        modifiers |= hotKeyShift;
-    if (eventFlags & (1U << 18))
-        modifiers |= hotKeyControl;
-    if (eventFlags & (1U << 19))
-        modifiers |= hotKeyOption;
-    if (eventFlags & (1U << 20))
-        modifiers |= hotKeyCommand;
-    return modifiers;
+    std::uint32_t stored = 0;
+    for (const auto& modifier : modifiers)
+        if ((eventFlags & modifier.eventFlag) != 0)
+            stored |= modifier.stored;
+    return stored;
 }
 
 }  // namespace HotKeyFormatter

@@ -49,7 +49,7 @@ private:
 UChar32 firstScalar(std::string_view character) {
     UChar32 scalar = 0;
     std::size_t next = 0;
-    U8_NEXT_OR_FFFD(character.data(), next, character.size(), scalar);
+    U8_NEXT_OR_FFFD(character, next, character.size(), scalar);
     return scalar;
 }
 
