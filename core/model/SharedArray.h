@@ -291,7 +291,7 @@ std::optional<std::size_t> SharedArray<Element>::offsetOfHint(std::span<const st
     for (; start + stride <= hints.size(); start += stride) {
         std::uint32_t anyMatches = 0;
         for (std::size_t i = start; i < start + stride; ++i)
-            anyMatches |= (hints[i] == hint) | (hints[i] == unknown);
+            anyMatches |= static_cast<int>(hints[i] == hint) | static_cast<int>(hints[i] == unknown);
         if (anyMatches)
             break;
     }
