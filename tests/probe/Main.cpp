@@ -8,6 +8,7 @@ int main() {
     Probe::addVault(operations);
     Probe::addPrimitives(operations);
     Probe::addText(operations);
+    Probe::addBrowsing(operations);
 
     std::ios::sync_with_stdio(false);
     for (std::string line; std::getline(std::cin, line);)

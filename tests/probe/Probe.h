@@ -29,6 +29,7 @@ using Operations = std::map<std::string, Operation>;
 void addVault(Operations& operations);
 void addPrimitives(Operations& operations);
 void addText(Operations& operations);
+void addBrowsing(Operations& operations);
 
 /// The answer to one line; there is one for every line.
 [[nodiscard]] std::string answer(const Operations& operations, const std::string& line);
