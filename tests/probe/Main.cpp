@@ -9,6 +9,7 @@ int main() {
     Probe::addPrimitives(operations);
     Probe::addText(operations);
     Probe::addBrowsing(operations);
+    Probe::addPasswords(operations);
 
     std::ios::sync_with_stdio(false);
     for (std::string line; std::getline(std::cin, line);)

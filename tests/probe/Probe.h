@@ -30,6 +30,7 @@ void addVault(Operations& operations);
 void addPrimitives(Operations& operations);
 void addText(Operations& operations);
 void addBrowsing(Operations& operations);
+void addPasswords(Operations& operations);
 
 /// The answer to one line; there is one for every line.
 [[nodiscard]] std::string answer(const Operations& operations, const std::string& line);
