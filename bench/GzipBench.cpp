@@ -107,9 +107,9 @@ void inflateZlib(benchmark::State& state) {
     });
 }
 
-BENCHMARK(deflateOurs)->Name("Gzip_deflate_10MB/ours")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(deflateZlib)->Name("Gzip_deflate_10MB/zlib")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(inflateOurs)->Name("Gzip_inflate_10MB/ours")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(inflateZlib)->Name("Gzip_inflate_10MB/zlib")->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(deflateOurs)->Name("Gzip_deflate_10MB/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(deflateZlib)->Name("Gzip_deflate_10MB/zlib")->Unit(benchmark::kMillisecond);
+BENCHMARK(inflateOurs)->Name("Gzip_inflate_10MB/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(inflateZlib)->Name("Gzip_inflate_10MB/zlib")->Unit(benchmark::kMillisecond);
 
 }  // namespace

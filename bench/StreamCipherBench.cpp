@@ -64,10 +64,10 @@ void salsa20Libsodium(benchmark::State& state) {
 // libsodium looks at the processor here, and takes its plain road where it was not asked to.
 const int sodiumReady = sodium_init();
 
-BENCHMARK(chaCha20Ours)->Name("ChaCha20_64MiB/ours")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(chaCha20OpenSSL)->Name("ChaCha20_64MiB/openssl")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(chaCha20Libsodium)->Name("ChaCha20_64MiB/libsodium")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(salsa20Ours)->Name("Salsa20_64MiB/ours")->UseRealTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(salsa20Libsodium)->Name("Salsa20_64MiB/libsodium")->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(chaCha20Ours)->Name("ChaCha20_64MiB/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(chaCha20OpenSSL)->Name("ChaCha20_64MiB/openssl")->Unit(benchmark::kMillisecond);
+BENCHMARK(chaCha20Libsodium)->Name("ChaCha20_64MiB/libsodium")->Unit(benchmark::kMillisecond);
+BENCHMARK(salsa20Ours)->Name("Salsa20_64MiB/ours")->Unit(benchmark::kMillisecond);
+BENCHMARK(salsa20Libsodium)->Name("Salsa20_64MiB/libsodium")->Unit(benchmark::kMillisecond);
 
 }  // namespace
