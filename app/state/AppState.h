@@ -139,6 +139,12 @@ public:
     void undo();
     void redo();
 
+    /// Replaces the entry with this id, sets its `modified`, and appends what it was to its history, which is all that
+    /// history ever gets. The history of the given entry is ignored.
+    void updateEntry(KdbxEntry entry);
+    /// Shows or hides a group's subgroups. No step to undo and nothing to save.
+    void setGroupExpanded(UUID id, bool isExpanded);
+
 signals:
     void databaseChanged();
     void databaseURLChanged();
