@@ -101,6 +101,7 @@ QScrollBar::handle:vertical { min-height: 28px; }
 QScrollBar::handle:horizontal { min-width: 28px; }
 QScrollBar::add-line, QScrollBar::sub-line, QScrollBar::add-page, QScrollBar::sub-page { background: none; border: none; width: 0; height: 0; }
 QSplitter::handle { background: @line; }
+QLineEdit { background: transparent; }
 QDateTimeEdit { background: @canvas; color: @text; border: 1px solid @line; border-radius: @controlRadius; padding: 0 8px; min-height: 28px; }
 QDateTimeEdit:focus { border-color: @accent; }
 QDateTimeEdit::drop-down { border: none; width: 22px; }

@@ -57,7 +57,7 @@ QSize Button::sizeHint() const {
     const int height = m_isLarge ? largeHeight : (m_isSmall ? Metric::controlHeightSmall : Metric::controlHeight);
     const int padding = m_isSmall ? Metric::s : Metric::m;
     const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
-    return {QFontMetrics(textFont()).horizontalAdvance(text()) + symbolWidth + 2 * padding, height};
+    return {QFontMetrics(textFont()).horizontalAdvance(text()) + 2 + symbolWidth + 2 * padding, height};
 }
 
 Button::Look Button::look() const {

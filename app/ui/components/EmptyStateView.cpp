@@ -23,6 +23,8 @@ EmptyStateView::EmptyStateView(const QString& symbol, const QString& title, cons
     auto* const sentence = new Paragraph(message, BrandFont::secondary(), Palette::textSoft, this);
     sentence->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     sentence->setFixedWidth(messageWidth);
+    sentence->setMinimumHeight(
+        sentence->heightForWidth(messageWidth));  // a centred widget is given no height for its width
 
     m_column->setSpacing(Metric::s);
     m_column->addStretch();

@@ -7,6 +7,7 @@
 #include "app/ui/components/TextField.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -30,6 +31,25 @@ bool isField(const QWidget* widget) {
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
            qobject_cast<const QComboBox*>(widget) != nullptr || qobject_cast<const QAbstractSlider*>(widget) != nullptr;
+}
+
+/// Where the ring is drawn: the nearest widget around the control that does not cut it off, within its window and what
+/// scrolls.
+QWidget* hostOf(const QWidget& target) {
+    QWidget* host = target.parentWidget();
+    const auto fits = [&] {
+        const QRect ring = target.rect().adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth);
+        return host->rect().contains(QRect(target.mapTo(host, ring.topLeft()), ring.size()));
+    };
+    const auto isScrolled = [&] { return qobject_cast<QAbstractScrollArea*>(host->parentWidget()) != nullptr; };
+    while (!host->isWindow() && !isScrolled() && !fits())
+        host = host->parentWidget();
+    return host;
+}
+
+bool isAround(const QObject* object, const QWidget* target) {
+    const auto* widget = qobject_cast<const QWidget*>(object);
+    return widget != nullptr && (widget == target || widget->isAncestorOf(target));
 }
 
 bool isNavigation(const QEvent& event) {
@@ -71,9 +91,11 @@ void FocusRing::place() {
         setParent(nullptr);
         return;
     }
-    if (parentWidget() != m_target->parentWidget())
-        setParent(m_target->parentWidget());
-    setGeometry(m_target->geometry().adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth));
+    QWidget* const host = hostOf(*m_target);
+    if (parentWidget() != host)
+        setParent(host);
+    setGeometry(QRect(m_target->mapTo(host, QPoint()), m_target->size())
+                    .adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth));
     raise();
     show();
 }
@@ -85,18 +107,17 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
     } else if (event->type() == QEvent::MouseButtonPress) {
         m_isKeyboardUsed = false;
     }
-    if (watched == m_target) {
-        switch (event->type()) {
-            case QEvent::Move:
-            case QEvent::Resize:
-            case QEvent::Show:
-            case QEvent::Hide:
-            case QEvent::ParentChange:
+    switch (event->type()) {
+        case QEvent::Move:
+        case QEvent::Resize:
+        case QEvent::Show:
+        case QEvent::Hide:
+        case QEvent::ParentChange:
+            if (m_target && isAround(watched, m_target))
                 place();
-                break;
-            default:
-                break;
-        }
+            break;
+        default:
+            break;
     }
     return false;
 }

@@ -60,5 +60,9 @@ Paragraph::Paragraph(const QString& text, const QFont& font, const QColor& colou
     setSizePolicy(policy);
 }
 
+QSize Paragraph::minimumSizeHint() const {
+    return {0, fontMetrics().height()};
+}
+
 FieldLabel::FieldLabel(const QString& text, QWidget* parent)
     : TextLabel(text, BrandFont::label(), Palette::textSoft, parent) {}

@@ -29,6 +29,9 @@ class Paragraph : public QLabel {
 
 public:
     Paragraph(const QString& text, const QFont& font, const QColor& colour, QWidget* parent = nullptr);
+
+    /// One line: what it takes beyond follows from its width. A label's own answer is its height at no width at all.
+    [[nodiscard]] QSize minimumSizeHint() const override;
 };
 
 /// The small label above a field.
