@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "app/BrenvikApp.h"
+
+#include "app/ui/ApplicationStyle.h"
+#include "app/ui/FontRegistrar.h"
+#include "core/container/KdbxFile.h"
+#include "platform/qt/DesktopClipboard.h"
+
+#include <QApplication>
+
+BrenvikApp::BrenvikApp(QApplication& application)
+    : m_files(m_calls),
+      m_settings(m_files, SettingsFile::usualPath()),
+      m_desktopClipboard(desktopClipboard()),
+      m_clipboard(*m_desktopClipboard, m_scheduler),
+      m_preferences(m_settings, m_clipboard),
+      m_state({.preferences = m_preferences,
+               .files = m_files,
+               .bookmarks = m_bookmarks,
+               .scheduler = m_scheduler,
+               .clipboard = m_clipboard,
+               .codec = {.load = KdbxFile::load, .save = KdbxFile::save}}) {
+    FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
+    ApplicationStyle::apply(application);
+    m_window.emplace(m_state, m_clipboard);
+    QObject::connect(&*m_window, &MainWindow::appeared, &*m_window, [this] { launch(); });
+    QObject::connect(&application, &QApplication::aboutToQuit, &*m_window, [this] { end(); });
+    m_window->show();
+}
+
+void BrenvikApp::launch() {
+    m_state.restoreRecentDatabase();
+}
+
+// Nothing is saved and nothing locked: what is not saved by now is lost, and was shown as unsaved.
+void BrenvikApp::end() {
+    m_clipboard.clearNow();
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/state/AppState.h"
+#include "app/state/Preferences.h"
+#include "app/ui/MainWindow.h"
+#include "core/clipboard/ClipboardService.h"
+#include "platform/posix/PosixBookmarks.h"
+#include "platform/posix/PosixFileStore.h"
+#include "platform/qt/QtScheduler.h"
+#include "platform/qt/SettingsFile.h"
+
+#include <memory>
+#include <optional>
+
+class QApplication;
+
+/// The process's top: it makes the long-lived objects, each once, and orders launch and end.
+class BrenvikApp {
+public:
+    explicit BrenvikApp(QApplication& application);
+
+private:
+    void launch();
+    void end();
+
+    PosixFileSystemCalls m_calls;
+    PosixFileStore m_files;
+    PosixBookmarks m_bookmarks;
+    SettingsFile m_settings;
+    QtScheduler m_scheduler;
+    std::unique_ptr<Clipboard> m_desktopClipboard;
+    ClipboardService m_clipboard;
+    Preferences m_preferences;
+    AppState m_state;
+    std::optional<MainWindow> m_window;
+};

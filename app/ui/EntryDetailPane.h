@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStackedWidget>
+
+class AppState;
+class EntryDetailView;
+
+/// The right column: the one selected entry, or a word on why there is none.
+class EntryDetailPane : public QStackedWidget {
+    Q_OBJECT
+
+public:
+    explicit EntryDetailPane(AppState& state, QWidget* parent = nullptr);
+
+private:
+    void showSelection();
+    [[nodiscard]] QWidget* placeholder() const;
+
+    AppState& m_state;
+    EntryDetailView* m_detail;
+    QWidget* m_placeholder = nullptr;
+};

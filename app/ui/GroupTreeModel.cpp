@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/GroupTreeModel.h"
+
+#include "app/ui/Texts.h"
+
+#include <algorithm>
+
+namespace {
+
+QString nameOf(const KdbxGroup& group) {
+    return group.name.empty() ? GroupTreeModel::tr("Adsız grup") : qtText(group.name);
+}
+
+}  // namespace
+
+void GroupTreeModel::show(const std::optional<KdbxDatabase>& database) {
+    auto owner = database ? std::make_shared<const KdbxDatabase>(*database) : nullptr;
+    auto rows = owner ? rowsOf(owner->root) : std::vector<Row>();
+    const bool isSame =
+        std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
+                   [](const Row& a, const Row& b) { return a.group->id == b.group->id && a.depth == b.depth; });
+    if (!isSame)
+        beginResetModel();
+    m_rows = std::move(rows);
+    m_owner = std::move(owner);
+    if (!isSame)
+        endResetModel();
+    else if (!m_rows.empty())
+        emit dataChanged(index(0), index(rowCount() - 1));
+}
+
+// Without recursion, as a vault may be deeper than the stack. Hidden groups are walked too, since their entries count.
+std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root) {
+    struct Waiting {
+        const KdbxGroup* group;
+        int depth;
+        std::size_t parent;
+        bool isShown;
+    };
+    std::vector<Row> rows;
+    std::vector<Waiting> waiting{{&root, 0, 0, true}};
+    while (!waiting.empty()) {
+        const auto [group, depth, parent, isShown] = waiting.back();
+        waiting.pop_back();
+        const auto row = isShown ? rows.size() : parent;
+        if (isShown)
+            rows.push_back({group, depth, parent, 0});
+        rows[row].entryCount += static_cast<std::int64_t>(group->entries.size());
+        for (auto child = group->groups.size(); child > 0; --child)
+            waiting.push_back({&group->groups[child - 1], depth + 1, row, isShown && group->isExpanded});
+    }
+    for (auto row = rows.size(); row > 1; --row)
+        rows[rows[row - 1].parent].entryCount += rows[row - 1].entryCount;
+    return rows;
+}
+
+std::optional<int> GroupTreeModel::rowOf(const UUID& id) const {
+    const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) { return row.group->id == id; });
+    if (found == m_rows.end())
+        return std::nullopt;
+    return static_cast<int>(found - m_rows.begin());
+}
+
+int GroupTreeModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
+    const auto& row = m_rows[static_cast<std::size_t>(index.row())];
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::AccessibleTextRole:
+            return nameOf(*row.group);
+        case Qt::AccessibleDescriptionRole:
+            return tr("%1 kayıt").arg(row.entryCount);
+        case depthRole:
+            return row.depth;
+        case countRole:
+            return static_cast<qlonglong>(row.entryCount);
+        case iconRole:
+            return static_cast<qlonglong>(row.group->iconID);
+        case hasChildrenRole:
+            return !row.group->groups.empty();
+        case isExpandedRole:
+            return row.group->isExpanded;
+        default:
+            return {};
+    }
+}

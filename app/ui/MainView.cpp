@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/MainView.h"
+
+#include "app/state/AppState.h"
+#include "app/ui/EntryDetailPane.h"
+#include "app/ui/EntryListView.h"
+#include "app/ui/GroupTreeView.h"
+#include "app/ui/RowListView.h"
+#include "app/ui/StatusBar.h"
+#include "app/ui/Theme.h"
+#include "app/ui/Toolbar.h"
+
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+struct ColumnWidth {
+    int narrowest;
+    int ideal;
+    int widest;
+};
+
+constexpr ColumnWidth sidebarWidth{168, 210, 320};
+constexpr ColumnWidth listWidth{250, 340, 560};
+constexpr int narrowestDetail = 260;
+constexpr int idealDetail = 468;
+
+void limit(QWidget& column, const ColumnWidth& width) {
+    column.setMinimumWidth(width.narrowest);
+    column.setMaximumWidth(width.widest);
+}
+
+}  // namespace
+
+MainView::MainView(AppState& state, ClipboardService& clipboard, Commands& commands, QWidget* parent)
+    : QWidget(parent), m_entries(new EntryListView(state)) {
+    auto* const groups = new GroupTreeView(state);
+    auto* const detail = new EntryDetailPane(state);
+    limit(*groups, sidebarWidth);
+    limit(*m_entries, listWidth);
+    detail->setMinimumWidth(narrowestDetail);
+
+    auto* const columns = new QSplitter(Qt::Horizontal);
+    columns->setHandleWidth(Metric::hairline);
+    columns->setChildrenCollapsible(false);
+    for (auto* const column : std::initializer_list<QWidget*>{groups, m_entries, detail})
+        columns->addWidget(column);
+    columns->setStretchFactor(2, 1);
+    columns->setSizes({sidebarWidth.ideal, listWidth.ideal, idealDetail});
+
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(new Toolbar(state, commands));
+    rows->addWidget(columns, 1);
+    rows->addWidget(new StatusBar(state, clipboard));
+}
+
+void MainView::takeFocus() {
+    m_entries->list()->setFocus();
+}

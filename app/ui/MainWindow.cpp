@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/MainWindow.h"
+
+#include "app/state/AppState.h"
+#include "app/ui/Commands.h"
+#include "app/ui/MainView.h"
+#include "app/ui/UnlockView.h"
+#include "app/ui/WindowSizer.h"
+#include "app/ui/components/IconTile.h"
+
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QStackedWidget>
+
+MainWindow::MainWindow(AppState& state, ClipboardService& clipboard)
+    : m_state(state),
+      m_commands(new Commands(state, *this)),
+      m_screens(new QStackedWidget),
+      m_unlockView(new UnlockView(state)),
+      m_mainView(new MainView(state, clipboard, *m_commands)),
+      m_sizer(new WindowSizer(*this)) {
+    arrange();
+    connectState();
+    showScreen();
+}
+
+void MainWindow::arrange() {
+    setWindowTitle(QStringLiteral("Brenvik"));
+    setWindowIcon(BrandMark::windowIcon());
+    m_commands->fill(*menuBar());
+    m_screens->addWidget(m_unlockView);
+    m_screens->addWidget(m_mainView);
+    setCentralWidget(m_screens);
+}
+
+void MainWindow::connectState() {
+    connect(&m_state, &AppState::isLockedChanged, this, &MainWindow::showScreen);
+    connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
+}
+
+void MainWindow::showScreen() {
+    if (m_state.isLocked()) {
+        m_screens->setCurrentWidget(m_unlockView);
+        m_unlockView->startOver();
+    } else {
+        m_screens->setCurrentWidget(m_mainView);
+        m_mainView->takeFocus();
+    }
+    sizeWindow();
+}
+
+void MainWindow::sizeWindow() {
+    if (m_state.isLocked())
+        m_sizer->setMode(WindowSizer::Lock{m_unlockView->cardHeight()});
+    else
+        m_sizer->setMode(WindowSizer::Main{});
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!std::exchange(m_hasAppeared, true))
+        emit appeared();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    QMainWindow::closeEvent(event);
+    emit closed();
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// The vault's text as the window shows it.
+[[nodiscard]] inline QString qtText(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// What the window's text is in the vault.
+[[nodiscard]] inline std::string vaultText(const QString& text) {
+    return text.toStdString();
+}
+
+/// A path that a panel of Qt's gave, and the other way.
+[[nodiscard]] inline std::filesystem::path pathOf(const QString& text) {
+    return QFile::encodeName(text).toStdString();
+}
+[[nodiscard]] inline QString qtPath(const std::filesystem::path& path) {
+    return QFile::decodeName(path.c_str());
+}

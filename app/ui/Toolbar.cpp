@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/Toolbar.h"
+
+#include "app/state/AppState.h"
+#include "app/state/GroupTree.h"
+#include "app/ui/Commands.h"
+#include "app/ui/Texts.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/IconButton.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/Painting.h"
+#include "app/ui/components/SearchField.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QPainter>
+
+namespace {
+
+constexpr int barHeight = 48;
+constexpr int titleWidth = 186;  // so that the search begins where the list does
+
+}  // namespace
+
+Toolbar::Toolbar(AppState& state, Commands& commands, QWidget* parent)
+    : QWidget(parent),
+      m_state(state),
+      m_title(new TextLabel({}, BrandFont::sectionTitle(), Palette::text)),
+      m_subtitle(new TextLabel({}, BrandFont::label(), Palette::textSoft)),
+      m_search(new SearchField(tr("Kayıtlarda ara"))),
+      m_save(new IconButton(QStringLiteral("floppy"), tr("Kaydet (⌘S)"))),
+      m_lock(new IconButton(QStringLiteral("lock"), tr("Kasayı kilitle (⌘L)"))) {
+    arrange();
+    connectState(commands);
+    showTitle();
+    showSearch();
+    showSaving();
+}
+
+void Toolbar::arrange() {
+    setFixedHeight(barHeight);
+    auto* const titles = new QWidget;
+    titles->setFixedWidth(titleWidth);
+    auto* const lines = new QVBoxLayout(titles);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(2);
+    lines->addStretch();
+    lines->addWidget(m_title);
+    lines->addWidget(m_subtitle);
+    lines->addStretch();
+
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(Metric::m, 0, Metric::m, Metric::hairline);
+    row->setSpacing(Metric::s);
+    row->addWidget(titles);
+    row->addWidget(m_search, 1);
+    row->addStretch(1);
+    row->addWidget(m_save);
+    row->addWidget(m_lock);
+}
+
+void Toolbar::connectState(Commands& commands) {
+    connect(m_search, &SearchField::textChanged, this,
+            [this](const QString& text) { m_state.setSearchText(vaultText(text)); });
+    connect(m_save, &IconButton::clicked, commands.saving(), &QAction::trigger);
+    connect(m_lock, &IconButton::clicked, commands.locking(), &QAction::trigger);
+    for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isDirtyChanged})
+        connect(&m_state, signal, this, &Toolbar::showTitle);
+    connect(&m_state, &AppState::searchTextChanged, this, &Toolbar::showSearch);
+    connect(&m_state, &AppState::searchFocusTokenChanged, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
+    connect(commands.saving(), &QAction::changed, this, &Toolbar::showSaving);
+}
+
+void Toolbar::showTitle() {
+    m_title->setText(qtText(m_state.databaseName()));
+    QStringList parts;
+    if (const auto* root = m_state.root())
+        parts += tr("%1 kayıt").arg(GroupTree::totalEntryCount(*root));
+    if (m_state.isDirty())
+        parts += tr("kaydedilmedi");
+    m_subtitle->setText(parts.join(QStringLiteral(" · ")));
+    showSaving();
+}
+
+void Toolbar::showSearch() {
+    // A text that means the same is left as it is typed, or the cursor would jump.
+    if (vaultText(m_search->text()) != m_state.searchText())
+        m_search->setText(qtText(m_state.searchText()));
+}
+
+void Toolbar::showSaving() {
+    m_save->setEnabled(m_state.canSave() && m_state.isDirty());
+    m_save->setTint(m_state.isDirty() ? Palette::accent : Palette::textSoft);
+}
+
+void Toolbar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::hairline(painter, QPointF(0, height() - Metric::hairline), width(), Qt::Horizontal, Palette::line);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QWidget>
+
+class AppState;
+class Commands;
+class IconButton;
+class SearchField;
+class TextLabel;
+
+/// The line above the columns: the vault's name and size, the search, and what is done to the vault as a whole.
+class Toolbar : public QWidget {
+    Q_OBJECT
+
+public:
+    Toolbar(AppState& state, Commands& commands, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void arrange();
+    void connectState(Commands& commands);
+    void showTitle();
+    void showSearch();
+    void showSaving();
+
+    AppState& m_state;
+    TextLabel* m_title;
+    TextLabel* m_subtitle;
+    SearchField* m_search;
+    IconButton* m_save;
+    IconButton* m_lock;
+};

@@ -1,0 +1,418 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/UnlockView.h"
+
+#include "app/state/AppState.h"
+#include "app/ui/FilePanels.h"
+#include "app/ui/ShakingBanner.h"
+#include "app/ui/Texts.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Badge.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/Card.h"
+#include "app/ui/components/EmptyStateView.h"
+#include "app/ui/components/FormField.h"
+#include "app/ui/components/IconButton.h"
+#include "app/ui/components/IconTile.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/SecretField.h"
+#include "app/ui/components/StrengthMeter.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEvent>
+#include <QHBoxLayout>
+
+#include <fstream>
+#include <iterator>
+#include <system_error>
+
+namespace {
+
+constexpr int sideMargin = 40;
+constexpr int topMargin = 30;
+constexpr int bottomMargin = 22;
+constexpr int markSide = 52;
+constexpr int titleSize = 24;
+constexpr int tileSide = 32;
+constexpr int smallTextSize = 10;
+constexpr int formSpacing = 18;
+constexpr int actionSide = 38;
+constexpr int keyRowHeight = 30;
+
+/// The card's ground. Its least height is the one at its own width, not that of its paragraphs at none.
+class CardGround final : public QWidget {
+public:
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {0, layout()->totalMinimumHeightForWidth(UnlockView::cardWidth)};
+    }
+};
+
+QVBoxLayout* bareColumn(QWidget* widget, int spacing) {
+    auto* const column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(spacing);
+    return column;
+}
+
+QHBoxLayout* bareRow(QWidget* widget, int spacing) {
+    auto* const row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(spacing);
+    return row;
+}
+
+/// A folder as the user knows it: his own is "~".
+QString shortened(const QString& folder) {
+    const QString home = QDir::homePath();
+    if (folder == home || folder.startsWith(home + QLatin1Char('/')))
+        return QLatin1Char('~') + folder.mid(home.size());
+    return folder;
+}
+
+/// What a field holds, as the vault code takes it. The field's copies are wiped by the field.
+std::string secretOf(const SecretField& field) {
+    QByteArray bytes = field.text().toUtf8();
+    std::string text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    secureWipe(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    return text;
+}
+
+/// The content of a key file for a new vault; one that cannot be read counts as none.
+std::optional<Bytes> contentOf(const std::optional<std::filesystem::path>& file) {
+    if (!file)
+        return std::nullopt;
+    std::ifstream stream(*file, std::ios::binary);
+    if (!stream)
+        return std::nullopt;
+    return Bytes(std::istreambuf_iterator<char>(stream), {});
+}
+
+}  // namespace
+
+UnlockView::UnlockView(AppState& state, QWidget* parent)
+    : QScrollArea(parent),
+      m_state(state),
+      m_card(new CardGround),
+      m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft)),
+      m_fileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::text)),
+      m_folder(new TextLabel({}, BrandFont::body(smallTextSize), Palette::textSoft)),
+      m_password(new SecretField(tr("Ana parola"))),
+      m_confirmation(new SecretField(tr("Parolayı doğrula"))),
+      m_strength(new StrengthMeter),
+      m_chooseKeyFile(new Button(tr("Dosya seç…"))),
+      m_keyFileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::success)),
+      m_banner(new ShakingBanner),
+      m_submit(new Button({}, Button::Variant::primary)) {
+    makeControls();
+    arrange();
+    connectControls();
+    startOver();
+}
+
+void UnlockView::makeControls() {
+    for (auto* const field : {m_password, m_confirmation})
+        field->setSize(TextField::Size::large);
+    m_confirmation->setPlaceholderText(tr("Tekrar yaz"));
+    m_folder->setElideMode(Qt::ElideMiddle);
+    m_chooseKeyFile->setSymbol(QStringLiteral("key.horizontal"));
+    m_submit->setLarge(true);
+    m_submit->setSymbol(QStringLiteral("lock.open.fill"));
+    m_submit->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void UnlockView::arrange() {
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+
+    m_form = makeForm();
+    m_chooser = makeChooser();
+    auto* const column = new QVBoxLayout(m_card);
+    column->setContentsMargins(sideMargin, topMargin, sideMargin, bottomMargin);
+    column->setSpacing(0);
+    column->addWidget(makeHeader());
+    column->addSpacing(Metric::xl);
+    column->addWidget(m_form);
+    column->addWidget(m_chooser);
+    column->addSpacing(Metric::xxl);
+    column->addStretch();
+    column->addWidget(makeFooter(), 0, Qt::AlignHCenter);
+    setWidget(m_card);
+    m_card->installEventFilter(this);
+}
+
+QWidget* UnlockView::makeHeader() {
+    auto* const header = new QWidget;
+    auto* const column = bareColumn(header, 0);
+    column->addWidget(new BrandMark(markSide), 0, Qt::AlignHCenter);
+    column->addSpacing(Metric::l);
+    column->addWidget(
+        new TextLabel(QStringLiteral("Brenvik"), BrandFont::display(titleSize, QFont::ExtraBold), Palette::text), 0,
+        Qt::AlignHCenter);
+    column->addSpacing(Metric::xs);
+    column->addWidget(m_subtitle, 0, Qt::AlignHCenter);
+    return header;
+}
+
+QWidget* UnlockView::makeForm() {
+    auto* const form = new QWidget;
+    auto* const column = bareColumn(form, formSpacing);
+    column->addWidget(makePathCard());
+    column->addWidget(new FormField(tr("Ana parola"), m_password));
+    m_confirmationField = new FormField(tr("Parolayı doğrula"), m_confirmation);
+    column->addWidget(m_confirmationField);
+    column->addWidget(m_strength);
+    m_keyFileField = new FormField(tr("Anahtar dosyası"), makeKeyFileField());
+    column->addWidget(m_keyFileField);
+    column->addWidget(m_banner);
+    column->addWidget(makeActionRow());
+    return form;
+}
+
+QWidget* UnlockView::makePathCard() {
+    auto* const card = new Card;
+    card->content()->setContentsMargins(Metric::m, 10, Metric::m, 10);
+    auto* const names = new QVBoxLayout;
+    names->setSpacing(2);
+    names->addWidget(m_fileName);
+    names->addWidget(m_folder);
+    auto* const change = new Button(tr("Değiştir"));
+    change->setSmall(true);
+    connect(change, &Button::clicked, this, &UnlockView::chooseDatabase);
+
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(Metric::m);
+    row->addWidget(new SymbolTile(QStringLiteral("lock.doc"), Palette::accent, tileSide));
+    row->addLayout(names, 1);
+    row->addWidget(change);
+    card->content()->addLayout(row);
+    return card;
+}
+
+QWidget* UnlockView::makeKeyFileField() {
+    m_chosenKeyFile = new QWidget;
+    auto* const chosen = bareRow(m_chosenKeyFile, Metric::s);
+    auto* const symbol = new IconButton(QStringLiteral("key.fill"), {});
+    symbol->setTint(Palette::success);
+    symbol->setSides(14, 14);
+    symbol->setFocusPolicy(Qt::NoFocus);
+    symbol->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* const remove = new Button(tr("Kaldır"));
+    remove->setSmall(true);
+    connect(remove, &Button::clicked, this, [this] { setKeyFile(std::nullopt); });
+    chosen->addWidget(symbol);
+    chosen->addWidget(m_keyFileName, 1);
+    chosen->addWidget(remove);
+
+    auto* const field = new QWidget;
+    field->setMinimumHeight(keyRowHeight);
+    auto* const row = bareRow(field, 0);
+    row->addWidget(m_chooseKeyFile, 0, Qt::AlignLeft);
+    row->addWidget(m_chosenKeyFile, 1);
+    return field;
+}
+
+QWidget* UnlockView::makeActionRow() {
+    const auto framed = [this](const QString& symbol, const QString& tip, void (UnlockView::*act)()) {
+        auto* const button = new IconButton(symbol, tip);
+        button->setFramed(true);
+        button->setSides(actionSide, 16);
+        connect(button, &IconButton::clicked, this, act);
+        return button;
+    };
+    auto* const actions = new QWidget;
+    auto* const row = bareRow(actions, Metric::s);
+    row->addWidget(m_submit, 1);
+    row->addWidget(framed(QStringLiteral("folder"), tr("Başka bir veritabanı aç"), &UnlockView::chooseDatabase));
+    row->addWidget(
+        framed(QStringLiteral("doc.badge.plus"), tr("Yeni veritabanı oluştur"), &UnlockView::chooseNewDatabase));
+    return actions;
+}
+
+QWidget* UnlockView::makeChooser() {
+    auto* const chooser =
+        new EmptyStateView(QStringLiteral("lock.doc"), tr("Henüz bir kasa yok"),
+                           tr("Var olan bir .kdbx dosyasını aç ya da sıfırdan yeni bir kasa oluştur."));
+    auto* const open = new Button(tr("Veritabanı aç…"), Button::Variant::primary);
+    auto* const create = new Button(tr("Yeni kasa…"));
+    connect(open, &Button::clicked, this, &UnlockView::chooseDatabase);
+    connect(create, &Button::clicked, this, &UnlockView::chooseNewDatabase);
+    auto* const buttons = new QWidget;
+    auto* const row = bareRow(buttons, Metric::s);
+    row->addWidget(open);
+    row->addWidget(create);
+    chooser->addBelow(buttons);
+    return chooser;
+}
+
+// Constant words, whatever the vault at hand uses.
+QWidget* UnlockView::makeFooter() {
+    auto* const footer = new QWidget;
+    auto* const row = bareRow(footer, Metric::xl);
+    const auto badge = [&](const QString& text, const QString& symbol) {
+        auto* const bare = new Badge(text, Palette::textMuted, symbol);
+        bare->setBare(true);
+        row->addWidget(bare);
+    };
+    badge(QStringLiteral("KDBX 4.x"), QStringLiteral("doc.badge.gearshape"));
+    badge(QStringLiteral("Argon2id"), QStringLiteral("cpu"));
+    badge(tr("Yerel"), QStringLiteral("externaldrive"));
+    return footer;
+}
+
+void UnlockView::connectControls() {
+    connect(m_password, &SecretField::textChanged, this, &UnlockView::showSubmit);
+    connect(m_confirmation, &SecretField::textChanged, this, &UnlockView::showSubmit);
+    connect(m_password, &SecretField::returnPressed, this, &UnlockView::submit);
+    connect(m_confirmation, &SecretField::returnPressed, this, &UnlockView::submit);
+    connect(m_password, &SecretField::revealedChanged, m_confirmation, &SecretField::setRevealed);
+    connect(m_confirmation, &SecretField::revealedChanged, m_password, &SecretField::setRevealed);
+    connect(m_chooseKeyFile, &Button::clicked, this, &UnlockView::chooseKeyFile);
+    connect(m_submit, &Button::clicked, this, &UnlockView::submit);
+    connect(m_banner, &ShakingBanner::dismissed, this, [this] { m_state.setLastError(std::nullopt); });
+    connect(&m_state, &AppState::databaseURLChanged, this, &UnlockView::takeUpDatabase);
+    connect(&m_state, &AppState::lastErrorChanged, this, &UnlockView::answerError);
+}
+
+void UnlockView::startOver() {
+    m_password->setRevealed(false);
+    m_isBusy = false;
+    takeUpDatabase();
+    showError();
+}
+
+/// Another file is another form: what was typed for the old one goes, and so does its key file.
+void UnlockView::takeUpDatabase() {
+    m_password->setSecret({});
+    m_confirmation->setSecret({});
+    setKeyFile(std::nullopt);
+    m_isCreating = shouldOfferCreation();
+    showDatabase();
+    showMode();
+    if (m_state.databaseURL())
+        m_password->setFocus();
+}
+
+void UnlockView::showDatabase() {
+    const auto& url = m_state.databaseURL();
+    m_form->setVisible(url.has_value());
+    m_chooser->setVisible(!url.has_value());
+    if (!url)
+        return;
+    m_fileName->setText(qtPath(url->filename()));
+    m_folder->setText(shortened(qtPath(url->parent_path())));
+}
+
+void UnlockView::showMode() {
+    m_subtitle->setText(m_isCreating ? tr("Ana parolanı belirle, kasayı mühürleyelim.")
+                                     : tr("Parolaların yerel, şifreli ve sende."));
+    m_password->setPlaceholderText(m_isCreating ? tr("Güçlü bir parola seç") : tr("Ana parolan"));
+    m_confirmationField->setVisible(m_isCreating);
+    m_submit->setText(m_isCreating ? tr("Kasayı oluştur") : tr("Kilidi aç"));
+    m_submit->setSymbol(m_isCreating ? QStringLiteral("lock.fill") : QStringLiteral("lock.open.fill"));
+    showSubmit();
+}
+
+void UnlockView::showKeyFile() {
+    m_chooseKeyFile->setVisible(!m_keyFile);
+    m_chosenKeyFile->setVisible(m_keyFile.has_value());
+    m_keyFileField->setHint(m_keyFile ? QString() : tr("İsteğe bağlı — ikinci bir faktör."));
+    m_keyFileName->setText(m_keyFile ? qtPath(m_keyFile->filename()) : QString());
+}
+
+void UnlockView::showSubmit() {
+    const bool differs = !m_confirmation->text().isEmpty() && m_confirmation->text() != m_password->text();
+    m_confirmationField->setError(differs ? tr("Parolalar eşleşmiyor.") : QString());
+    m_strength->setVisible(m_isCreating && !m_password->text().isEmpty());
+    m_strength->showStrengthOf(m_isCreating ? m_password->text() : QString());
+    m_submit->setEnabled(canSubmit());
+}
+
+void UnlockView::showError() {
+    const auto& error = m_state.lastError();
+    m_banner->setVisible(error.has_value());
+    if (error)
+        m_banner->setMessage(qtText(*error));
+}
+
+void UnlockView::answerError() {
+    showError();
+    if (!m_state.lastError() || !isVisible())
+        return;
+    m_banner->shake();
+    m_password->setSecret({});
+    m_password->setFocus();
+}
+
+bool UnlockView::shouldOfferCreation() const {
+    if (!m_state.databaseURL())
+        return false;
+    // An empty file, as a save panel may leave behind, is a vault still to be made.
+    std::error_code error;
+    const auto size = std::filesystem::file_size(*m_state.databaseURL(), error);
+    return error || size == 0;
+}
+
+bool UnlockView::canSubmit() const {
+    if (!m_state.databaseURL() || m_isBusy)
+        return false;
+    if (m_isCreating)
+        return !m_password->text().isEmpty() && m_password->text() == m_confirmation->text();
+    return !m_password->text().isEmpty() || m_keyFile;
+}
+
+void UnlockView::submit() {
+    if (!canSubmit())
+        return;
+    m_isBusy = true;
+    showSubmit();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    repaint();  // the key derivation lets nothing be painted before it ends
+    if (m_isCreating)
+        m_state.createDatabase(*m_state.databaseURL(), secretOf(*m_password), contentOf(m_keyFile));
+    else
+        m_state.unlock(secretOf(*m_password), m_keyFile);
+    QApplication::restoreOverrideCursor();
+    if (!m_state.isLocked()) {
+        m_password->setSecret({});
+        m_confirmation->setSecret({});
+    }
+    m_isBusy = false;
+    showSubmit();
+}
+
+void UnlockView::chooseDatabase() {
+    if (const auto file = FilePanels::chooseDatabase(this))
+        m_state.prepare(*file);
+}
+
+void UnlockView::chooseNewDatabase() {
+    const auto file = FilePanels::newDatabaseDestination(this);
+    if (!file)
+        return;
+    m_state.prepare(*file);
+    m_isCreating = true;
+    showMode();
+}
+
+void UnlockView::chooseKeyFile() {
+    setKeyFile(FilePanels::chooseKeyFile(this));
+}
+
+void UnlockView::setKeyFile(std::optional<std::filesystem::path> file) {
+    m_keyFile = std::move(file);
+    showKeyFile();
+    showSubmit();
+}
+
+int UnlockView::cardHeight() const {
+    return m_card->layout()->totalHeightForWidth(cardWidth);
+}
+
+bool UnlockView::eventFilter(QObject* watched, QEvent* event) {
+    const bool isLaidOut = QScrollArea::eventFilter(watched, event);
+    if (watched == m_card && event->type() == QEvent::LayoutRequest)
+        emit cardHeightChanged(cardHeight());
+    return isLaidOut;
+}

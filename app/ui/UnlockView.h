@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QScrollArea>
+
+#include <filesystem>
+#include <optional>
+
+class AppState;
+class Button;
+class FormField;
+class IconButton;
+class SecretField;
+class ShakingBanner;
+class StrengthMeter;
+class TextLabel;
+class QVBoxLayout;
+
+/// The card that the window shows while locked: choose a vault, open it, or seal a new one.
+class UnlockView : public QScrollArea {
+    Q_OBJECT
+
+public:
+    explicit UnlockView(AppState& state, QWidget* parent = nullptr);
+
+    /// The card's height at its fixed width, as it is now.
+    [[nodiscard]] int cardHeight() const;
+    /// Takes up the form from the start, as after a lock.
+    void startOver();
+
+    static constexpr int cardWidth = 480;
+
+signals:
+    void cardHeightChanged(int height);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeControls();
+    void arrange();
+    [[nodiscard]] QWidget* makeHeader();
+    [[nodiscard]] QWidget* makeForm();
+    [[nodiscard]] QWidget* makePathCard();
+    [[nodiscard]] QWidget* makeKeyFileField();
+    [[nodiscard]] QWidget* makeActionRow();
+    [[nodiscard]] QWidget* makeChooser();
+    [[nodiscard]] QWidget* makeFooter();
+    void connectControls();
+
+    void takeUpDatabase();
+    void showDatabase();
+    void showMode();
+    void showKeyFile();
+    void showSubmit();
+    void showError();
+    void answerError();
+
+    void submit();
+    void chooseDatabase();
+    void chooseNewDatabase();
+    void chooseKeyFile();
+    void setKeyFile(std::optional<std::filesystem::path> file);
+    [[nodiscard]] bool shouldOfferCreation() const;
+    [[nodiscard]] bool canSubmit() const;
+
+    AppState& m_state;
+    std::optional<std::filesystem::path> m_keyFile;
+    bool m_isCreating = false;
+    bool m_isBusy = false;
+
+    QWidget* m_card;
+    TextLabel* m_subtitle;
+    QWidget* m_form = nullptr;
+    QWidget* m_chooser = nullptr;
+    TextLabel* m_fileName;
+    TextLabel* m_folder;
+    SecretField* m_password;
+    SecretField* m_confirmation;
+    FormField* m_confirmationField = nullptr;
+    StrengthMeter* m_strength;
+    Button* m_chooseKeyFile;
+    QWidget* m_chosenKeyFile = nullptr;
+    TextLabel* m_keyFileName;
+    FormField* m_keyFileField = nullptr;
+    ShakingBanner* m_banner;
+    Button* m_submit;
+};

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/WindowSizer.h"
+
+#include "app/ui/UnlockView.h"
+
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+
+namespace {
+
+constexpr QSize smallestMain{720, 460};
+constexpr QSize usualMain{1020, 680};
+constexpr QSize unlimited{QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
+constexpr int screenReserve = 80;
+constexpr int heightWithoutScreen = 820;
+
+}  // namespace
+
+WindowSizer::WindowSizer(QMainWindow& window) : QObject(&window), m_window(window), m_mode(Lock{0}) {}
+
+void WindowSizer::setMode(Mode mode) {
+    m_mode = mode;
+    if (!m_window.isVisible())
+        return apply();  // so that the window manager places the size that it will have
+    if (std::exchange(m_isQueued, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        m_isQueued = false;
+        apply();
+    });
+}
+
+void WindowSizer::apply() {
+    if (const auto* lock = std::get_if<Lock>(&m_mode))
+        applyLock(lock->cardHeight);
+    else
+        applyMain();
+}
+
+void WindowSizer::applyMain() {
+    const bool isNew = !m_lastMode || !std::holds_alternative<Main>(*m_lastMode);
+    m_lastMode = m_mode;
+    if (isNew)
+        setContentSize(m_savedMainSize.value_or(usualMain).expandedTo(smallestMain), smallestMain, unlimited);
+}
+
+void WindowSizer::applyLock(int cardHeight) {
+    const bool wasMain = m_lastMode && std::holds_alternative<Main>(*m_lastMode);
+    if (cardHeight <= 0) {
+        m_lastMode = m_mode;
+        return;
+    }
+    if (wasMain && m_window.isMaximized()) {
+        // A window that turns into a card while it is maximised loses its frame under some window managers.
+        m_window.showNormal();
+        setMode(m_mode);
+        return;
+    }
+    m_lastMode = m_mode;
+    if (wasMain)
+        m_savedMainSize = m_window.size();
+    const auto* menus = m_window.menuBar();
+    const int chrome = std::max(menus->heightForWidth(UnlockView::cardWidth), menus->sizeHint().height());
+    const auto area = availableArea();
+    const int highest = area.isEmpty() ? heightWithoutScreen : area.height() - screenReserve;
+    const QSize card(UnlockView::cardWidth, std::min(highest, chrome + cardHeight));
+    setContentSize(card, card, card);
+}
+
+// The frame's middle is taken before any limit changes: limits resize at once, from the upper left corner.
+void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
+    const auto centre = m_window.frameGeometry().center();
+    const auto frame = m_window.frameGeometry().size() - m_window.geometry().size();
+    const bool hasChanged = m_window.size() != size;
+    const bool isPlaced = m_window.isVisible() && !frame.isEmpty();  // else the window manager places it
+
+    m_window.setMinimumSize(0, 0);
+    m_window.setMaximumSize(unlimited);
+    m_window.resize(size);
+    m_window.setMinimumSize(smallest);
+    m_window.setMaximumSize(largest);
+    if (!hasChanged || !isPlaced)
+        return;
+    QRect target(QPoint(), size + frame);
+    target.moveCenter(centre);
+    const auto area = availableArea();
+    if (!area.isEmpty()) {
+        target.moveLeft(std::max(area.left(), std::min(target.left(), area.right() + 1 - target.width())));
+        target.moveTop(std::max(area.top(), std::min(target.top(), area.bottom() + 1 - target.height())));
+    }
+    m_window.move(target.topLeft());
+}
+
+QRect WindowSizer::availableArea() const {
+    const auto* screen = m_window.screen();
+    return screen ? screen->availableGeometry() : QRect();
+}
