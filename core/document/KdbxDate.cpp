@@ -124,7 +124,7 @@ std::optional<Timestamp> parseISO(std::string_view text, Fraction fraction, Zone
         milliseconds = scanner.number(3, 3);
     }
     const auto offset = scanZone(scanner, zone);
-    if (!scanner.hasReadAll() || !time || !offset || !date.ok() || date.year() < firstYear || date.year() > lastYear)
+    if (!scanner.hasReadAll() || !time || !offset || !date.ok() || date.year() < firstYear)
         return std::nullopt;
     const auto midnight = sys_seconds(sys_days(date)).time_since_epoch().count();
     return Timestamp{static_cast<double>(midnight + *time - *offset) + milliseconds / 1000.0};

@@ -9,6 +9,8 @@
 #include "core/model/KdbxError.h"
 #include "core/primitives/Base64.h"
 
+#include <deque>
+
 namespace KdbxXML {
 namespace {
 
@@ -191,16 +193,15 @@ private:
     void preserve(const XMLElement& element, std::vector<std::string>& texts);
 
     const std::vector<Binary>& m_binaries;
-    std::vector<KdbxEntry> m_entries;  // in the order of the document
+    std::deque<KdbxEntry> m_entries;  // in the order of the document; each stays where it is
     Document m_document;
     WipingText m_preservedMeta;
     WipingText m_printed;  // where foreign elements are printed, protected values in the clear: wiped in the end
 };
 
 std::uint32_t Reader::takeEntry(const XMLElement& element, int depth) {
-    KdbxEntry entry{.id = idOf(element)};
-    readEntry(element, depth, entry);
-    m_entries.push_back(std::move(entry));
+    m_entries.push_back({.id = idOf(element)});
+    readEntry(element, depth, m_entries.back());
     return static_cast<std::uint32_t>(m_entries.size() - 1);
 }
 

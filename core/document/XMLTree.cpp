@@ -324,6 +324,14 @@ const XMLElement* XMLElement::child(XMLName childName) const {
     return found == children.end() ? nullptr : &*found;
 }
 
+std::string_view XMLElement::trimmedText() const {
+    // Most texts begin and end with a character that is plainly none to trim.
+    const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };
+    if (!text.empty() && isPlain(text.front()) && isPlain(text.back()))
+        return text;
+    return Text::trimmingWhitespaceAndNewlines(text);
+}
+
 XMLTree::XMLTree(KeptText keptText) : m_builder(std::make_unique<Builder>(keptText)) {}
 
 XMLTree::~XMLTree() = default;

@@ -109,7 +109,7 @@ struct XMLElement {
     /// The first child of that name, or none.
     [[nodiscard]] const XMLElement* child(XMLName childName) const;
     /// `text` without white space and line ends around it.
-    [[nodiscard]] std::string_view trimmedText() const { return Text::trimmingWhitespaceAndNewlines(text); }
+    [[nodiscard]] std::string_view trimmedText() const;
 };
 
 XMLChildren::Iterator& XMLChildren::Iterator::operator++() {
