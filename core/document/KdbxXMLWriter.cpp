@@ -153,15 +153,36 @@ void Writer::writeMemoryProtection(const XMLChildren& preserved) {
 
 // --- Groups ---
 
-void Writer::writeGroup(const KdbxGroup& group) {
+/// A group and all in it, by a list of the open ones: groups may be nested deep.
+void Writer::writeGroup(const KdbxGroup& root) {
+    struct Open {
+        const KdbxGroup* group;
+        SharedArray<KdbxGroup>::const_iterator nextSubgroup;
+    };
+    std::vector<Open> open;
+    const auto begin = [&](const KdbxGroup& group) {
+        writeGroupBeginning(group);
+        open.push_back({&group, group.groups.begin()});
+    };
+    begin(root);
+    while (!open.empty()) {
+        auto& [group, nextSubgroup] = open.back();
+        if (nextSubgroup != group->groups.end()) {
+            begin(*nextSubgroup++);
+        } else {
+            put("</Group>");
+            open.pop_back();
+        }
+    }
+}
+
+/// A group as far as its first subgroup.
+void Writer::writeGroupBeginning(const KdbxGroup& group) {
     put("<Group>");
     writeGroupFields(group);
     writeForeign(group.unknownXML);
     for (const auto& entry : group.entries)
         writeEntry(entry, false);
-    for (const auto& subgroup : group.groups)
-        writeGroup(subgroup);
-    put("</Group>");
 }
 
 void Writer::writeGroupFields(const KdbxGroup& group) {
@@ -271,19 +292,20 @@ void Writer::writeForeign(std::string_view text) {
         writeNode(*node);
 }
 
-void Writer::writeNode(const XMLElement& node) {
-    if (node.isProtected)
-        return protectedElementNode(node);
-    put("<");
-    put(node.name);
-    XMLPrinting::appendAttributes(m_out, node.attributes);
-    XMLPrinting::appendFromAttributes(m_out, node, [this](const XMLElement& child) { writeNode(child); });
+void Writer::writeNode(const XMLElement& root) {
+    XMLPrinting::appendTree(m_out, root, [this](const XMLElement& node) {
+        put("<");
+        put(node.name);
+        XMLPrinting::appendAttributes(m_out, node.attributes);
+        if (!node.isProtected)
+            return XMLPrinting::appendFromAttributes(m_out, node);
+        protectedElementNode(node);
+        return false;
+    });
 }
 
+/// What follows the attributes of a protected node. Its child elements are not written.
 void Writer::protectedElementNode(const XMLElement& node) {
-    put("<");
-    put(node.name);
-    XMLPrinting::appendAttributes(m_out, node.attributes);
     putMasked(node.text);
     XMLPrinting::appendEndTag(m_out, node.name);
 }

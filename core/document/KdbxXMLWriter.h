@@ -29,7 +29,8 @@ public:
 private:
     void writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash, const XMLChildren& preserved);
     void writeMemoryProtection(const XMLChildren& preserved);
-    void writeGroup(const KdbxGroup& group);
+    void writeGroup(const KdbxGroup& root);
+    void writeGroupBeginning(const KdbxGroup& group);
     void writeGroupFields(const KdbxGroup& group);
     void writeEntry(const KdbxEntry& entry, bool isHistory);
     void writeEntryTimes(const KdbxEntry& entry);
@@ -38,7 +39,7 @@ private:
     void writeString(std::string_view key, std::string_view value, bool isProtected);
     void writeForeign(const std::vector<std::string>& texts);
     void writeForeign(std::string_view text);
-    void writeNode(const XMLElement& node);
+    void writeNode(const XMLElement& root);
     void protectedElementNode(const XMLElement& node);
     void applyMemoryProtection(const XMLChildren& nodes);
 

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Elements as XML text, for `KdbxXMLNode` and `XMLElement` alike.
 namespace XMLPrinting {
@@ -29,28 +30,57 @@ inline void appendEndTag(WipingText& out, std::string_view name) {
     out.append(">");
 }
 
-/// An element from behind its attributes to its end. Its own text is dropped where it has child elements.
-template <class Element, class AppendChild>
-void appendFromAttributes(WipingText& out, const Element& element, AppendChild appendChild) {
-    if (element.children.empty() && element.text.empty())
-        return out.append("/>");
+/// Prints an element and all in it, without recursion: foreign elements may be nested deep. `appendBeginning` prints
+/// one element as far as its first child element, or whole, and tells whether it stopped for the child elements.
+template <class Element, class AppendBeginning>
+void appendTree(WipingText& out, const Element& root, AppendBeginning appendBeginning) {
+    struct Open {
+        const Element* element;
+        decltype(root.children.begin()) nextChild;
+    };
+    std::vector<Open> open;
+    const auto begin = [&](const Element& element) {
+        if (appendBeginning(element))
+            open.push_back({&element, element.children.begin()});
+    };
+    begin(root);
+    while (!open.empty()) {
+        auto& [element, nextChild] = open.back();
+        if (nextChild != element->children.end()) {
+            begin(*nextChild++);
+        } else {
+            appendEndTag(out, element->name);
+            open.pop_back();
+        }
+    }
+}
+
+/// What follows an element's attributes, up to its first child element. Its own text is dropped where it has any.
+template <class Element>
+bool appendFromAttributes(WipingText& out, const Element& element) {
+    if (element.children.empty() && element.text.empty()) {
+        out.append("/>");
+        return false;
+    }
     out.append(">");
-    if (element.children.empty())
-        XMLText::appendContent(out, element.text);
-    for (const auto& child : element.children)
-        appendChild(child);
+    if (!element.children.empty())
+        return true;
+    XMLText::appendContent(out, element.text);
     appendEndTag(out, element.name);
+    return false;
 }
 
 /// An element in the clear, where the mark alone tells that it is protected.
 template <class Element>
-void appendElement(WipingText& out, const Element& element) {
-    out.append("<");
-    out.append(element.name);
-    appendAttributes(out, element.attributes);
-    if (element.isProtected)
-        out.append(" Protected=\"True\"");
-    appendFromAttributes(out, element, [&](const auto& child) { appendElement(out, child); });
+void appendElement(WipingText& out, const Element& root) {
+    appendTree(out, root, [&](const Element& element) {
+        out.append("<");
+        out.append(element.name);
+        appendAttributes(out, element.attributes);
+        if (element.isProtected)
+            out.append(" Protected=\"True\"");
+        return appendFromAttributes(out, element);
+    });
 }
 
 }  // namespace XMLPrinting
