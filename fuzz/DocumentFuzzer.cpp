@@ -68,7 +68,7 @@ void checkRounds(ByteView data) {
 /// What a reader makes of the text of an element: the parser normalises line ends.
 std::string readBack(std::string_view text) {
     auto expected = KdbxXMLEscape::sanitise(text);
-    for (auto at = expected.find("\r\n"); at != std::string::npos; at = expected.find("\r\n"))
+    for (auto at = expected.find("\r\n"); at != std::string::npos; at = expected.find("\r\n", at + 1))
         expected.erase(at, 1);
     std::ranges::replace(expected, '\r', '\n');
     return expected;
