@@ -173,19 +173,22 @@ const VariantValue* VariantDictionary::operator[](std::string_view key) const {
     return place == m_storage.end() ? nullptr : &place->second;
 }
 
-void VariantDictionary::set(std::string_view key, std::optional<VariantValue> value) {
+void VariantDictionary::set(std::string_view key, VariantValue value) {
     const auto place = m_storage.find(key);
-    if (!value) {
-        if (place == m_storage.end())
-            return;
-        m_storage.erase(place);
-        std::erase_if(m_keys, [&](const auto& other) { return Text::equal(other, key); });
-    } else if (place != m_storage.end()) {
-        place->second = std::move(*value);
+    if (place != m_storage.end()) {
+        place->second = std::move(value);
     } else {
-        m_storage.emplace(key, std::move(*value));
+        m_storage.emplace(key, std::move(value));
         m_keys.emplace_back(key);
     }
+}
+
+void VariantDictionary::set(std::string_view key, std::nullopt_t) {
+    const auto place = m_storage.find(key);
+    if (place == m_storage.end())
+        return;
+    m_storage.erase(place);
+    std::erase_if(m_keys, [&](const auto& other) { return Text::equal(other, key); });
 }
 
 bool operator==(const VariantDictionary& a, const VariantDictionary& b) {

@@ -51,8 +51,9 @@ public:
     /// The value of a key, or none. It stays valid until the dictionary changes.
     [[nodiscard]] const VariantValue* operator[](std::string_view key) const;
 
-    /// A new key goes last, a known one keeps its place; no value removes the key.
-    void set(std::string_view key, std::optional<VariantValue> value);
+    /// A new key goes last, a known one keeps its place; setting nothing removes the key.
+    void set(std::string_view key, VariantValue value);
+    void set(std::string_view key, std::nullopt_t);
 
     /// The same values under the same keys in the same order.
     friend bool operator==(const VariantDictionary& a, const VariantDictionary& b);

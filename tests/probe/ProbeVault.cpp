@@ -7,6 +7,7 @@
 #include "tests/support/Hex.h"
 #include "tests/support/VaultJSON.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -14,13 +15,11 @@ namespace Probe {
 namespace {
 
 Bytes contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    require(file.is_open() && file.tellg() >= 0, "file: cannot be read");
-    Bytes content(static_cast<std::size_t>(file.tellg()));
-    file.seekg(0);
-    file.read(reinterpret_cast<char*>(content.data()), static_cast<std::streamsize>(content.size()));
-    require(file.good() || content.empty(), "file: cannot be read");
-    return content;
+    // A folder opens as a file does, and tells a size that no memory holds.
+    require(std::filesystem::is_regular_file(path), "file: cannot be read");
+    std::ifstream file(path, std::ios::binary);
+    require(file.is_open(), "file: cannot be read");
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 KdbxKey keyOf(const Json& request) {

@@ -87,7 +87,10 @@ VaultBuilder& VaultBuilder::add(std::uint8_t tag, ByteView value) {
 
 VaultBuilder& VaultBuilder::setParameter(std::string_view name, std::optional<VariantValue> value) {
     auto parameters = VariantDictionary::parse(field(FieldID::kdfParameters));
-    parameters.set(name, std::move(value));
+    if (value)
+        parameters.set(name, *value);
+    else
+        parameters.set(name, std::nullopt);
     return set(FieldID::kdfParameters, parameters.serialize());
 }
 
