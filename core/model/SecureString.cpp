@@ -21,10 +21,12 @@ struct WipedText {
 SecureString::SecureString(std::string_view text) {
     if (text.empty())
         return;
-    Masked masked{.cipher = Bytes(text.size()), .pad = randomBytes(text.size())};
+    Bytes masked(2 * text.size());
+    const auto pad = std::span(masked).last(text.size());
+    fillRandom(pad);
     for (std::size_t i = 0; i < text.size(); ++i)
-        masked.cipher[i] = static_cast<std::uint8_t>(text[i]) ^ masked.pad[i];
-    m_masked = std::make_shared<const Masked>(std::move(masked));
+        masked[i] = static_cast<std::uint8_t>(text[i]) ^ pad[i];
+    m_masked = std::make_shared<const Bytes>(std::move(masked));
 }
 
 std::string SecureString::value() const {
@@ -46,11 +48,11 @@ bool operator==(const SecureString& a, const SecureString& b) {
 }
 
 ByteView SecureString::cipher() const noexcept {
-    return m_masked ? ByteView(m_masked->cipher) : ByteView();
+    return m_masked ? ByteView(*m_masked).first(m_masked->size() / 2) : ByteView();
 }
 
 ByteView SecureString::pad() const noexcept {
-    return m_masked ? ByteView(m_masked->pad) : ByteView();
+    return m_masked ? ByteView(*m_masked).last(m_masked->size() / 2) : ByteView();
 }
 
 void wipe(std::string& text) noexcept {

@@ -29,11 +29,7 @@ public:
     [[nodiscard]] ByteView pad() const noexcept;
 
 private:
-    struct Masked {
-        Bytes cipher;
-        Bytes pad;
-    };
-    std::shared_ptr<const Masked> m_masked;  // none for the empty secret
+    std::shared_ptr<const Bytes> m_masked;  // the masked bytes and behind them their pad; none for the empty secret
 };
 
 /// Overwrites a text that held a secret, and empties it.

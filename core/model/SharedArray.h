@@ -288,12 +288,13 @@ std::optional<std::size_t> SharedArray<Element>::offsetOfHint(std::span<const st
     const auto matches = [hint](std::uint32_t candidate) { return candidate == hint || candidate == unknown; };
     // Many hints at a time, without a branch for each, so that the compiler takes vector instructions.
     constexpr std::size_t stride = 32;
-    for (; start + stride <= hints.size(); start += stride) {
+    while (start + stride <= hints.size()) {
         std::uint32_t anyMatches = 0;
-        for (std::size_t i = start; i < start + stride; ++i)
-            anyMatches |= static_cast<int>(hints[i] == hint) | static_cast<int>(hints[i] == unknown);
+        for (const auto candidate : hints.subspan(start).template first<stride>())
+            anyMatches |= matches(candidate) ? 1 : 0;
         if (anyMatches)
             break;
+        start += stride;
     }
     const auto found = std::find_if(hints.begin() + static_cast<std::ptrdiff_t>(start), hints.end(), matches);
     return found == hints.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - hints.begin()));

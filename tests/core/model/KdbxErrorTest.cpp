@@ -25,12 +25,22 @@ TEST(KdbxErrorTest, everyCaseHasItsMessage) {
 }
 
 TEST(KdbxErrorTest, isEqualByCaseAndPayload) {
-    EXPECT_EQ(KdbxError::blockHmacMismatch(3), KdbxError::blockHmacMismatch(3));
-    EXPECT_EQ(KdbxError::notAKdbxFile(), KdbxError::notAKdbxFile());
-    EXPECT_NE(KdbxError::blockHmacMismatch(3), KdbxError::blockHmacMismatch(4));
-    EXPECT_NE(KdbxError::unsupportedVersion(3, 4), KdbxError::unsupportedVersion(4, 3));
-    EXPECT_NE(KdbxError::corruptedData("a"), KdbxError::cryptoFailure("a"));
-    EXPECT_NE(KdbxError::corruptedData("a"), KdbxError::corruptedData("b"));
+    const auto everyKind = [] {
+        return std::vector{KdbxError::unsupportedVersion(3, 4), KdbxError::unsupportedVersion(4, 3),
+                           KdbxError::unsupportedVersion(4, 4), KdbxError::corruptedData("a"),
+                           KdbxError::corruptedData("b"),       KdbxError::unsupportedCipher("a"),
+                           KdbxError::unsupportedCipher("b"),   KdbxError::unsupportedKdf("a"),
+                           KdbxError::unsupportedKdf("b"),      KdbxError::blockHmacMismatch(0),
+                           KdbxError::blockHmacMismatch(1),     KdbxError::xmlParseFailure("a"),
+                           KdbxError::xmlParseFailure("b"),     KdbxError::cryptoFailure("a"),
+                           KdbxError::cryptoFailure("b"),       KdbxError::notAKdbxFile(),
+                           KdbxError::invalidCredentials(),     KdbxError::headerHashMismatch()};
+    };
+    const auto errors = everyKind();
+    const auto same = everyKind();
+    for (std::size_t i = 0; i < errors.size(); ++i)
+        for (std::size_t j = 0; j < same.size(); ++j)
+            EXPECT_EQ(errors[i] == same[j], i == j) << errors[i].what() << ' ' << same[j].what();
 }
 
 TEST(KdbxErrorTest, tellsItsCaseWhereItIsCaught) {

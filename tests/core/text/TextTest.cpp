@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "core/text/Text.h"
+#include "core/text/TextICU.h"
 #include "tests/core/text/Scalars.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace {
 
@@ -165,6 +167,16 @@ TEST(TextTest, repairingLeavesWellFormedTextAsItIs) {
     EXPECT_EQ(repaired(""), "");
     EXPECT_EQ(repaired("Şifre 🔑\r\n"), "Şifre 🔑\r\n");
     EXPECT_EQ(repaired("\xE2\x82"), "\uFFFD");
+}
+
+TEST(TextICUTest, refusesATextThatIsLongerThanICUCounts) {
+    // The length is looked at before any byte is, so that the bytes need not be there.
+    const std::string_view tooLong("a", std::size_t{1} << 31);
+    std::vector<std::string_view> characters;
+    EXPECT_THROW(TextICU::composed(tooLong), std::length_error);
+    EXPECT_THROW(TextICU::appendCharacters(characters, tooLong), std::length_error);
+    EXPECT_THROW(TextICU::lowercased(tooLong), std::length_error);
+    EXPECT_THROW(TextICU::uppercased(tooLong), std::length_error);
 }
 
 }  // namespace
