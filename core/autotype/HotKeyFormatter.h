@@ -1,24 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/platform/HotKeys.h"
+
 #include <cstdint>
 #include <string>
-
-/// Modifiers as settings store them.
-enum HotKeyModifier : std::uint32_t {
-    hotKeyCommand = 0x100,
-    hotKeyShift = 0x200,
-    hotKeyOption = 0x800,
-    hotKeyControl = 0x1000
-};
-
-/// A key and the modifiers that are held with it. As it is made, it is the default: Option, Command and the key that
-/// US layouts label A.
-struct HotKey {
-    std::uint32_t keyCode = 0;
-    std::uint32_t modifiers = hotKeyCommand | hotKeyOption;
-    friend bool operator==(const HotKey&, const HotKey&) = default;
-};
 
 /// Hot keys as the settings show them: by the US layout, whatever layout is in use.
 namespace HotKeyFormatter {

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/autotype/AutoTypeSequence.h"
+#include "core/autotype/AutoTyping.h"
+#include "core/autotype/KeyStroke.h"
+#include "core/model/KdbxDatabase.h"
+#include "core/platform/Applications.h"
+#include "core/platform/Coroutine.h"
+#include "core/platform/KeyboardEvents.h"
+#include "core/platform/KeyboardLayout.h"
+#include "core/platform/Scheduler.h"
+#include "core/text/Text.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Types into the application that was last in front, by synthetic strokes of keys.
+class AutoTypeService final : public AutoTyping {
+public:
+    using KeyStroke = ::KeyStroke;
+
+    static constexpr std::string_view defaultSequence = AutoTypeSequence::defaultSequence;
+
+    /// Durations are in seconds.
+    struct Settings {
+        double keystrokeDelay = 0.025;       // after each character, key or step of clearing a field
+        double activationTimeout = 2.0;      // for the target to come to the front
+        double postActivationDelay = 0.12;   // from then to the first stroke
+        bool waitForModifierRelease = true;  // a second at most, for the hot key's modifiers
+        bool useRealModifierKeyEvents = true;
+        double modifierSettleDelay = 0.02;  // on either side of a stroke with such events
+    };
+
+    /// The desktop; all of it outlives the service.
+    struct Desktop {
+        KeyboardEvents& keyboard;
+        KeyboardLayout& layout;
+        Applications& applications;
+        Scheduler& scheduler;
+    };
+
+    explicit AutoTypeService(Desktop desktop);
+    AutoTypeService(const AutoTypeService&) = delete;
+    AutoTypeService& operator=(const AutoTypeService&) = delete;
+
+    /// Ends a run where it is, with no modifier left pressed. Nobody is told.
+    ~AutoTypeService() override;
+
+    [[nodiscard]] const Settings& settings() const noexcept { return m_settings; }
+    void setSettings(const Settings& settings) noexcept { m_settings = settings; }
+
+    /// Follows the application in front from now on, and empties the cache of strokes whenever the layout changes.
+    /// Repeated calls do nothing.
+    void startTrackingFrontmostApplication();
+
+    /// Makes the application in front the target, unless it is this one: what was in front before us stays the target.
+    /// The result is the target, or null.
+    std::shared_ptr<RunningApplication> captureTarget();
+    void clearTarget() noexcept { m_targetApplication.reset(); }
+
+    /// The application that would be typed into, or null.
+    [[nodiscard]] const std::shared_ptr<RunningApplication>& targetApplication() const noexcept {
+        return m_targetApplication;
+    }
+
+    /// The title of the target's window, or of the front window where there is no target. Where it has none or may not
+    /// be read, the application's name; nothing where that is unknown too.
+    [[nodiscard]] std::optional<std::string> frontmostWindowTitle();
+
+    /// Brings the target to the front and performs the actions. A failure is an `AutoTypeError` or `Cancelled`.
+    ///
+    /// A run that is asked for during another begins when that one has ended, since their strokes would mix: half of
+    /// one password and half of another would go into one field, and dropping the later one would tell the user of
+    /// a success or a failure that there was not.
+    void perform(std::vector<AutoTypeAction> actions, Done done) override;
+
+    /// Parses a sequence for an entry and performs it.
+    void perform(std::string_view sequence, const KdbxEntry& entry, Done done);
+
+    /// Whether a run is going on or waits for its turn.
+    [[nodiscard]] bool isTyping() const noexcept { return !m_runs.empty(); }
+
+    /// Ends all runs at their next pause with `Cancelled`: the one that is at work within this call, if it pauses now.
+    void cancel();
+
+    /// The stroke for a character under the present layout, remembered for the next time where there is one.
+    [[nodiscard]] std::optional<KeyStroke> keyStroke(std::string_view character);
+
+    /// Whether strokes may be posted and titles be read; asks nobody.
+    [[nodiscard]] bool hasAccessibilityPermission();
+
+    /// Has the user asked for it.
+    void requestAccessibilityPermission();
+
+private:
+    /// One request, from its asking to its end.
+    struct Run {
+        Run(std::vector<AutoTypeAction> list, Done whenDone, Scheduler& scheduler);
+
+        std::vector<AutoTypeAction> actions;
+        Done done;
+        Sleeper sleeper;
+        std::optional<std::string> failure;
+        std::optional<Coroutine> coroutine;  // goes first; none before its turn
+    };
+
+    void beginSoon();
+    void endSoon();
+    void later(void (AutoTypeService::*step)());
+    void beginRun();
+    void endRun();
+
+    Coroutine work(Run& run);
+    Coroutine type(Run& run);
+    Coroutine activateTarget(Sleeper& sleeper);
+    Coroutine userLetsGo(Sleeper& sleeper);
+    Coroutine performAction(const AutoTypeAction& action, KeyEventSource& source, Sleeper& sleeper);
+    Coroutine typeText(std::string_view text, KeyEventSource& source, Sleeper& sleeper);
+    Coroutine clearField(KeyEventSource& source, Sleeper& sleeper);
+    Coroutine postKey(KeyStroke stroke, KeyEventSource& source, Sleeper& sleeper);
+
+    [[nodiscard]] bool isInFront(const RunningApplication& application);
+    [[nodiscard]] bool userHoldsKeys();
+    [[nodiscard]] std::optional<std::string> focusedWindowTitle(RunningApplication& application);
+
+    Desktop m_desktop;
+    Settings m_settings;
+    std::shared_ptr<RunningApplication> m_targetApplication;
+    Text::Map<KeyStroke> m_keyStrokeCache;  // right for the present layout alone
+    bool m_isTracking = false;
+    std::deque<std::unique_ptr<Run>> m_runs;       // in the order of asking; the first is at work
+    std::optional<Scheduler::Task> m_pendingStep;  // the beginning or the end of the first run
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/autotype/AutoTypeAction.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Typing into the application that was in front, as far as whoever asks for it needs to know.
+class AutoTyping {
+public:
+    using Done = std::function<void(std::optional<std::string> failureDescription)>;
+
+    virtual ~AutoTyping() = default;
+
+    /// Performs the actions in their order, which takes its time: the call returns before they are done. `done` is
+    /// called at the end with the failure for the user, or with none. What was typed before a failure stays typed.
+    virtual void perform(std::vector<AutoTypeAction> actions, Done done) = 0;
+};

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/platform/KeyboardEvents.h"
+
+#include <cstdint>
+#include <vector>
+
+/// Modifier keys that are held down around a stroke, with events of their own: there are applications that look at
+/// these and not at the flags of the stroke. However the holding ends, the keys come up again: a modifier that stays
+/// down would turn all that the user types next into commands.
+class PressedModifiers {
+public:
+    /// Holds nothing yet. The source outlives it.
+    PressedModifiers(KeyEventSource& source, std::uint64_t flags);
+    PressedModifiers(const PressedModifiers&) = delete;
+    PressedModifiers& operator=(const PressedModifiers&) = delete;
+
+    /// Releases all keys in the reverse order, those too that `press` did not come to. One that cannot be released is
+    /// passed over.
+    ~PressedModifiers();
+
+    /// Presses the keys in the order Shift, Control, Option, Command.
+    ///
+    /// @throws AutoTypeError eventCreationFailed, with the keys before it pressed.
+    void press();
+
+    /// Whether the flags ask for any key at all.
+    [[nodiscard]] static bool areIn(std::uint64_t flags) noexcept;
+
+private:
+    struct Modifier {
+        std::uint64_t flag;
+        std::uint16_t code;
+    };
+    static const Modifier all[4];
+
+    KeyEventSource& m_source;
+    std::vector<Modifier> m_modifiers;  // in the order in which they are pressed
+    std::uint64_t m_held = 0;
+};

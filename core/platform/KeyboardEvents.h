@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+
+/// The modifier bits of a key event.
+namespace KeyFlag {
+inline constexpr std::uint64_t shift = 0x20000;
+inline constexpr std::uint64_t control = 0x40000;
+inline constexpr std::uint64_t option = 0x80000;
+inline constexpr std::uint64_t command = 0x100000;
+inline constexpr std::uint64_t all = shift | control | option | command;
+}  // namespace KeyFlag
+
+/// One event of the keyboard.
+struct KeyEvent {
+    enum class Kind : std::uint8_t {
+        key,          // an ordinary key
+        flagsChanged  // a modifier key; `flags` is what is held after it
+    };
+
+    Kind kind = Kind::key;
+    std::uint16_t code = 0;  // virtual key code
+    bool down = true;
+    std::uint64_t flags = 0;  // `KeyFlag` bits
+    /// Where it is not empty: one character, which the key stands for whatever its code. Borrowed for the call, since
+    /// it may be of a password.
+    std::string_view text;
+
+    friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
+};
+
+/// Where the events of one run are posted. What the posting needed of the desktop, such as Caps Lock off, lasts for
+/// its life. It shuts the user's own keyboard and mouse out at no time.
+class KeyEventSource {
+public:
+    virtual ~KeyEventSource() = default;
+
+    /// Posts the events in their order; none of them, and false, where one of them cannot be made.
+    [[nodiscard]] virtual bool post(std::span<const KeyEvent> events) = 0;
+};
+
+/// The keyboard, as far as typing into another application needs it.
+class KeyboardEvents {
+public:
+    virtual ~KeyboardEvents() = default;
+
+    /// Whether this process may post events and read other applications' windows. Asks nobody, and is cheap.
+    [[nodiscard]] virtual bool hasPermission() = 0;
+
+    /// Asks the user for it, where somebody can be asked. The answer shows in `hasPermission`, at some later time.
+    virtual void requestPermission() = 0;
+
+    /// The modifiers that the user's hands hold down now, as `KeyFlag` bits. Locks and posted events do not count.
+    [[nodiscard]] virtual std::uint64_t heldModifiers() = 0;
+
+    /// Whether the key of our own hot key is still down. On some desktops it keeps all other keys from their receivers.
+    [[nodiscard]] virtual bool isHotKeyHeld() = 0;
+
+    /// Makes applications take what the user still holds for released, where the desktop would mix it with what is
+    /// posted. It is not pressed again afterwards: the user may have let go.
+    virtual void releaseHeldKeys() = 0;
+
+    /// A source for one run, or null. Changes of the layout until now have been told before it returns.
+    [[nodiscard]] virtual std::unique_ptr<KeyEventSource> makeSource() = 0;
+};
