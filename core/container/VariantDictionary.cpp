@@ -69,11 +69,10 @@ VariantValue valueOf(TypeByte type, ByteView value) {
             return {Text::repairingUTF8(value)};
         case TypeByte::bytes:
             return {copyOf(value)};
-        case TypeByte::end:
-            break;
+        default:
+            throw KdbxError::corruptedData("bilinmeyen VariantDictionary tipi 0x" +
+                                           hexadecimal(static_cast<std::uint32_t>(type)));
     }
-    throw KdbxError::corruptedData("bilinmeyen VariantDictionary tipi 0x" +
-                                   hexadecimal(static_cast<std::uint32_t>(type)));
 }
 
 /// The next bytes behind their length. A length is signed in the format, and none of ours is negative.

@@ -205,6 +205,21 @@ TEST(VariantValueTest, readsNumbersAcrossWidthsAndSigns) {
     EXPECT_EQ(VariantValue{std::int64_t{-1}}.asUInt64(), std::nullopt);
 }
 
+TEST(VariantValueTest, givesItsBytesAsAFileHasThem) {
+    EXPECT_EQ(toHex(VariantValue{std::uint32_t{1}}.payload()), "01000000");
+    EXPECT_EQ(toHex(VariantValue{std::int64_t{-2}}.payload()), "feffffffffffffff");
+    EXPECT_EQ(toHex(VariantValue{true}.payload()), "01");
+    EXPECT_EQ(toHex(VariantValue{false}.payload()), "00");
+    EXPECT_EQ(toHex(VariantValue{std::string("ş")}.payload()), "c59f");
+    EXPECT_EQ(toHex(VariantValue{Bytes{7, 8}}.payload()), "0708");
+}
+
+TEST(VariantValueTest, aTextIsNoBufferOfTheSameBytes) {
+    EXPECT_FALSE(VariantValue{std::string("a")} == VariantValue{copyOf(bytesOf("a"))});
+    EXPECT_FALSE(VariantValue{copyOf(bytesOf("a"))} == VariantValue{std::string("a")});
+    EXPECT_FALSE(VariantValue{std::string("a")} == VariantValue{std::string("b")});
+}
+
 TEST(VariantValueTest, takesNoOtherKindForANumberATextOrABuffer) {
     for (const auto& value : {VariantValue{true}, VariantValue{std::string("1")}, VariantValue{Bytes{1}}}) {
         EXPECT_EQ(value.asUInt64(), std::nullopt);
