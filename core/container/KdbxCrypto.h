@@ -16,7 +16,7 @@
 namespace KdbxCrypto {
 
 /// Bytes of payload in one block as we write it.
-inline constexpr std::size_t defaultBlockSize = 1024 * 1024;
+inline constexpr std::size_t defaultBlockSize = 1'048'576;
 
 /// @throws KdbxError corruptedData for an IV (AES) or nonce (ChaCha20) of the wrong size, AESCipher::Error.
 [[nodiscard]] Bytes decryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv);

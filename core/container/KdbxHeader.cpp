@@ -65,8 +65,8 @@ using FieldID = KdbxHeader::FieldID;
 
 constexpr std::size_t preambleSize = 12;
 constexpr std::size_t masterSeedSize = 32;
-constexpr std::uint64_t defaultMemory = 64 * 1024 * 1024;  // bytes
-constexpr std::uint64_t leastMemory = 8 * 1024;            // bytes
+constexpr std::uint64_t defaultMemory = 67'108'864;  // bytes: 64 MiB
+constexpr std::uint64_t leastMemory = 8192;          // bytes
 constexpr std::uint64_t defaultIterations = 2;
 constexpr std::uint32_t defaultParallelism = 2;
 constexpr std::array<std::uint8_t, 4> endMark{0x0D, 0x0A, 0x0D, 0x0A};

@@ -21,7 +21,7 @@ bool looksLikeXML(ByteView data) {
     if (!Text::isValidUTF8(beginning))
         return false;
     const auto text = textOf(beginning);
-    return text.find("<KeyFile") != text.npos || text.find("<?xml") != text.npos;
+    return text.find("<KeyFile") != std::string_view::npos || text.find("<?xml") != std::string_view::npos;
 }
 
 const KdbxXMLNode* grandchild(const KdbxXMLNode& root, std::string_view childName, std::string_view grandchildName) {

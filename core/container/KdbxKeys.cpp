@@ -55,7 +55,7 @@ Bytes argon2(ByteView compositeKey, const Parameters& parameters, Argon2::Varian
     const auto secret = parameters.bytes("K");
     const auto associatedData = parameters.bytes("A");
     const auto cost =
-        checkedCost(parameters.number64("M", 67108864), parameters.number64("I", 2), parameters.number32("P", 2));
+        checkedCost(parameters.number64("M", 67'108'864), parameters.number64("I", 2), parameters.number32("P", 2));
     return Argon2::hash({.password = compositeKey, .salt = salt, .secret = secret, .associatedData = associatedData},
                         KdbxGate::argon2Cost(cost), keySize, variant, parameters.number32("V", Argon2::currentVersion));
 }
