@@ -19,7 +19,8 @@ BrenvikApp::BrenvikApp(QApplication& application)
                .bookmarks = m_bookmarks,
                .scheduler = m_scheduler,
                .clipboard = m_clipboard,
-               .codec = {.load = KdbxFile::load, .save = KdbxFile::save}}) {
+               .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
+               .workspace = &m_workspace}) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
     m_window.emplace(m_state, m_clipboard);

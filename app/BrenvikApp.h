@@ -8,6 +8,7 @@
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
 #include "platform/qt/QtScheduler.h"
+#include "platform/qt/QtWorkspace.h"
 #include "platform/qt/SettingsFile.h"
 
 #include <memory>
@@ -32,6 +33,7 @@ private:
     std::unique_ptr<Clipboard> m_desktopClipboard;
     ClipboardService m_clipboard;
     Preferences m_preferences;
+    QtWorkspace m_workspace;
     AppState m_state;
     std::optional<MainWindow> m_window;
 };

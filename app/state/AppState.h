@@ -5,6 +5,7 @@
 #include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
 #include "app/state/Route.h"
+#include "core/autotype/AutoTypeAction.h"
 #include "core/model/KdbxDatabase.h"
 #include "core/platform/Bookmarks.h"
 #include "core/platform/FileStore.h"
@@ -21,8 +22,10 @@
 #include <string>
 #include <vector>
 
+class AutoTyping;
 class ClipboardService;
 class Preferences;
+class Workspace;
 
 /// The session: the one vault, the credentials that decrypt it, what is selected, searched and shown of it, the undo
 /// stacks, and the two lines of feedback. There is one for the life of the process, used on the main thread alone.
@@ -42,7 +45,8 @@ public:
         std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key)> save;
     };
 
-    /// The world, as far as a session needs it. All of it outlives the state.
+    /// The world, as far as a session needs it. All of it outlives the state. A desktop that opens no URLs, or that
+    /// nothing can be typed into, has none of the last two.
     struct Services {
         Preferences& preferences;
         FileStore& files;
@@ -50,6 +54,8 @@ public:
         Scheduler& scheduler;
         ClipboardService& clipboard;
         VaultCodec codec;
+        Workspace* workspace = nullptr;
+        AutoTyping* autoTyping = nullptr;
     };
 
     explicit AppState(Services services, QObject* parent = nullptr);
@@ -139,11 +145,47 @@ public:
     void undo();
     void redo();
 
-    /// Replaces the entry with this id, sets its `modified`, and appends what it was to its history, which is all that
-    /// history ever gets. The history of the given entry is ignored.
+    // The verbs on entries and groups. Each step can be undone, and none writes the file. An identifier that finds
+    // nothing changes nothing within its step.
+
+    /// Appends the entry to the group and selects it alone. Its times are the caller's.
+    void addEntry(KdbxEntry entry, UUID groupID);
+    /// Replaces the entry with that identifier, sets its `modified`, and appends what stood there to its history, which
+    /// keeps the last `historyMaxItems`, one at the least. The history of the given entry counts for nothing.
     void updateEntry(KdbxEntry entry);
-    /// Shows or hides a group's subgroups. No step to undo and nothing to save.
+    /// Takes the entries out of the vault, past the recycle bin; the way back is `undo`. Selects none.
+    void deleteEntries(std::set<UUID> ids);
+    /// Puts entries of the list before another of it. The list as it is shown then becomes the stored order of the
+    /// selected group, and the sort becomes the manual one. Nothing happens in a search.
+    void moveEntriesBefore(std::set<UUID> ids, UUID target);
+    /// The same, behind all others.
+    void moveEntriesToEnd(std::set<UUID> ids);
+    /// Appends a copy of each entry to its group and selects the copies.
+    void duplicateEntries(std::set<UUID> ids);
+    /// Appends the entries to a group. Where there is no such group they are lost, until `undo`.
+    void moveEntriesTo(std::set<UUID> ids, UUID groupID);
+
+    /// Appends the group to its parent, which is expanded, and selects it.
+    void addGroup(KdbxGroup group, UUID parentID);
+    /// Takes over name, notes, icon and sequence, and nothing else, so that what came to the group meanwhile stays.
+    void updateGroup(const KdbxGroup& group);
+    /// Takes the group with all that it holds out of the vault and selects the root, which itself stays.
+    void deleteGroup(UUID id);
+    /// Shows or hides a group's subgroups. No step, and nothing to save by itself.
     void setGroupExpanded(UUID id, bool isExpanded);
+
+    // The commands that use an entry: the given one, else the focused one; without either they do nothing.
+
+    /// Copies the user name as a secret, which the clipboard's timer takes away again.
+    void copyUsername(const KdbxEntry* entry = nullptr);
+    void copyPassword(const KdbxEntry* entry = nullptr);
+    /// Copies the URL, which stays on the clipboard. Does nothing where it is empty.
+    void copyURL(const KdbxEntry* entry = nullptr);
+    /// Hands the URL to the desktop, as https where it names no scheme. Does nothing where it is no URL.
+    void openURL(const KdbxEntry* entry = nullptr);
+    /// Types the entry's sequence, else that of the nearest group around it that has one, else the user's. Returns at
+    /// once; a failure of the typing becomes `lastError`.
+    void performAutoType(const KdbxEntry* entry = nullptr);
 
 signals:
     void databaseChanged();
@@ -200,6 +242,13 @@ private:
     void emptyUndoStacks();
     void refreshUndoLabels();
     void pruneSelection();
+    void amend(const std::function<void(KdbxDatabase&)>& body);
+    void touchAccessed(UUID id);
+    void applyOrder(const std::vector<UUID>& order, UUID groupID);
+    void moveWithinList(const std::set<UUID>& ids, std::optional<UUID> target);
+    const KdbxEntry* orFocused(const KdbxEntry* entry) const;
+    std::optional<std::string> groupSequence(UUID entryID) const;
+    void startTyping(std::vector<AutoTypeAction> actions);
 
     static constexpr std::size_t undoLimit = 50;
 

@@ -4,6 +4,7 @@
 #include "app/state/GroupTree.h"
 #include "app/state/NewVault.h"
 #include "app/state/Preferences.h"
+#include "app/state/WipedAtEnd.h"
 #include "core/clipboard/ClipboardService.h"
 
 #include <unordered_set>
@@ -20,18 +21,6 @@ KdbxKey makeKey(std::string& password, std::optional<Bytes> keyFileData) {
     key.keyFileData = std::move(keyFileData);
     return key;
 }
-
-/// Wipes a password at the end of a scope, whichever way it ends.
-class WipedAtEnd {
-public:
-    explicit WipedAtEnd(std::string& text) noexcept : m_text(text) {}
-    ~WipedAtEnd() { wipe(m_text); }
-    WipedAtEnd(const WipedAtEnd&) = delete;
-    WipedAtEnd& operator=(const WipedAtEnd&) = delete;
-
-private:
-    std::string& m_text;
-};
 
 int repairDuplicateIDs(KdbxDatabase& database) {
     std::unordered_set<UUID> groups;

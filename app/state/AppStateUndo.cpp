@@ -27,6 +27,20 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
     refreshUndoLabels();
 }
 
+/// A change that is no step: it can't be undone, and it is written along with a later save only.
+void AppState::amend(const std::function<void(KdbxDatabase&)>& body) {
+    if (!m_database)
+        return;
+    const Step step(*this);
+    try {
+        auto database = *m_database;
+        body(database);
+        assignDatabase(std::move(database));
+    } catch (...) {
+        setLastError(failureText());
+    }
+}
+
 void AppState::undo() {
     travel(m_undoStack, m_redoStack);
 }

@@ -156,6 +156,14 @@ bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxE
     return true;
 }
 
+bool mutateGroupHolding(KdbxGroup& root, const UUID& entryID, const std::function<void(KdbxGroup&)>& change) {
+    auto found = findIn(root, &KdbxGroup::entries, entryID);
+    if (!found)
+        return false;
+    change(found->holder.ownGroup(root));
+    return true;
+}
+
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id) {
     auto found = findIn(root, &KdbxGroup::entries, id);
     return found ? std::optional(found->holder.ownGroup(root).entries.removeAt(found->index)) : std::nullopt;

@@ -44,6 +44,9 @@ bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxG
 /// Runs `change` on the entry in place. Whether it was found; `change` runs at most once.
 bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change);
 
+/// Runs `change` on the group that directly holds the entry, in place. Whether the entry was found.
+bool mutateGroupHolding(KdbxGroup& root, const UUID& entryID, const std::function<void(KdbxGroup&)>& change);
+
 /// Takes the entry out of its group and gives it back. The order of what remains is kept.
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id);
 

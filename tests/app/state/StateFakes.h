@@ -3,9 +3,11 @@
 
 #include "app/state/AppState.h"
 #include "app/state/Preferences.h"
+#include "core/autotype/AutoTyping.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/model/KdbxError.h"
 #include "core/platform/SettingsStore.h"
+#include "core/platform/Workspace.h"
 #include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeScheduler.h"
 
@@ -71,6 +73,26 @@ public:
         if (!resolves)
             return std::nullopt;
         return std::filesystem::path(textOf(token));
+    }
+};
+
+/// A desktop that remembers what it was to open.
+class FakeWorkspace final : public Workspace {
+public:
+    std::vector<std::string> opened;
+
+    void openURL(std::string_view url) override { opened.emplace_back(url); }
+};
+
+/// Typing that ends when a test says so, and how.
+class FakeAutoTyping final : public AutoTyping {
+public:
+    std::vector<std::vector<AutoTypeAction>> performed;
+    Done done;  // of the last call
+
+    void perform(std::vector<AutoTypeAction> actions, Done whenDone) override {
+        performed.push_back(std::move(actions));
+        done = std::move(whenDone);
     }
 };
 
@@ -162,6 +184,8 @@ protected:
     FakeCodec codec;
     FakeClipboard pasteboard;
     ClipboardService clipboard{pasteboard, clock};
+    FakeWorkspace workspace;
+    FakeAutoTyping autoTyping;
     std::optional<Preferences> preferences;
     std::optional<AppState> state;
 
@@ -179,7 +203,9 @@ protected:
                                          .bookmarks = bookmarks,
                                          .scheduler = clock,
                                          .clipboard = clipboard,
-                                         .codec = codec.doors()});
+                                         .codec = codec.doors(),
+                                         .workspace = &workspace,
+                                         .autoTyping = &autoTyping});
     }
 
     void putVault(const KdbxDatabase& database) {
@@ -194,6 +220,19 @@ protected:
 
     void rename(const std::string& title) {
         state->edit("Kaydı Düzenle", [&](KdbxDatabase& database) { database.root.entries.mutableAt(0).title = title; });
+    }
+
+    const KdbxGroup& root() const { return *state->root(); }
+    const KdbxEntry& bank() const { return root().entries[0]; }
+    const KdbxEntry& mail() const { return root().entries[1]; }
+    const KdbxGroup& social() const { return root().groups[0]; }
+    const KdbxEntry& forum() const { return social().entries[0]; }
+
+    static std::vector<std::string> titlesOf(const SharedArray<KdbxEntry>& entries) {
+        std::vector<std::string> titles;
+        for (const auto& entry : entries)
+            titles.push_back(entry.title);
+        return titles;
     }
 
     std::string firstTitle() const { return state->database()->root.entries[0].title; }

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+#include "app/state/GroupTree.h"
+#include "app/state/OpenableURL.h"
+#include "app/state/Preferences.h"
+#include "app/state/WipedAtEnd.h"
+#include "core/autotype/AutoTypeSequence.h"
+#include "core/autotype/AutoTyping.h"
+#include "core/clipboard/ClipboardService.h"
+#include "core/platform/Workspace.h"
+
+#include <QPointer>
+
+#include <memory>
+
+const KdbxEntry* AppState::orFocused(const KdbxEntry* entry) const {
+    return entry ? entry : focusedEntry();
+}
+
+void AppState::copyUsername(const KdbxEntry* entry) {
+    entry = orFocused(entry);
+    if (!entry)
+        return;
+    const Step step(*this);
+    m_services.clipboard.copySecret(entry->username);
+    flash("Kullanıcı adı kopyalandı");
+    touchAccessed(entry->id);
+}
+
+void AppState::copyPassword(const KdbxEntry* entry) {
+    entry = orFocused(entry);
+    if (!entry)
+        return;
+    const Step step(*this);
+    auto password = entry->password.value();
+    const WipedAtEnd passwordEnd(password);
+    m_services.clipboard.copySecret(password);
+    flash("Parola kopyalandı");
+    touchAccessed(entry->id);
+}
+
+void AppState::copyURL(const KdbxEntry* entry) {
+    entry = orFocused(entry);
+    if (!entry || entry->url.empty())
+        return;
+    m_services.clipboard.copyPlain(entry->url);
+    flash("Adres kopyalandı");
+}
+
+void AppState::openURL(const KdbxEntry* entry) {
+    entry = orFocused(entry);
+    if (!entry || entry->url.empty())
+        return;
+    const auto url = openableURL(entry->url);
+    if (!url)
+        return;
+    if (m_services.workspace)
+        m_services.workspace->openURL(*url);
+    touchAccessed(entry->id);
+}
+
+void AppState::performAutoType(const KdbxEntry* entry) {
+    entry = orFocused(entry);
+    if (!entry)
+        return;
+    // A sequence that is set and empty counts as set: its owner wants nothing typed.
+    auto sequence = entry->autoTypeSequence;
+    if (!sequence)
+        sequence = groupSequence(entry->id);
+    if (!sequence)
+        sequence = m_services.preferences.defaultAutoTypeSequence();
+    auto actions = AutoTypeSequence::parse(*sequence, *entry);
+    touchAccessed(entry->id);
+    startTyping(std::move(actions));
+}
+
+/// The sequence of the group that holds the entry, else of the nearest group above it that has one.
+std::optional<std::string> AppState::groupSequence(UUID entryID) const {
+    if (!m_database)
+        return std::nullopt;
+    const auto holder = GroupTree::groupContainingEntry(m_database->root, entryID);
+    const auto path = holder ? GroupTree::pathToGroup(m_database->root, holder->id) : std::nullopt;
+    if (!path)
+        return std::nullopt;
+    for (auto group = path->rbegin(); group != path->rend(); ++group)
+        if (group->defaultAutoTypeSequence)
+            return group->defaultAutoTypeSequence;
+    return std::nullopt;
+}
+
+// Typing begins when the present turn of the loop has ended and outlives the state, which may hear of its failure.
+void AppState::startTyping(std::vector<AutoTypeAction> actions) {
+    if (!m_services.autoTyping)
+        return;
+    m_services.scheduler.after({}, [typing = m_services.autoTyping, state = QPointer<AppState>(this),
+                                    waiting = std::make_shared<std::vector<AutoTypeAction>>(std::move(actions))] {
+        typing->perform(std::move(*waiting), [state](const std::optional<std::string>& failureDescription) {
+            if (state && failureDescription)
+                state->setLastError(failureDescription);
+        });
+    });
+}
+
+void AppState::touchAccessed(UUID id) {
+    amend([&](KdbxDatabase& database) {
+        GroupTree::mutateEntry(database.root, id,
+                               [&](KdbxEntry& entry) { entry.accessed = m_services.scheduler.now(); });
+    });
+}
