@@ -3,11 +3,19 @@
 
 #include "core/autotype/AutoTypeError.h"
 
-#include <algorithm>
 #include <array>
-#include <iterator>
+#include <ranges>
 
 namespace {
+
+struct Modifier {
+    std::uint64_t flag;
+    std::uint16_t code;
+};
+
+// In the order in which they are pressed.
+constexpr std::array modifiers{Modifier{KeyFlag::shift, 56}, Modifier{KeyFlag::control, 59},
+                               Modifier{KeyFlag::option, 58}, Modifier{KeyFlag::command, 55}};
 
 bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint64_t held) {
     const std::array events{
@@ -17,31 +25,21 @@ bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint
 
 }  // namespace
 
-// In the order in which they are pressed.
-const PressedModifiers::Modifier PressedModifiers::all[4]{
-    {KeyFlag::shift, 56}, {KeyFlag::control, 59}, {KeyFlag::option, 58}, {KeyFlag::command, 55}};
-
-PressedModifiers::PressedModifiers(KeyEventSource& source, std::uint64_t flags) : m_source(source) {
-    std::ranges::copy_if(all, std::back_inserter(m_modifiers),
-                         [flags](const Modifier& modifier) { return (flags & modifier.flag) != 0; });
-}
-
 PressedModifiers::~PressedModifiers() {
-    for (auto modifier = m_modifiers.rbegin(); modifier != m_modifiers.rend(); ++modifier) {
-        m_held &= ~modifier->flag;
-        static_cast<void>(
-            postChange(m_source, modifier->code, false, m_held));  // the next one must come up all the same
+    for (const auto& [flag, code] : std::views::reverse(modifiers)) {
+        if ((m_flags & flag) == 0)
+            continue;
+        m_held &= ~flag;
+        static_cast<void>(postChange(m_source, code, false, m_held));  // the next one must come up all the same
     }
 }
 
 void PressedModifiers::press() {
-    for (const auto& modifier : m_modifiers) {
-        if (!postChange(m_source, modifier.code, true, m_held | modifier.flag))
+    for (const auto& [flag, code] : modifiers) {
+        if ((m_flags & flag) == 0)
+            continue;
+        if (!postChange(m_source, code, true, m_held | flag))
             throw AutoTypeError::eventCreationFailed();
-        m_held |= modifier.flag;
+        m_held |= flag;
     }
-}
-
-bool PressedModifiers::areIn(std::uint64_t flags) noexcept {
-    return (flags & KeyFlag::all) != 0;
 }

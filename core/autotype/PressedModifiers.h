@@ -4,7 +4,6 @@
 #include "core/platform/KeyboardEvents.h"
 
 #include <cstdint>
-#include <vector>
 
 /// Modifier keys that are held down around a stroke, with events of their own: there are applications that look at
 /// these and not at the flags of the stroke. However the holding ends, the keys come up again: a modifier that stays
@@ -12,7 +11,7 @@
 class PressedModifiers {
 public:
     /// Holds nothing yet. The source outlives it.
-    PressedModifiers(KeyEventSource& source, std::uint64_t flags);
+    PressedModifiers(KeyEventSource& source, std::uint64_t flags) noexcept : m_source(source), m_flags(flags) {}
     PressedModifiers(const PressedModifiers&) = delete;
     PressedModifiers& operator=(const PressedModifiers&) = delete;
 
@@ -26,16 +25,10 @@ public:
     void press();
 
     /// Whether the flags ask for any key at all.
-    [[nodiscard]] static bool areIn(std::uint64_t flags) noexcept;
+    [[nodiscard]] static bool areIn(std::uint64_t flags) noexcept { return (flags & KeyFlag::all) != 0; }
 
 private:
-    struct Modifier {
-        std::uint64_t flag;
-        std::uint16_t code;
-    };
-    static const Modifier all[4];
-
     KeyEventSource& m_source;
-    std::vector<Modifier> m_modifiers;  // in the order in which they are pressed
-    std::uint64_t m_held = 0;
+    std::uint64_t m_flags;     // which keys
+    std::uint64_t m_held = 0;  // of these, what is down
 };

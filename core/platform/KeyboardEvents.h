@@ -29,8 +29,6 @@ struct KeyEvent {
     /// Where it is not empty: one character, which the key stands for whatever its code. Borrowed for the call, since
     /// it may be of a password.
     std::string_view text;
-
-    friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
 };
 
 /// Where the events of one run are posted. What the posting needed of the desktop, such as Caps Lock off, lasts for

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/core/autotype/AutoTypeFixture.h"
 
+#include <new>
+#include <stdexcept>
+
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -80,6 +83,20 @@ TEST_F(AutoTypeInterruptionTest, passesOverAModifierThatCannotBeReleased) {
 
     EXPECT_THAT(typed(), ElementsAre("120 down *56 flags 20000", "120 down *58 flags a0000", "140 down 7 flags a0000",
                                      "140 up 7 flags a0000", "160 up *56", "185 down 16", "185 up 16"));
+}
+
+TEST_F(AutoTypeInterruptionTest, tellsOfMemoryThatRanOutAndOfAnythingElseThatFails) {
+    desktop.keyboard.refuses = [](const KeyEvent& event) -> bool {
+        return event.kind == KeyEvent::Kind::key && event.down ? throw std::bad_alloc() : false;
+    };
+    EXPECT_EQ(type({Action::text("x")}), "Bu işlem için yeterli bellek yok.");
+    EXPECT_THAT(leftPressed(), IsEmpty());
+
+    desktop.keyboard.refuses = [](const KeyEvent& event) -> bool {
+        return event.kind == KeyEvent::Kind::key ? throw std::runtime_error("bağlantı koptu") : false;
+    };
+    EXPECT_EQ(type({Action::text("x")}), "bağlantı koptu");
+    EXPECT_THAT(leftPressed(), IsEmpty());
 }
 
 TEST_F(AutoTypeInterruptionTest, releasesAllModifiersWhenItIsCancelledBeforeTheStroke) {
@@ -193,7 +210,7 @@ TEST_F(AutoTypeInterruptionTest, cancelsNothingAtRest) {
 }
 
 TEST_F(AutoTypeInterruptionTest, leavesNothingPressedOrWaitingWheneverTheServiceGoes) {
-    for (int step = 0; step < 40; ++step) {
+    for (int step = 0; step < 60; ++step) {
         AutoTypeFixture fixture;
         fixture.desktop.keyboard.held = KeyFlag::command;
         fixture.editor->comesToFront = false;

@@ -352,3 +352,18 @@ TEST_F(AutoTypeServiceTest, canBeAskedForARunWhenOneEnds) {
     EXPECT_THAT(typed(), ElementsAre("120 down 0", "120 up 0", "265 down 11", "265 up 11"));
     EXPECT_FALSE(service->isTyping());
 }
+
+TEST_F(AutoTypeServiceTest, mayGoWhenARunEnds) {
+    bool ended = false;
+    service->perform({Action::text("a")}, [&](auto) {
+        ended = true;
+        service.reset();
+    });
+    service->perform({Action::text("b")}, [](auto) { FAIL(); });
+
+    clock.advance(1s);
+
+    EXPECT_TRUE(ended);
+    EXPECT_EQ(desktop.keyboard.typed.size(), 2u);
+    EXPECT_EQ(clock.waitingCount(), 0u);
+}
