@@ -74,6 +74,8 @@ void HotKeyService::unregister() {
 
 // The desktop is not kept waiting for what the handler does.
 void HotKeyService::fireLater(HotKeys::Identifier identifier) {
+    if (std::exchange(m_waitingID, identifier) == identifier)
+        return;
     m_scheduler.after(0ns, [weak = std::weak_ptr(m_self), identifier] {
         if (const auto self = weak.lock())
             (*self)->fire(identifier);
@@ -81,6 +83,8 @@ void HotKeyService::fireLater(HotKeys::Identifier identifier) {
 }
 
 void HotKeyService::fire(HotKeys::Identifier identifier) {
+    if (m_waitingID == identifier)
+        m_waitingID = 0;
     if (!m_registration || identifier != m_currentID)
         return;
     if (const auto handler = m_handler)  // a copy: it may register anew

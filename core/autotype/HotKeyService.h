@@ -24,7 +24,8 @@ public:
     HotKeyService& operator=(const HotKeyService&) = delete;
 
     /// Binds a combination in place of the one before, which is gone also when this one is refused. The handler is
-    /// called from the main loop after each press.
+    /// called from the main loop after each press. Presses that come before it is called count as one: the program was
+    /// busy, and the user pressed again.
     void registerHotKey(const HotKey& hotKey, std::function<void()> handler);
 
     /// Gives the combination back. Harmless at any time.
@@ -50,5 +51,6 @@ private:
     std::function<void()> m_handler;
     HotKeys::Identifier m_nextID = 1;        // never given twice: a late press of an old combination finds nothing
     HotKeys::Identifier m_currentID = 0;     // 0 when none
+    HotKeys::Identifier m_waitingID = 0;     // of the press that the loop has not come to; 0 when none
     std::shared_ptr<HotKeyService*> m_self;  // the desktop and the loop hold it weakly
 };

@@ -58,9 +58,29 @@ TEST_F(HotKeyServiceTest, callsTheHandlerFromTheLoop) {
     EXPECT_EQ(pressed, 1);
 
     hotKeys.press();
+    clock.advance(0s);
+    EXPECT_EQ(pressed, 2);
+}
+
+TEST_F(HotKeyServiceTest, takesPressesThatCameWhileTheLoopWasBusyForOne) {
+    service->registerHotKey({}, count(pressed));
+
+    hotKeys.press();
     hotKeys.press();
     clock.advance(0s);
-    EXPECT_EQ(pressed, 3);
+
+    EXPECT_EQ(pressed, 1);
+}
+
+TEST_F(HotKeyServiceTest, callsTheNewHandlerThoughAPressOfTheOldCombinationWaits) {
+    service->registerHotKey({}, [] { FAIL(); });
+    hotKeys.press();
+    service->registerHotKey({}, count(pressed));
+
+    hotKeys.press();
+    clock.advance(0s);
+
+    EXPECT_EQ(pressed, 1);
 }
 
 TEST_F(HotKeyServiceTest, registersTheSameCombinationAnewUnderANewIdentifier) {

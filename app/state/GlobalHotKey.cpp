@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/GlobalHotKey.h"
+
+#include "app/state/AppState.h"
+#include "app/state/Preferences.h"
+
+GlobalHotKey::GlobalHotKey(Services services, QObject* parent)
+    : QObject(parent),
+      m_preferences(services.preferences),
+      m_session(services.state),
+      m_handler(services.autoType, m_session),
+      m_service(services.hotKeys, services.scheduler) {}
+
+void GlobalHotKey::registerGlobalHotKey() {
+    observePreferences();
+    m_service.registerHotKey({.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()},
+                             [this] { m_handler.press(); });
+}
+
+void GlobalHotKey::observePreferences() {
+    if (m_observesPreferences)
+        return;
+    m_observesPreferences = true;
+    connect(&m_preferences, &Preferences::hotKeyCodeChanged, this, &GlobalHotKey::registerGlobalHotKey);
+    connect(&m_preferences, &Preferences::hotKeyModifiersChanged, this, &GlobalHotKey::registerGlobalHotKey);
+}
+
+bool GlobalHotKey::Session::isLocked() const {
+    return m_state.isLocked();
+}
+
+const KdbxDatabase* GlobalHotKey::Session::database() const {
+    return m_state.database() ? &*m_state.database() : nullptr;
+}
+
+void GlobalHotKey::Session::performAutoType(const KdbxEntry& entry) {
+    m_state.performAutoType(&entry);
+}
+
+void GlobalHotKey::Session::setLastError(std::string_view message) {
+    m_state.setLastError(std::string(message));
+}

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/GlobalHotKey.h"
+
+#include "tests/app/state/StateFakes.h"
+#include "tests/support/FakeDesktop.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+/// The whole road from the key to the strokes; in front is a browser with the bank's page.
+class GlobalHotKeyTest : public StateTest {
+protected:
+    FakeDesktop desktop{clock};
+    AutoTypeService autoType{{desktop.keyboard, desktop.layout, desktop.applications, clock}};
+    std::shared_ptr<FakeApplication> browser = desktop.applications.start(200, "BANKA - Giriş", "Gezgin");
+    std::optional<GlobalHotKey> hotKey;
+
+    GlobalHotKeyTest() {
+        auto vault = smallVault();
+        vault.root.entries.mutableAt(0).username = "ali";
+        vault.root.entries.mutableAt(0).password = SecureString("gizli");
+        putVault(vault);
+        state.emplace(AppState::Services{.preferences = *preferences,
+                                         .files = files,
+                                         .bookmarks = bookmarks,
+                                         .scheduler = clock,
+                                         .clipboard = clipboard,
+                                         .codec = codec.doors(),
+                                         .workspace = &workspace,
+                                         .autoTyping = &autoType});
+        hotKey.emplace(GlobalHotKey::Services{.hotKeys = desktop.hotKeys,
+                                              .scheduler = clock,
+                                              .autoType = autoType,
+                                              .preferences = *preferences,
+                                              .state = *state});
+        hotKey->registerGlobalHotKey();
+        desktop.applications.bringToFront(browser);
+    }
+
+    void press() {
+        desktop.hotKeys.press();
+        clock.advance(10s);
+    }
+
+    /// The keys that were struck, in order.
+    std::vector<std::uint16_t> struck() const {
+        std::vector<std::uint16_t> codes;
+        for (const auto& event : desktop.keyboard.typed)
+            if (event.down)
+                codes.push_back(event.code);
+        return codes;
+    }
+
+    std::vector<HotKey> registered() const {
+        std::vector<HotKey> combinations;
+        for (const auto& [identifier, combination] : desktop.hotKeys.registered)
+            combinations.push_back(combination);
+        return combinations;
+    }
+};
+
+}  // namespace
+
+TEST_F(GlobalHotKeyTest, aPressTypesTheEntryOfTheFrontWindow) {
+    unlock();
+    clock.advance(1h);
+    const auto before = clock.now();
+
+    press();
+
+    EXPECT_THAT(struck(), ElementsAre(0, 37, 34, 48, 5, 34, 6, 37, 34, 36));  // ali, Tab, gizli, Return
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_EQ(bank().accessed, before);
+}
+
+TEST_F(GlobalHotKeyTest, aPressTypesIntoTheApplicationThatWasInFrontBeforeUs) {
+    unlock();
+    autoType.captureTarget();
+    desktop.applications.bringOurselvesToFront();
+
+    press();
+
+    EXPECT_EQ(browser->activations, 1);
+    EXPECT_THAT(struck(), testing::SizeIs(10));
+}
+
+TEST_F(GlobalHotKeyTest, pressesDuringARunTypeNothingMore) {
+    unlock();
+    desktop.hotKeys.press();
+    desktop.hotKeys.press();
+    clock.advance(200ms);
+    desktop.hotKeys.press();
+
+    clock.advance(10s);
+
+    EXPECT_THAT(struck(), testing::SizeIs(10));
+}
+
+TEST_F(GlobalHotKeyTest, aPressWithoutAMatchIsTold) {
+    unlock();
+    browser->title = "Haberler";
+
+    press();
+
+    EXPECT_THAT(struck(), IsEmpty());
+    EXPECT_EQ(state->lastError(), "Ön plandaki pencereyle eşleşen bir kayıt bulunamadı.");
+}
+
+TEST_F(GlobalHotKeyTest, aPressWhileLockedTypesAndShowsNothingAndYetCapturesTheTarget) {
+    state->prepare(vaultFile);
+
+    press();
+
+    EXPECT_THAT(struck(), IsEmpty());
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_EQ(autoType.targetApplication(), browser);
+}
+
+TEST_F(GlobalHotKeyTest, aFailureOfTheRunIsTold) {
+    unlock();
+    desktop.keyboard.permission = false;
+    browser->name = "Banka";
+
+    press();
+
+    EXPECT_EQ(state->lastError(),
+              "Otomatik yazma için Erişilebilirlik izni gerekli. Sistem Ayarları → Gizlilik ve Güvenlik → "
+              "Erişilebilirlik bölümünden Brenvik'e izin verin.");
+}
+
+TEST_F(GlobalHotKeyTest, theCombinationIsThatOfThePreferences) {
+    EXPECT_THAT(registered(), ElementsAre(HotKey{.keyCode = 0, .modifiers = 0x900}));
+    EXPECT_TRUE(hotKey->isRegistered());
+}
+
+TEST_F(GlobalHotKeyTest, aChangeOfThePreferencesIsRegisteredAtOnce) {
+    preferences->setHotKeyCode(12);
+    EXPECT_THAT(registered(), ElementsAre(HotKey{.keyCode = 12, .modifiers = 0x900}));
+
+    preferences->setHotKeyModifiers(0x300);
+    EXPECT_THAT(registered(), ElementsAre(HotKey{.keyCode = 12, .modifiers = 0x300}));
+    EXPECT_EQ(desktop.hotKeys.registered.begin()->first, 3U);  // each change registers once
+}
+
+TEST_F(GlobalHotKeyTest, aCombinationThatIsRefusedIsToldNowhere) {
+    desktop.hotKeys.grants = false;
+
+    preferences->setHotKeyCode(12);
+
+    EXPECT_FALSE(hotKey->isRegistered());
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_EQ(preferences->hotKeyCode(), 12U);
+}
+
+TEST_F(GlobalHotKeyTest, theCombinationIsGivenBack) {
+    hotKey->unregister();
+
+    EXPECT_THAT(registered(), IsEmpty());
+}
