@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <utility>
 
 namespace {
 
@@ -19,6 +20,14 @@ void wakeTheLoop(int) {
     [[maybe_unused]] const auto written = ::write(ends[0], &byte, 1);
 }
 
+void handleWith(void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaction(signal, &action, nullptr);
+}
+
 }  // namespace
 
 TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent), m_notifier(nullptr) {
@@ -27,11 +36,13 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent), m_not
     m_notifier = new QSocketNotifier(ends[1], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &TerminationSignals::quit);
 
-    struct sigaction action {};
-    action.sa_handler = wakeTheLoop;
-    action.sa_flags = SA_RESTART;
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaction(signal, &action, nullptr);
+    handleWith(wakeTheLoop);
+}
+
+TerminationSignals::~TerminationSignals() {
+    handleWith(SIG_DFL);
+    for (int& end : ends)
+        ::close(std::exchange(end, -1));
 }
 
 void TerminationSignals::quit() {

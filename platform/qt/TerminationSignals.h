@@ -5,12 +5,14 @@
 
 class QSocketNotifier;
 
-/// Turns SIGTERM, SIGINT and SIGHUP, as at logout, into a normal quit of the application: the clipboard is wiped then.
+/// While it lives, turns SIGTERM, SIGINT and SIGHUP, as at logout, into a normal quit of the application: the clipboard
+/// is wiped then. There is one at a time.
 class TerminationSignals : public QObject {
     Q_OBJECT
 
 public:
     explicit TerminationSignals(QObject* parent = nullptr);
+    ~TerminationSignals() override;
 
 private:
     void quit();
