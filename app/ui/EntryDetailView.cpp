@@ -153,6 +153,7 @@ void EntryDetailView::addRow(Card& card, const QString& label, const QString& va
 void EntryDetailView::startRenaming() {
     if (!m_entry)
         return;
+    m_isRenaming = true;
     m_titleField->setText(qtText(m_entry->title));
     m_title->setCurrentWidget(m_titleField);
     m_titleField->setFocus();
@@ -160,7 +161,7 @@ void EntryDetailView::startRenaming() {
 }
 
 void EntryDetailView::finishRenaming() {
-    if (!m_entry || m_title->currentWidget() != m_titleField)
+    if (!m_entry || !m_isRenaming)
         return;
     auto entry = *m_entry;
     entry.title = vaultText(m_titleField->text());
@@ -170,6 +171,7 @@ void EntryDetailView::finishRenaming() {
 }
 
 void EntryDetailView::cancelRenaming() {
+    m_isRenaming = false;  // before the field goes, which it takes for the end of editing
     const bool hadFocus = m_titleField->hasFocus();
     m_title->setCurrentWidget(m_titleText);
     if (hadFocus)

@@ -43,6 +43,7 @@ private:
 
     AppState& m_state;
     std::optional<KdbxEntry> m_entry;
+    bool m_isRenaming = false;
     IconTile* m_tile;
     QStackedWidget* m_title;
     TextLabel* m_titleText;

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/EntryListModel.h"
+#include "app/ui/GroupTreeModel.h"
+#include "tests/app/state/StateFakes.h"
+
+#include <gmock/gmock.h>
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+namespace {
+
+using ::testing::ElementsAre;
+
+class ListModelsTest : public StateTest {
+protected:
+    EntryListModel entries;
+    GroupTreeModel groups;
+    QAbstractItemModelTester entriesTester{&entries, QAbstractItemModelTester::FailureReportingMode::Fatal};
+    QAbstractItemModelTester groupsTester{&groups, QAbstractItemModelTester::FailureReportingMode::Fatal};
+
+    ListModelsTest() {
+        unlock();
+        showAll();
+    }
+
+    void showAll() {
+        entries.show(state->database(), state->visibleEntries());
+        groups.show(state->database());
+    }
+
+    static std::vector<std::string> texts(const QAbstractItemModel& model, int role = Qt::DisplayRole) {
+        std::vector<std::string> texts;
+        for (int row = 0; row < model.rowCount(); ++row)
+            texts.push_back(model.index(row, 0).data(role).toString().toStdString());
+        return texts;
+    }
+
+    void change(const std::function<void(KdbxEntry&)>& body) {
+        state->edit("Adım", [&](KdbxDatabase& database) { database.root.entries.mutate(0, body); });
+        showAll();
+    }
+};
+
+TEST_F(ListModelsTest, rowsSpeakTheirTitleAndWhatStandsBeneath) {
+    change([](KdbxEntry& entry) {
+        entry.username = "ayşe";
+        entry.url = "https://banka.example/giris";
+    });
+    EXPECT_THAT(texts(entries), ElementsAre("Banka", "Posta"));
+    EXPECT_THAT(texts(entries, Qt::AccessibleTextRole), ElementsAre("Banka", "Posta"));
+    EXPECT_THAT(texts(entries, EntryListModel::subtitleRole), ElementsAre("ayşe  ·  banka.example", "—"));
+    EXPECT_THAT(texts(entries, Qt::AccessibleDescriptionRole), ElementsAre("ayşe  ·  banka.example", "—"));
+}
+
+TEST_F(ListModelsTest, anAddressWithoutAHostShowsAsItStands) {
+    change([](KdbxEntry& entry) { entry.url = "komşu bilgisayar"; });
+    EXPECT_EQ(texts(entries, EntryListModel::subtitleRole)[0], "komşu bilgisayar");
+}
+
+TEST_F(ListModelsTest, anUntitledAndAnExpiredEntryAreTold) {
+    state->setSort({.column = EntrySort::Column::manual, .ascending = true});
+    change([](KdbxEntry& entry) {
+        entry.title = "";
+        entry.expires = true;
+        entry.expiryTime = Timestamp{0};
+    });
+    EXPECT_EQ(texts(entries)[0], "Adsız kayıt");
+    EXPECT_TRUE(entries.index(0).data(EntryListModel::isExpiredRole).toBool());
+    EXPECT_EQ(texts(entries, Qt::AccessibleDescriptionRole)[0], "—, Süresi dolmuş");
+}
+
+TEST_F(ListModelsTest, aChangedEntryIsAChangeOfItsRowAlone) {
+    QSignalSpy changes(&entries, &EntryListModel::dataChanged);
+    QSignalSpy resets(&entries, &EntryListModel::modelReset);
+    change([](KdbxEntry& entry) { entry.title = "Bankam"; });
+    EXPECT_THAT(texts(entries), ElementsAre("Bankam", "Posta"));
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(changes[0][0].toModelIndex().row(), 0);
+    EXPECT_TRUE(resets.isEmpty());
+}
+
+TEST_F(ListModelsTest, whatIsShownOutlivesTheVaultItCameFrom) {
+    state->lock();
+    EXPECT_THAT(texts(entries), ElementsAre("Banka", "Posta"));
+    EXPECT_THAT(texts(groups), ElementsAre("Kök", "Sosyal"));
+    showAll();
+    EXPECT_EQ(entries.rowCount(), 0);
+    EXPECT_EQ(groups.rowCount(), 0);
+}
+
+TEST_F(ListModelsTest, aRowIsFoundByItsEntry) {
+    EXPECT_EQ(entries.rowOf(entries.entry(1).id), 1);
+    EXPECT_FALSE(entries.rowOf(UUID::random()));
+    EXPECT_EQ(groups.rowOf(groups.group(1).id), 1);
+    EXPECT_FALSE(groups.rowOf(UUID::random()));
+}
+
+TEST_F(ListModelsTest, groupsCountWhatLiesBelowThemAlsoWhereItIsHidden) {
+    EXPECT_THAT(texts(groups), ElementsAre("Kök", "Sosyal"));
+    EXPECT_THAT(texts(groups, GroupTreeModel::countRole), ElementsAre("3", "1"));
+    EXPECT_THAT(texts(groups, GroupTreeModel::depthRole), ElementsAre("0", "1"));
+    EXPECT_TRUE(groups.index(0).data(GroupTreeModel::hasChildrenRole).toBool());
+    EXPECT_FALSE(groups.index(1).data(GroupTreeModel::hasChildrenRole).toBool());
+
+    state->setGroupExpanded(state->root()->id, false);
+    showAll();
+    EXPECT_THAT(texts(groups), ElementsAre("Kök"));
+    EXPECT_THAT(texts(groups, GroupTreeModel::countRole), ElementsAre("3"));
+}
+
+TEST_F(ListModelsTest, anUnnamedGroupIsNamed) {
+    state->edit("Adım", [](KdbxDatabase& database) { database.root.name = ""; });
+    showAll();
+    EXPECT_EQ(texts(groups)[0], "Adsız grup");
+    EXPECT_EQ(texts(groups, Qt::AccessibleDescriptionRole)[0], "3 kayıt");
+}
+
+TEST_F(ListModelsTest, aTreeOfAnyDepthShows) {
+    state->edit("Adım", [](KdbxDatabase& database) {
+        auto group = groupNamed("en alt");
+        group.entries = {entryNamed("derin")};
+        for (int depth = 0; depth < 5000; ++depth) {
+            auto above = groupNamed("kat");
+            above.groups.append(std::move(group));
+            group = std::move(above);
+        }
+        database.root.groups = {std::move(group)};
+    });
+    showAll();
+    EXPECT_EQ(groups.rowCount(), 5002);
+    EXPECT_EQ(texts(groups, GroupTreeModel::countRole).front(), "3");
+    state->lock();
+    showAll();
+}
+
+}  // namespace

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/UnlockView.h"
+
+#include "tests/app/state/StateFakes.h"
+#include "tests/app/ui/WindowProbe.h"
+#include "tests/platform/TemporaryFolder.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QTimer>
+
+namespace {
+
+using namespace WindowProbe;
+
+class UnlockViewTest : public StateTest {
+protected:
+    TemporaryFolder folder;
+    const std::filesystem::path existing = folder / "Ev.kdbx";
+    const std::filesystem::path missing = folder / "Yeni.kdbx";
+    UnlockView view{*state};
+
+    UnlockViewTest() {
+        // The view looks at the disk for whether there is a vault; the state reads it from the fake.
+        writeFile(existing, "vault");
+        files.contents[existing] = files.contents.at(vaultFile);
+        view.resize(480, 600);
+        view.show();
+    }
+
+    bool canSubmit(const QString& name = "Kilidi aç") {
+        auto* const submit = button(view, name);
+        return submit && submit->isEnabled();
+    }
+
+    /// Answers the next panel with a file, or cancels it.
+    static void answerPanel(const std::optional<std::filesystem::path>& file) {
+        auto* const timer = new QTimer(qApp);
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, file] {
+            auto* const panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (!panel)
+                return;  // not open yet
+            timer->stop();
+            timer->deleteLater();
+            if (!file)
+                return panel->reject();
+            panel->findChild<QLineEdit*>()->setText(QString::fromStdString(file->native()));
+            QMetaObject::invokeMethod(panel, "accept");
+        });
+        timer->start(1);
+    }
+
+    void chooseKeyFile() {
+        writeFile(folder / "kasam.keyx", "anahtar");
+        files.contents[folder / "kasam.keyx"] = copyOf(bytesOf("anahtar"));
+        answerPanel(folder / "kasam.keyx");
+        click(view, "Dosya seç…");
+    }
+};
+
+TEST_F(UnlockViewTest, withoutAVaultItOffersToChooseOrMakeOne) {
+    EXPECT_TRUE(shows(view, "Henüz bir kasa yok"));
+    EXPECT_TRUE(shows(view, "Var olan bir .kdbx dosyasını aç ya da sıfırdan yeni bir kasa oluştur."));
+    EXPECT_TRUE(shows(view, "Parolaların yerel, şifreli ve sende."));
+    EXPECT_NE(button(view, "Veritabanı aç…"), nullptr);
+    EXPECT_NE(button(view, "Yeni kasa…"), nullptr);
+    EXPECT_EQ(field(view, "Ana parola"), nullptr);
+}
+
+TEST_F(UnlockViewTest, aChosenVaultShowsItsNameAndItsFolder) {
+    answerPanel(existing);
+    click(view, "Veritabanı aç…");
+
+    EXPECT_EQ(state->databaseURL(), existing);
+    EXPECT_TRUE(shows(view, "Ev.kdbx"));
+    EXPECT_TRUE(shows(view, QString::fromStdString(folder.path())));
+    EXPECT_EQ(field(view, "Ana parola")->placeholderText(), "Ana parolan");
+    EXPECT_TRUE(shows(view, "İsteğe bağlı — ikinci bir faktör."));
+    EXPECT_FALSE(shows(view, "Henüz bir kasa yok"));
+}
+
+TEST_F(UnlockViewTest, aCancelledPanelChangesNothing) {
+    answerPanel(std::nullopt);
+    click(view, "Veritabanı aç…");
+    EXPECT_FALSE(state->databaseURL());
+}
+
+TEST_F(UnlockViewTest, opensWithThePasswordAndForgetsIt) {
+    state->prepare(existing);
+    EXPECT_FALSE(canSubmit());
+    type(view, "Ana parola", "parola");
+    EXPECT_TRUE(canSubmit());
+
+    click(view, "Kilidi aç");
+
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_EQ(codec.lastKey->password, "parola");
+    EXPECT_EQ(field(view, "Ana parola")->text(), "");
+}
+
+TEST_F(UnlockViewTest, returnInThePasswordFieldOpens) {
+    state->prepare(existing);
+    type(view, "Ana parola", "parola");
+    QTest::keyClick(field(view, "Ana parola"), Qt::Key_Return);
+    EXPECT_FALSE(state->isLocked());
+}
+
+TEST_F(UnlockViewTest, aKeyFileAloneIsEnoughToOpen) {
+    state->prepare(existing);
+    chooseKeyFile();
+
+    EXPECT_TRUE(shows(view, "kasam.keyx"));
+    EXPECT_FALSE(shows(view, "İsteğe bağlı — ikinci bir faktör."));
+    EXPECT_TRUE(canSubmit());
+    click(view, "Kilidi aç");
+    EXPECT_FALSE(codec.lastKey->password);
+    EXPECT_EQ(codec.lastKey->keyFileData, copyOf(bytesOf("anahtar")));
+}
+
+TEST_F(UnlockViewTest, aKeyFileCanBeTakenAway) {
+    state->prepare(existing);
+    chooseKeyFile();
+    click(view, "Kaldır");
+    EXPECT_FALSE(shows(view, "kasam.keyx"));
+    EXPECT_FALSE(canSubmit());
+}
+
+TEST_F(UnlockViewTest, aWrongPasswordIsTakenBackAndTheKeyFileStays) {
+    state->prepare(existing);
+    chooseKeyFile();
+    type(view, "Ana parola", "yanlış");
+
+    click(view, "Kilidi aç");
+
+    EXPECT_TRUE(shows(view, "Ana parola veya anahtar dosyası hatalı."));
+    EXPECT_EQ(field(view, "Ana parola")->text(), "");
+    EXPECT_TRUE(shows(view, "kasam.keyx"));
+    EXPECT_EQ(view.focusWidget(), field(view, "Ana parola"));
+}
+
+TEST_F(UnlockViewTest, dismissingTheBannerKeepsWhatWasTyped) {
+    state->prepare(existing);
+    state->setLastError("bir hata");
+    type(view, "Ana parola", "yarım");
+    click(view, "Kapat");
+    EXPECT_FALSE(state->lastError());
+    EXPECT_FALSE(shows(view, "bir hata"));
+    EXPECT_EQ(field(view, "Ana parola")->text(), "yarım");
+}
+
+TEST_F(UnlockViewTest, anotherVaultThrowsAwayWhatWasTypedForTheOldOne) {
+    state->prepare(existing);
+    chooseKeyFile();
+    type(view, "Ana parola", "eski");
+    writeFile(folder / "Diger.kdbx", "vault");
+
+    state->prepare(folder / "Diger.kdbx");
+
+    EXPECT_EQ(field(view, "Ana parola")->text(), "");
+    EXPECT_FALSE(shows(view, "kasam.keyx"));
+}
+
+TEST_F(UnlockViewTest, aMissingVaultIsOneToSeal) {
+    state->prepare(missing);
+    EXPECT_TRUE(shows(view, "Ana parolanı belirle, kasayı mühürleyelim."));
+    EXPECT_EQ(field(view, "Ana parola")->placeholderText(), "Güçlü bir parola seç");
+    EXPECT_EQ(field(view, "Parolayı doğrula")->placeholderText(), "Tekrar yaz");
+    EXPECT_NE(button(view, "Kasayı oluştur"), nullptr);
+    EXPECT_EQ(button(view, "Kilidi aç"), nullptr);
+}
+
+TEST_F(UnlockViewTest, anEmptyFileIsAVaultToSealUnderItsName) {
+    writeFile(missing, "");
+    state->prepare(missing);
+    EXPECT_NE(button(view, "Kasayı oluştur"), nullptr);
+    EXPECT_TRUE(shows(view, "Yeni.kdbx"));
+}
+
+TEST_F(UnlockViewTest, aNewVaultNeedsItsPasswordTwice) {
+    state->prepare(missing);
+    chooseKeyFile();
+    EXPECT_FALSE(canSubmit("Kasayı oluştur")) << "a key file alone seals nothing";
+
+    type(view, "Ana parola", "uzun parola");
+    type(view, "Parolayı doğrula", "uzun");
+    EXPECT_TRUE(shows(view, "Parolalar eşleşmiyor."));
+    EXPECT_FALSE(canSubmit("Kasayı oluştur"));
+
+    type(view, "Parolayı doğrula", "uzun parola");
+    EXPECT_FALSE(shows(view, "Parolalar eşleşmiyor."));
+    click(view, "Kasayı oluştur");
+
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_EQ(state->databaseURL(), missing);
+    EXPECT_EQ(codec.lastKey->password, "uzun parola");
+    EXPECT_EQ(codec.lastKey->keyFileData, copyOf(bytesOf("anahtar")));
+}
+
+TEST_F(UnlockViewTest, bothPasswordFieldsShowTheirTextTogether) {
+    state->prepare(missing);
+    click(*field(view, "Ana parola"), "Göster");
+    EXPECT_EQ(field(view, "Parolayı doğrula")->echoMode(), QLineEdit::Normal);
+    click(*field(view, "Parolayı doğrula"), "Gizle");
+    EXPECT_EQ(field(view, "Ana parola")->echoMode(), QLineEdit::Password);
+}
+
+TEST_F(UnlockViewTest, choosingAnExistingVaultLeavesTheSealing) {
+    state->prepare(missing);
+    answerPanel(existing);
+    click(view, "Başka bir veritabanı aç");
+    EXPECT_NE(button(view, "Kilidi aç"), nullptr);
+    EXPECT_EQ(field(view, "Parolayı doğrula"), nullptr);
+}
+
+TEST_F(UnlockViewTest, aNewNameGetsTheVaultsExtension) {
+    answerPanel(folder / "Taze");
+    click(view, "Yeni kasa…");
+    EXPECT_EQ(state->databaseURL(), folder / "Taze.kdbx");
+    EXPECT_NE(button(view, "Kasayı oluştur"), nullptr);
+}
+
+TEST_F(UnlockViewTest, theCardGrowsWithWhatItShows) {
+    state->prepare(existing);
+    QCoreApplication::processEvents();
+    const int before = view.cardHeight();
+    state->setLastError("bir hata");
+    QCoreApplication::processEvents();
+    EXPECT_GT(view.cardHeight(), before);
+}
+
+}  // namespace
