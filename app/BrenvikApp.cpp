@@ -14,13 +14,23 @@ BrenvikApp::BrenvikApp(QApplication& application)
       m_desktopClipboard(desktopClipboard()),
       m_clipboard(*m_desktopClipboard, m_scheduler),
       m_preferences(m_settings, m_clipboard),
+      m_autoType({.keyboard = m_desktop.keyboard,
+                  .layout = m_desktop.layout,
+                  .applications = m_desktop.applications,
+                  .scheduler = m_scheduler}),
       m_state({.preferences = m_preferences,
                .files = m_files,
                .bookmarks = m_bookmarks,
                .scheduler = m_scheduler,
                .clipboard = m_clipboard,
                .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
-               .workspace = &m_workspace}) {
+               .workspace = &m_workspace,
+               .autoTyping = &m_autoType}),
+      m_hotKey({.hotKeys = m_desktop.hotKeys,
+                .scheduler = m_scheduler,
+                .autoType = m_autoType,
+                .preferences = m_preferences,
+                .state = m_state}) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
     m_window.emplace(m_state, m_clipboard);
@@ -31,9 +41,12 @@ BrenvikApp::BrenvikApp(QApplication& application)
 
 void BrenvikApp::launch() {
     m_state.restoreRecentDatabase();
+    m_hotKey.registerGlobalHotKey();
+    m_autoType.startTrackingFrontmostApplication();
 }
 
 // Nothing is saved and nothing locked: what is not saved by now is lost, and was shown as unsaved.
 void BrenvikApp::end() {
     m_clipboard.clearNow();
+    m_hotKey.unregister();
 }

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "app/state/AppState.h"
+#include "app/state/GlobalHotKey.h"
 #include "app/state/Preferences.h"
 #include "app/ui/MainWindow.h"
+#include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
+#include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
 #include "platform/qt/QtScheduler.h"
@@ -34,6 +37,9 @@ private:
     ClipboardService m_clipboard;
     Preferences m_preferences;
     QtWorkspace m_workspace;
+    NoDesktop m_desktop;
+    AutoTypeService m_autoType;
     AppState m_state;
+    GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
 };
