@@ -23,8 +23,6 @@ constexpr double longestWaitForUser = 1.0;  // seconds
 constexpr double longestPause = 100.0 * 365 * 24 * 3600;
 
 std::chrono::nanoseconds duration(double seconds) {
-    if (!(seconds > 0))
-        return 0ns;
     return std::chrono::nanoseconds(std::llround(std::min(seconds, longestPause) * 1e9));
 }
 

@@ -49,11 +49,10 @@ HotKeyService::HotKeyService(HotKeys& hotKeys, Scheduler& scheduler)
 void HotKeyService::registerHotKey(const HotKey& hotKey, std::function<void()> handler) {
     unregister();
     m_handler = std::move(handler);
-    if (!m_hasEventHandler)
-        m_hasEventHandler = m_hotKeys.installHandler([weak = std::weak_ptr(m_self)](HotKeys::Identifier identifier) {
-            if (const auto self = weak.lock())
-                (*self)->fireLater(identifier);
-        });
+    m_hasEventHandler = m_hotKeys.installHandler([weak = std::weak_ptr(m_self)](HotKeys::Identifier identifier) {
+        if (const auto self = weak.lock())
+            (*self)->fireLater(identifier);
+    });
     m_currentID = m_nextID++;
     if (m_hotKeys.registerHotKey(hotKey, m_currentID))
         m_registration = hotKey;
@@ -85,7 +84,7 @@ void HotKeyService::fireLater(HotKeys::Identifier identifier) {
 void HotKeyService::fire(HotKeys::Identifier identifier) {
     if (m_waitingID == identifier)
         m_waitingID = 0;
-    if (!m_registration || identifier != m_currentID)
+    if (identifier != m_currentID)
         return;
     if (const auto handler = m_handler)  // a copy: it may register anew
         handler();

@@ -86,6 +86,12 @@ TEST_F(AutoTypeServiceTest, pausesForTheTimeOfADelayAndNoLonger) {
     EXPECT_THAT(typed(), ElementsAre("620 down 48", "620 up 48"));
 }
 
+TEST_F(AutoTypeServiceTest, pausesForMilliseconds) {
+    EXPECT_EQ(type({Action::delay(50'000), Action::key(AutoTypeKey::tab)}), std::nullopt);
+
+    EXPECT_THAT(typed(), ElementsAre("50120 down 48", "50120 up 48"));
+}
+
 TEST_F(AutoTypeServiceTest, outlastsADelayBeyondAllTime) {
     const auto outcome = begin({Action::delay(9223372036854775807), Action::text("a")});
 

@@ -110,6 +110,18 @@ TEST_F(HotKeyServiceTest, dropsAPressThatArrivesAfterAnotherRegistration) {
     EXPECT_EQ(second, 0);
 }
 
+TEST_F(HotKeyServiceTest, takesPressesForOneAlsoAroundADroppedOne) {
+    service->registerHotKey({}, [] { FAIL(); });
+    hotKeys.press();
+    clock.after(0s, [this] { hotKeys.press(); });
+    service->registerHotKey({}, count(pressed));
+    hotKeys.press();
+
+    clock.advance(0s);
+
+    EXPECT_EQ(pressed, 1);
+}
+
 TEST_F(HotKeyServiceTest, dropsAPressUnderAnUnknownIdentifier) {
     service->registerHotKey({}, count(pressed));
 

@@ -80,6 +80,10 @@ TEST(KeyStrokeTest, isNotFoundWithoutALayout) {
     EXPECT_EQ(layout.translations, 0);
 }
 
+TEST(KeyStrokeTest, isNotFoundForNoCharacter) {
+    EXPECT_EQ(find(FakeLayout::us(), ""), std::nullopt);
+}
+
 TEST(KeyStrokeTest, costsAtMost512Translations) {
     FakeLayout layout;
 
