@@ -6,32 +6,16 @@
 #include "core/autotype/AutoTyping.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/model/KdbxError.h"
-#include "core/platform/SettingsStore.h"
 #include "core/platform/Workspace.h"
 #include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeScheduler.h"
+#include "tests/support/FakeSettings.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <map>
 #include <string>
-
-/// Settings in memory.
-class FakeSettings final : public SettingsStore {
-public:
-    std::map<std::string, SettingsValue, std::less<>> values;
-
-    std::optional<SettingsValue> value(std::string_view key) const override {
-        const auto found = values.find(key);
-        return found == values.end() ? std::nullopt : std::optional(found->second);
-    }
-    void setValue(std::string_view key, std::optional<SettingsValue> value) override {
-        values.erase(std::string(key));
-        if (value)
-            values.emplace(std::string(key), std::move(*value));
-    }
-};
 
 /// A disk in memory. A path in `unreadable` or `unwritable` fails with the words given there.
 class FakeFiles final : public FileStore {
