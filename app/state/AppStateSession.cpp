@@ -90,7 +90,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
     const Step step(*this);
     const WipedAtEnd passwordEnd(password);
     try {
-        auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())));
+        auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
         auto key = makeKey(password, std::move(keyFileData));
         m_services.files.writeAtomically(url, m_services.codec.save(database, key));
 

@@ -10,6 +10,7 @@ int main() {
     Probe::addText(operations);
     Probe::addBrowsing(operations);
     Probe::addPasswords(operations);
+    Probe::addState(operations);
 
     std::ios::sync_with_stdio(false);
     for (std::string line; std::getline(std::cin, line);)

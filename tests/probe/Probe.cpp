@@ -4,6 +4,7 @@
 #include "tests/support/Failures.h"
 #include "tests/support/Hex.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace Probe {
@@ -17,7 +18,29 @@ Json failure(const std::string& name, const std::string& message) {
     return {{"ok", false}, {"case", name}, {"message", message}};
 }
 
+// A group may be a thousand groups deep, each an object in an array. What is deeper comes to the end of the stack.
+constexpr int deepestNesting = 2100;
+
+int nestingOf(const std::string& line) {
+    int deepest = 0;
+    int depth = 0;
+    bool isInText = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        const char c = line[i];
+        if (isInText && c == '\\')
+            ++i;
+        else if (c == '"')
+            isInText = !isInText;
+        else if (!isInText && (c == '[' || c == '{'))
+            deepest = std::max(deepest, ++depth);
+        else if (!isInText && (c == ']' || c == '}'))
+            --depth;
+    }
+    return deepest;
+}
+
 Json performed(const Operations& operations, const std::string& line) {
+    require(nestingOf(line) <= deepestNesting, "nested too deep");
     const auto request = Json::parse(line);
     if (!request.is_object())
         throw Refusal("a request is an object");

@@ -31,6 +31,7 @@ void addPrimitives(Operations& operations);
 void addText(Operations& operations);
 void addBrowsing(Operations& operations);
 void addPasswords(Operations& operations);
+void addState(Operations& operations);
 
 /// The answer to one line; there is one for every line.
 [[nodiscard]] std::string answer(const Operations& operations, const std::string& line);

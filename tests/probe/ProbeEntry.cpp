@@ -92,6 +92,29 @@ private:
     const Json& m_fields;
 };
 
+// Deeper than any group that a caller has a use for, and far from the end of the stack.
+constexpr int deepestGroup = 1000;
+
+KdbxGroup groupAt(const Json& fields, int depth) {
+    require(depth < deepestGroup, "group: too deep");
+    const FieldReader reader(fields);
+    KdbxGroup group;
+    reader.read("id", group.id);
+    reader.read("name", group.name);
+    reader.read("notes", group.notes);
+    reader.read("iconID", group.iconID);
+    reader.read("entries", group.entries);
+    reader.read("isExpanded", group.isExpanded);
+    reader.read("defaultAutoTypeSequence", group.defaultAutoTypeSequence);
+    reader.read("created", group.created);
+    reader.read("modified", group.modified);
+    reader.read("unknownXML", group.unknownXML);
+    if (fields.contains("groups"))
+        for (const auto& subgroup : fields["groups"])
+            group.groups.append(groupAt(subgroup, depth + 1));
+    return group;
+}
+
 }  // namespace
 
 KdbxEntry entryOf(const Json& fields) {
@@ -118,6 +141,10 @@ KdbxEntry entryOf(const Json& fields) {
     reader.read("historyItems", entry.historyItems);
     reader.read("unknownXML", entry.unknownXML);
     return entry;
+}
+
+KdbxGroup groupOf(const Json& fields) {
+    return groupAt(fields, 0);
 }
 
 KdbxEntry entry(const Json& request, const char* name) {

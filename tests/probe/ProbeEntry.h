@@ -10,6 +10,9 @@ namespace Probe {
 /// Throws a Refusal where a field is of another kind.
 [[nodiscard]] KdbxEntry entryOf(const Json& fields);
 
+/// A group from any of its fields, in the same way.
+[[nodiscard]] KdbxGroup groupOf(const Json& fields);
+
 /// The argument of that name as `entryOf` gives it.
 [[nodiscard]] KdbxEntry entry(const Json& request, const char* name);
 

@@ -35,6 +35,9 @@ public:
         m_elapsed = end;
     }
 
+    /// Forgets all that waits, as the end of a program does.
+    void forgetAll() { m_waiting.clear(); }
+
     /// How many tasks wait, repeating ones included.
     [[nodiscard]] std::size_t waitingCount() const { return m_waiting.size(); }
 
