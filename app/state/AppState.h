@@ -45,8 +45,7 @@ public:
         std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key)> save;
     };
 
-    /// The world, as far as a session needs it. All of it outlives the state. A desktop that opens no URLs, or that
-    /// nothing can be typed into, has none of the last two.
+    /// The world, as far as a session needs it. All of it outlives the state.
     struct Services {
         Preferences& preferences;
         FileStore& files;
@@ -54,8 +53,8 @@ public:
         Scheduler& scheduler;
         ClipboardService& clipboard;
         VaultCodec codec;
-        Workspace* workspace = nullptr;
-        AutoTyping* autoTyping = nullptr;
+        Workspace& workspace;
+        AutoTyping& autoTyping;
     };
 
     explicit AppState(Services services, QObject* parent = nullptr);

@@ -54,8 +54,7 @@ void AppState::openURL(const KdbxEntry* entry) {
     const auto url = openableURL(entry->url);
     if (!url)
         return;
-    if (m_services.workspace)
-        m_services.workspace->openURL(*url);
+    m_services.workspace.openURL(*url);
     touchAccessed(entry->id);
 }
 
@@ -90,11 +89,9 @@ std::optional<std::string> AppState::groupSequence(UUID entryID) const {
 
 // Typing begins when the present turn of the loop has ended and outlives the state, which may hear of its failure.
 void AppState::startTyping(std::vector<AutoTypeAction> actions) {
-    if (!m_services.autoTyping)
-        return;
-    m_services.scheduler.after({}, [typing = m_services.autoTyping, state = QPointer<AppState>(this),
+    m_services.scheduler.after({}, [&typing = m_services.autoTyping, state = QPointer<AppState>(this),
                                     waiting = std::make_shared<std::vector<AutoTypeAction>>(std::move(actions))] {
-        typing->perform(std::move(*waiting), [state](const std::optional<std::string>& failureDescription) {
+        typing.perform(std::move(*waiting), [state](const std::optional<std::string>& failureDescription) {
             if (state && failureDescription)
                 state->setLastError(failureDescription);
         });

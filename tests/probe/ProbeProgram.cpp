@@ -19,15 +19,15 @@ Program::Program(World& world)
                .scheduler = world.clock,
                .clipboard = m_clipboard,
                .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
-               .workspace = &world.workspace,
-               .autoTyping = &m_autoType}),
-      m_hotKeySession(m_state),
-      m_hotKeyHandler(m_autoType, m_hotKeySession),
-      m_hotKey(world.desktop.hotKeys, world.clock) {
+               .workspace = world.workspace,
+               .autoTyping = m_autoType}),
+      m_hotKey({.hotKeys = world.desktop.hotKeys,
+                .scheduler = world.clock,
+                .autoType = m_autoType,
+                .preferences = m_preferences,
+                .state = m_state}) {
     m_state.restoreRecentDatabase();
-    registerGlobalHotKey();
-    for (const auto changed : {&Preferences::hotKeyCodeChanged, &Preferences::hotKeyModifiersChanged})
-        QObject::connect(&m_preferences, changed, &m_state, [this] { registerGlobalHotKey(); });
+    m_hotKey.registerGlobalHotKey();
     m_autoType.startTrackingFrontmostApplication();
 }
 
@@ -36,11 +36,6 @@ Program::~Program() {
     m_clipboard.clearNow();
     m_hotKey.unregister();
     m_world.clock.forgetAll();
-}
-
-void Program::registerGlobalHotKey() {
-    m_hotKey.registerHotKey({.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()},
-                            [this] { m_hotKeyHandler.press(); });
 }
 
 }  // namespace Probe

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "app/state/AppState.h"
-#include "app/state/AppStateHotKeySession.h"
+#include "app/state/GlobalHotKey.h"
 #include "app/state/Preferences.h"
 #include "core/autotype/AutoTypeService.h"
-#include "core/autotype/HotKeyHandler.h"
-#include "core/autotype/HotKeyService.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/platform/Workspace.h"
 #include "platform/posix/PosixBookmarks.h"
@@ -52,16 +50,12 @@ public:
     [[nodiscard]] ClipboardService& clipboard() noexcept { return m_clipboard; }
 
 private:
-    void registerGlobalHotKey();
-
     World& m_world;
     ClipboardService m_clipboard;
     Preferences m_preferences;
     AutoTypeService m_autoType;
     AppState m_state;
-    AppStateHotKeySession m_hotKeySession;
-    HotKeyHandler m_hotKeyHandler;
-    HotKeyService m_hotKey;
+    GlobalHotKey m_hotKey;
 };
 
 }  // namespace Probe

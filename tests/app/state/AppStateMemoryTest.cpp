@@ -52,6 +52,7 @@ protected:
     BlindClipboard pasteboard;
     ClipboardService clipboard{pasteboard, clock};
     Preferences preferences{settings, clipboard};
+    FakeWorkspace workspace;
     DroppingAutoTyping autoTyping;
     AppState state{{.preferences = preferences,
                     .files = files,
@@ -59,7 +60,8 @@ protected:
                     .scheduler = clock,
                     .clipboard = clipboard,
                     .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
-                    .autoTyping = &autoTyping}};
+                    .workspace = workspace,
+                    .autoTyping = autoTyping}};
     MemoryScan memory;
 
     static SecureString secureString(const MaskedSecret& secret) {

@@ -346,12 +346,16 @@ private:
     FakeClipboard m_pasteboard;
     ClipboardService m_clipboard{m_pasteboard, m_clock};
     Preferences m_preferences{m_settings, m_clipboard};
+    FakeWorkspace m_workspace;
+    FakeAutoTyping m_autoTyping;
     AppState m_state{{.preferences = m_preferences,
                       .files = m_files,
                       .bookmarks = m_bookmarks,
                       .scheduler = m_clock,
                       .clipboard = m_clipboard,
-                      .codec = m_codec.doors()}};
+                      .codec = m_codec.doors(),
+                      .workspace = m_workspace,
+                      .autoTyping = m_autoTyping}};
     Plain::Session m_plain;
     const char* m_lastStep = "";
 };

@@ -31,8 +31,8 @@ protected:
                                          .scheduler = clock,
                                          .clipboard = clipboard,
                                          .codec = codec.doors(),
-                                         .workspace = &workspace,
-                                         .autoTyping = &autoType});
+                                         .workspace = workspace,
+                                         .autoTyping = autoType});
         hotKey.emplace(GlobalHotKey::Services{.hotKeys = desktop.hotKeys,
                                               .scheduler = clock,
                                               .autoType = autoType,

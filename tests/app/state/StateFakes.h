@@ -188,8 +188,8 @@ protected:
                                          .scheduler = clock,
                                          .clipboard = clipboard,
                                          .codec = codec.doors(),
-                                         .workspace = &workspace,
-                                         .autoTyping = &autoTyping});
+                                         .workspace = workspace,
+                                         .autoTyping = autoTyping});
     }
 
     void putVault(const KdbxDatabase& database) {
