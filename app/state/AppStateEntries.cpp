@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
-#include "app/state/TreeWalk.h"
 
 #include <algorithm>
 #include <numeric>
@@ -26,16 +25,6 @@ SharedArray<KdbxEntry> historyWith(const KdbxEntry& replaced, std::int64_t maxIt
     items.append(std::move(item));
     keepLast(items, static_cast<std::size_t>(std::max<std::int64_t>(maxItems, 1)));
     return items;
-}
-
-/// The entries with these identifiers, the first of each, in stored order.
-std::vector<KdbxEntry> entriesIn(const KdbxGroup& root, std::set<UUID> ids) {
-    std::vector<KdbxEntry> entries;
-    forEachEntry(root, [&](const KdbxEntry& entry) {
-        if (ids.erase(entry.id) > 0)
-            entries.push_back(entry);
-    });
-    return entries;
 }
 
 /// The entries of `order` first, in that order, then all others as they stood: a reorder loses none.
@@ -97,10 +86,8 @@ void AppState::deleteEntries(std::set<UUID> ids) {
     if (ids.empty())
         return;
     const Step step(*this);
-    edit(ids.size() == 1 ? "Kaydı Sil" : std::to_string(ids.size()) + " Kaydı Sil", [&](KdbxDatabase& database) {
-        for (const auto& id : ids)
-            GroupTree::removeEntry(database.root, id);
-    });
+    edit(ids.size() == 1 ? "Kaydı Sil" : std::to_string(ids.size()) + " Kaydı Sil",
+         [&](KdbxDatabase& database) { GroupTree::removeEntries(database.root, ids); });
     setSelectedEntryIDs({});
 }
 
@@ -152,12 +139,14 @@ void AppState::duplicateEntries(std::set<UUID> ids) {
     const auto now = m_services.scheduler.now();
     std::set<UUID> copies;
     edit(ids.size() == 1 ? "Kaydı Çoğalt" : "Kayıtları Çoğalt", [&](KdbxDatabase& database) {
-        for (const auto& entry : entriesIn(database.root, ids)) {
-            auto copy = duplicateOf(entry, now);
-            copies.insert(copy.id);
-            GroupTree::mutateGroupHolding(database.root, entry.id,
-                                          [&](KdbxGroup& group) { group.entries.append(std::move(copy)); });
-        }
+        GroupTree::mutateGroupsHolding(database.root, ids,
+                                       [&](KdbxGroup& group, const std::vector<std::size_t>& places) {
+                                           for (const auto place : places) {
+                                               auto copy = duplicateOf(group.entries[place], now);
+                                               copies.insert(copy.id);
+                                               group.entries.append(std::move(copy));
+                                           }
+                                       });
     });
     setSelectedEntryIDs(std::move(copies));
 }
@@ -165,16 +154,15 @@ void AppState::duplicateEntries(std::set<UUID> ids) {
 void AppState::moveEntriesTo(std::set<UUID> ids, UUID groupID) {
     if (!m_database)
         return;
-    const auto moving = entriesIn(m_database->root, ids);
+    const auto moving = GroupTree::findEntries(m_database->root, ids);
     if (moving.empty())
         return;
     const auto now = m_services.scheduler.now();
     edit("Kayıtları Taşı", [&](KdbxDatabase& database) {
-        for (const auto& id : ids)
-            GroupTree::removeEntry(database.root, id);
+        GroupTree::removeEntries(database.root, ids);
         GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
-            for (const auto& entry : moving)
-                group.entries.append(entry);
+            for (const auto* entry : moving)
+                group.entries.append(*entry);
             group.modified = now;
         });
     });

@@ -84,10 +84,13 @@ void AppState::pruneSelection() {
     if (!m_database)
         return;
     const auto& root = m_database->root;
-    std::set<UUID> entries;
-    for (const auto* entry : selectedEntries())
-        entries.insert(entry->id);
-    setSelectedEntryIDs(std::move(entries));
+    const auto found = GroupTree::findEntries(root, m_selectedEntryIDs);
+    if (found.size() < m_selectedEntryIDs.size()) {
+        std::set<UUID> entries;
+        for (const auto* entry : found)
+            entries.insert(entry->id);
+        setSelectedEntryIDs(std::move(entries));
+    }
     if (m_selectedGroupID && !GroupTree::findGroup(root, *m_selectedGroupID))
         setSelectedGroupID(root.id);
 }

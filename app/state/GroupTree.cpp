@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/GroupTree.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Where a walk over the groups stands: depth first, each group before its subgroups, in stored order.
@@ -80,6 +82,37 @@ std::optional<Found> findIn(const KdbxGroup& root, Array KdbxGroup::*array, cons
     return index ? std::optional(Found{std::move(walk), *index}) : std::nullopt;
 }
 
+// So few identifiers are looked for one by one: an array finds one without looking into its entries.
+constexpr std::size_t fewIDs = 32;
+
+/// Where the array holds entries that are still wanted, which they are not from then on.
+std::vector<std::size_t> takePlaces(const SharedArray<KdbxEntry>& entries, std::unordered_set<UUID>& wanted) {
+    std::vector<std::size_t> places;
+    if (wanted.size() <= fewIDs) {
+        std::erase_if(wanted, [&](const UUID& id) {
+            const auto place = entries.indexOfID(id);
+            if (place)
+                places.push_back(*place);
+            return place.has_value();
+        });
+        std::sort(places.begin(), places.end());
+        return places;
+    }
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        if (wanted.erase(entries[i].id) > 0)
+            places.push_back(i);
+    return places;
+}
+
+/// Calls `visit` with the walk at each group that holds some of the entries, and their places there.
+template <class Visit>
+void forEachHolder(const KdbxGroup& root, const std::set<UUID>& ids, Visit visit) {
+    std::unordered_set<UUID> wanted(ids.begin(), ids.end());
+    for (Walk walk(root); !walk.isAtEnd() && !wanted.empty(); walk.advance())
+        if (const auto places = takePlaces(walk.group().entries, wanted); !places.empty())
+            visit(walk, places);
+}
+
 template <class Node>
 std::optional<Node> copyOf(const Node* node) {
     return node ? std::optional(*node) : std::nullopt;
@@ -156,12 +189,33 @@ bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxE
     return true;
 }
 
-bool mutateGroupHolding(KdbxGroup& root, const UUID& entryID, const std::function<void(KdbxGroup&)>& change) {
-    auto found = findIn(root, &KdbxGroup::entries, entryID);
-    if (!found)
-        return false;
-    change(found->holder.ownGroup(root));
-    return true;
+std::vector<const KdbxEntry*> findEntries(const KdbxGroup& root, const std::set<UUID>& ids) {
+    std::vector<const KdbxEntry*> found;
+    forEachHolder(root, ids, [&](const Walk& walk, const std::vector<std::size_t>& places) {
+        for (const auto place : places)
+            found.push_back(&walk.group().entries[place]);
+    });
+    return found;
+}
+
+void mutateGroupsHolding(KdbxGroup& root, const std::set<UUID>& entryIDs,
+                         const std::function<void(KdbxGroup&, const std::vector<std::size_t>&)>& change) {
+    forEachHolder(root, entryIDs,
+                  [&](Walk& walk, const std::vector<std::size_t>& places) { change(walk.ownGroup(root), places); });
+}
+
+void removeEntries(KdbxGroup& root, const std::set<UUID>& ids) {
+    mutateGroupsHolding(root, ids, [](KdbxGroup& group, const std::vector<std::size_t>& places) {
+        std::vector<std::size_t> kept;
+        kept.reserve(group.entries.size() - places.size());
+        auto removed = places.begin();
+        for (std::size_t i = 0; i < group.entries.size(); ++i)
+            if (removed != places.end() && *removed == i)
+                ++removed;
+            else
+                kept.push_back(i);
+        group.entries.rearrange(kept);
+    });
 }
 
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id) {

@@ -3,8 +3,11 @@
 
 #include "core/model/KdbxDatabase.h"
 
+#include <cstddef>
 #include <functional>
+#include <set>
 #include <unordered_set>
+#include <vector>
 
 /// How state code finds and changes a node of the group tree by its identifier.
 ///
@@ -44,8 +47,16 @@ bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxG
 /// Runs `change` on the entry in place. Whether it was found; `change` runs at most once.
 bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change);
 
-/// Runs `change` on the group that directly holds the entry, in place. Whether the entry was found.
-bool mutateGroupHolding(KdbxGroup& root, const UUID& entryID, const std::function<void(KdbxGroup&)>& change);
+/// The entries with these identifiers, borrowed until the tree changes, in the order of the search. However many there
+/// are, the tree is walked once, here and in the two below.
+[[nodiscard]] std::vector<const KdbxEntry*> findEntries(const KdbxGroup& root, const std::set<UUID>& ids);
+
+/// Runs `change` once on each group that directly holds some of the entries, with their ascending places in it.
+void mutateGroupsHolding(KdbxGroup& root, const std::set<UUID>& entryIDs,
+                         const std::function<void(KdbxGroup&, const std::vector<std::size_t>&)>& change);
+
+/// Takes the entries out of their groups. The order of what remains is kept.
+void removeEntries(KdbxGroup& root, const std::set<UUID>& ids);
 
 /// Takes the entry out of its group and gives it back. The order of what remains is kept.
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id);

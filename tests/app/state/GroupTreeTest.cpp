@@ -451,4 +451,80 @@ TEST(DeepGroupTreeTest, everyOperationReachesTheBottomOfATreeDeeperThanTheStack)
     EXPECT_EQ(GroupTree::repairDuplicateIDs(root, groups, entries), 0);
 }
 
+std::vector<UUID> idsOf(const std::vector<const KdbxEntry*>& entries) {
+    std::vector<UUID> ids;
+    for (const auto* entry : entries)
+        ids.push_back(entry->id);
+    return ids;
+}
+
+TEST(GroupTreeTest, severalEntriesAreFoundInTheOrderOfTheSearch) {
+    const auto root = tree();
+
+    EXPECT_EQ(idsOf(GroupTree::findEntries(root, {idOf(0xE), idOf(0xC), idOf(0xA), unknownID})),
+              (std::vector{idOf(0xA), idOf(0xC), idOf(0xE)}));
+    EXPECT_TRUE(GroupTree::findEntries(root, {}).empty());
+    EXPECT_TRUE(GroupTree::findEntries(root, {idOf(0x99)}).empty()) << "a history item";
+}
+
+TEST(GroupTreeTest, severalEntriesAreTakenOutAndTheRestKeepsItsOrder) {
+    auto root = tree();
+
+    GroupTree::removeEntries(root, {idOf(0xE), idOf(0xB), unknownID});
+
+    EXPECT_EQ(titlesOf(root), (Titles{"a", "c", "d"}));
+}
+
+TEST(GroupTreeTest, ofSeveralEntriesThatShareAnIdentifierTheFirstIsTakenOut) {
+    auto root = tree();
+    root.groups.mutableAt(1).entries.append(entry(0xA, "ikinci a"));
+
+    GroupTree::removeEntries(root, {idOf(0xA)});
+
+    EXPECT_EQ(titlesOf(root), (Titles{"b", "c", "d", "e", "ikinci a"}));
+}
+
+TEST(GroupTreeTest, takingSeveralEntriesOutCopiesThePathsToTheirGroupsAlone) {
+    const auto before = tree();
+    auto root = before;
+
+    GroupTree::removeEntries(root, {idOf(0xE)});
+
+    EXPECT_TRUE(before.groups.sharesElementWith(root.groups, 0));
+    EXPECT_FALSE(before.groups.sharesElementWith(root.groups, 1));
+    EXPECT_EQ(titlesOf(before), (Titles{"a", "b", "c", "d", "e"}));
+}
+
+TEST(GroupTreeTest, eachGroupThatHoldsSomeIsChangedOnceWithTheirPlaces) {
+    auto root = tree();
+    std::vector<std::pair<std::string, std::vector<std::size_t>>> changed;
+
+    GroupTree::mutateGroupsHolding(
+        root, {idOf(0xB), idOf(0xC), idOf(0xD), unknownID},
+        [&](KdbxGroup& group, const std::vector<std::size_t>& places) { changed.emplace_back(group.name, places); });
+
+    EXPECT_EQ(changed,
+              (std::vector<std::pair<std::string, std::vector<std::size_t>>>{{"left", {0, 1}}, {"deep", {0}}}));
+}
+
+TEST(GroupTreeTest, manyEntriesAreTakenOutAsOneByOne) {
+    std::mt19937 random(7);
+    for (const std::size_t count : {1U, 31U, 32U, 33U, 500U}) {
+        auto root = largeTree();
+        const auto all = root.allEntries();
+        std::set<UUID> ids;
+        while (ids.size() < count)
+            ids.insert(all[random() % all.size()].id);
+        auto oneByOne = root;
+        for (const auto& id : ids)
+            GroupTree::removeEntry(oneByOne, id);
+
+        EXPECT_EQ(GroupTree::findEntries(root, ids).size(), count);
+        GroupTree::removeEntries(root, ids);
+
+        EXPECT_EQ(titlesOf(root), titlesOf(oneByOne)) << count;
+        EXPECT_TRUE(GroupTree::findEntries(root, ids).empty()) << count;
+    }
+}
+
 }  // namespace
