@@ -9,6 +9,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QSignalBlocker>
 
 #include <memory>
 
@@ -37,6 +38,7 @@ SecretField::SecretField(const QString& name, QWidget* parent)
 }
 
 SecretField::~SecretField() {
+    const QSignalBlocker quiet(this);  // who listened may be half gone already
     setSecret(QString());
 }
 
