@@ -509,8 +509,14 @@ TEST(GroupTreeTest, eachGroupThatHoldsSomeIsChangedOnceWithTheirPlaces) {
 
 TEST(GroupTreeTest, manyEntriesAreTakenOutAsOneByOne) {
     std::mt19937 random(7);
+    KdbxGroup whole;
+    for (int number = 0; number < 1000; ++number) {
+        if (number % 200 == 0)
+            whole.groups.append({});
+        whole.groups.mutableAt(whole.groups.size() - 1).entries.append({.title = std::to_string(number)});
+    }
     for (const std::size_t count : {1U, 31U, 32U, 33U, 500U}) {
-        auto root = largeTree();
+        auto root = whole;
         const auto all = root.allEntries();
         std::set<UUID> ids;
         while (ids.size() < count)
