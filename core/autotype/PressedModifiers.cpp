@@ -4,7 +4,6 @@
 #include "core/autotype/AutoTypeError.h"
 
 #include <array>
-#include <ranges>
 
 namespace {
 
@@ -26,11 +25,11 @@ bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint
 }  // namespace
 
 PressedModifiers::~PressedModifiers() {
-    for (const auto& [flag, code] : std::views::reverse(modifiers)) {
-        if ((m_flags & flag) == 0)
+    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) {
+        if ((m_flags & modifier->flag) == 0)
             continue;
-        m_held &= ~flag;
-        static_cast<void>(postChange(m_source, code, false, m_held));  // the next one must come up all the same
+        m_held &= ~modifier->flag;
+        static_cast<void>(postChange(m_source, modifier->code, false, m_held));  // the next must come up all the same
     }
 }
 
