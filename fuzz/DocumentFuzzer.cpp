@@ -4,6 +4,7 @@
 #include "core/document/KdbxXML.h"
 #include "core/document/KdbxXMLEscape.h"
 #include "core/model/KdbxError.h"
+#include "fuzz/Growth.h"
 
 #include <algorithm>
 #include <array>
@@ -30,21 +31,6 @@ Bytes written(const KdbxMeta& meta, const KdbxGroup& root) {
                                .compressed = true,
                                .formatVersion = {4, 1}},
                               stream, std::nullopt);
-}
-
-void removeGrowth(KdbxEntry& entry) {
-    std::erase_if(entry.unknownXML, [](const auto& text) {
-        return text == "<ForegroundColor/>" || text == "<BackgroundColor/>" || text == "<OverrideURL/>";
-    });
-    for (std::size_t i = 0; i < entry.historyItems.size(); ++i)
-        removeGrowth(entry.historyItems.mutableAt(i));
-}
-
-void removeGrowth(KdbxGroup& group) {
-    for (std::size_t i = 0; i < group.entries.size(); ++i)
-        removeGrowth(group.entries.mutableAt(i));
-    for (std::size_t i = 0; i < group.groups.size(); ++i)
-        removeGrowth(group.groups.mutableAt(i));
 }
 
 Bytes nextRound(ByteView data) {

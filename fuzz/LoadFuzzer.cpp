@@ -8,6 +8,7 @@
 #include "core/primitives/AESCipher.h"
 #include "core/primitives/Argon2.h"
 #include "core/primitives/Gzip.h"
+#include "fuzz/Growth.h"
 #include "fuzz/Require.h"
 #include "tests/core/container/VaultBuilder.h"
 
@@ -24,22 +25,6 @@ std::optional<KdbxDatabase> loaded(ByteView file) {
     } catch (const Gzip::Error&) {
     }
     return std::nullopt;
-}
-
-/// Every round adds three empty elements to each entry, so they are taken out before documents are compared.
-void removeGrowth(KdbxEntry& entry) {
-    std::erase_if(entry.unknownXML, [](const auto& text) {
-        return text == "<ForegroundColor/>" || text == "<BackgroundColor/>" || text == "<OverrideURL/>";
-    });
-    for (std::size_t i = 0; i < entry.historyItems.size(); ++i)
-        removeGrowth(entry.historyItems.mutableAt(i));
-}
-
-void removeGrowth(KdbxGroup& group) {
-    for (std::size_t i = 0; i < group.entries.size(); ++i)
-        removeGrowth(group.entries.mutableAt(i));
-    for (std::size_t i = 0; i < group.groups.size(); ++i)
-        removeGrowth(group.groups.mutableAt(i));
 }
 
 Bytes documentOf(KdbxDatabase database) {

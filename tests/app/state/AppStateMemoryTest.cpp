@@ -142,7 +142,7 @@ protected:
 
 TEST_F(AppStateMemoryTest, theScanFindsWhatIsThere) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
-        GTEST_SKIP();
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
     EXPECT_EQ(memory.occurrences(entryPassword), 0);
 
     auto text = entryPassword.clear();
@@ -157,7 +157,7 @@ TEST_F(AppStateMemoryTest, theScanFindsWhatIsThere) {
 
 TEST_F(AppStateMemoryTest, anOpenSessionHoldsAnEntrysPasswordMasked) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
-        GTEST_SKIP();
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
     writeVault();
     unlock();
 
@@ -171,7 +171,7 @@ TEST_F(AppStateMemoryTest, anOpenSessionHoldsAnEntrysPasswordMasked) {
 
 TEST_F(AppStateMemoryTest, aLockedSessionLeavesNoSecretInMemory) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
-        GTEST_SKIP();
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
     writeVault();
     unlock();
     useEverything();
@@ -183,7 +183,7 @@ TEST_F(AppStateMemoryTest, aLockedSessionLeavesNoSecretInMemory) {
 
 TEST_F(AppStateMemoryTest, aFailedUnlockLeavesNoSecretInMemory) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
-        GTEST_SKIP();
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
     writeVault();
     state.prepare(file);
     state.unlock(laterPassword.clear(), std::nullopt);
@@ -197,7 +197,7 @@ TEST_F(AppStateMemoryTest, aFailedUnlockLeavesNoSecretInMemory) {
 
 TEST_F(AppStateMemoryTest, aSessionThatIsDroppedForAnotherFileLeavesNoSecretInMemory) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
-        GTEST_SKIP();
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
     writeVault();
     unlock();
     state.setSearchText("ban");
