@@ -5,17 +5,12 @@
 #include "core/document/KdbxXMLEscape.h"
 #include "core/model/KdbxError.h"
 #include "fuzz/Growth.h"
+#include "fuzz/Require.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 KdbxXML::Document parsed(ByteView data) {
     NullStreamCipher stream;

@@ -4,17 +4,12 @@
 #include "core/autotype/WindowMatcher.h"
 #include "core/generator/PasswordGenerator.h"
 #include "core/text/Text.h"
+#include "fuzz/Require.h"
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void checkActions(const std::vector<AutoTypeAction>& actions) {
     bool afterText = false;

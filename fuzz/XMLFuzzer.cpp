@@ -2,15 +2,9 @@
 // What parses as XML prints as XML that parses to the same.
 #include "core/document/KdbxXMLNode.h"
 #include "core/document/PrintedForm.h"
-
-#include <cstdlib>
+#include "fuzz/Require.h"
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 std::string printedAgain(const std::string& printed) {
     const auto node = KdbxXMLNode::parse(bytesOf(printed), nullptr);
