@@ -33,7 +33,11 @@ BrenvikApp::BrenvikApp(QApplication& application)
                 .state = m_state}) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
-    m_window.emplace(m_state, m_clipboard);
+    m_window.emplace(Environment{.state = m_state,
+                                 .preferences = m_preferences,
+                                 .clipboard = m_clipboard,
+                                 .autoType = m_autoType,
+                                 .hotKey = m_hotKey});
     QObject::connect(&*m_window, &MainWindow::appeared, &*m_window, [this] { launch(); });
     QObject::connect(&application, &QApplication::aboutToQuit, &*m_window, [this] { end(); });
     m_window->show();

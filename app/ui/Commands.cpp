@@ -9,9 +9,10 @@
 #include <QApplication>
 #include <QMenuBar>
 
-Commands::Commands(AppState& state, QWidget& window)
+Commands::Commands(const Environment& environment, QWidget& window)
     : QObject(&window),
-      m_state(state),
+      m_environment(environment),
+      m_state(environment.state),
       m_window(window),
       m_create(make(tr("Yeni Veritabanı…"), Qt::CTRL | Qt::Key_N, &Commands::createDatabase)),
       m_open(make(tr("Veritabanı Aç…"), Qt::CTRL | Qt::Key_O, &Commands::openDatabase)),

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Environment.h"
+
 #include <QObject>
 
-class AppState;
 class QAction;
 class QMenu;
 class QMenuBar;
@@ -16,7 +17,7 @@ class Commands : public QObject {
 
 public:
     /// `window` is where panels stand over, and where the keys work.
-    Commands(AppState& state, QWidget& window);
+    Commands(const Environment& environment, QWidget& window);
 
     void fill(QMenuBar& bar);
 
@@ -37,6 +38,7 @@ private:
     void redo();
     void focusSearch();
 
+    Environment m_environment;
     AppState& m_state;
     QWidget& m_window;
     QAction* m_create;

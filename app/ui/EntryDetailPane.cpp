@@ -5,8 +5,8 @@
 #include "app/ui/EntryDetailView.h"
 #include "app/ui/components/EmptyStateView.h"
 
-EntryDetailPane::EntryDetailPane(AppState& state, QWidget* parent)
-    : QStackedWidget(parent), m_state(state), m_detail(new EntryDetailView(state)) {
+EntryDetailPane::EntryDetailPane(const Environment& environment, QWidget* parent)
+    : QStackedWidget(parent), m_state(environment.state), m_detail(new EntryDetailView(environment)) {
     addWidget(m_detail);
     connect(&m_state, &AppState::databaseChanged, this, &EntryDetailPane::showSelection);
     connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryDetailPane::showSelection);

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Environment.h"
+
 #include <QStackedWidget>
 
-class AppState;
 class EntryDetailView;
 
 /// The right column: the one selected entry, or a word on why there is none.
@@ -11,7 +12,7 @@ class EntryDetailPane : public QStackedWidget {
     Q_OBJECT
 
 public:
-    explicit EntryDetailPane(AppState& state, QWidget* parent = nullptr);
+    explicit EntryDetailPane(const Environment& environment, QWidget* parent = nullptr);
 
 private:
     void showSelection();

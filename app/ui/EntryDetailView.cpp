@@ -35,9 +35,9 @@ QString dotsFor(const SecureString& password) {
 
 }  // namespace
 
-EntryDetailView::EntryDetailView(AppState& state, QWidget* parent)
+EntryDetailView::EntryDetailView(const Environment& environment, QWidget* parent)
     : QScrollArea(parent),
-      m_state(state),
+      m_state(environment.state),
       m_tile(new IconTile(0, tileSide)),
       m_title(new QStackedWidget),
       m_titleText(new TextLabel({}, BrandFont::display(titleSize), Palette::text)),

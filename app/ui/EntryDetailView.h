@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Environment.h"
 #include "core/model/KdbxDatabase.h"
 
 #include <QScrollArea>
 
 #include <optional>
 
-class AppState;
 class Card;
 class IconButton;
 class IconTile;
@@ -21,7 +21,7 @@ class EntryDetailView : public QScrollArea {
     Q_OBJECT
 
 public:
-    explicit EntryDetailView(AppState& state, QWidget* parent = nullptr);
+    explicit EntryDetailView(const Environment& environment, QWidget* parent = nullptr);
 
     void show(const KdbxEntry& entry);
     /// Lets go of the entry and of its texts.

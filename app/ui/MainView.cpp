@@ -33,10 +33,11 @@ void limit(QWidget& column, const ColumnWidth& width) {
 
 }  // namespace
 
-MainView::MainView(AppState& state, ClipboardService& clipboard, Commands& commands, QWidget* parent)
-    : QWidget(parent), m_entries(new EntryListView(state)) {
+MainView::MainView(const Environment& environment, Commands& commands, QWidget* parent)
+    : QWidget(parent), m_entries(new EntryListView(environment.state)) {
+    auto& state = environment.state;
     auto* const groups = new GroupTreeView(state);
-    auto* const detail = new EntryDetailPane(state);
+    auto* const detail = new EntryDetailPane(environment);
     limit(*groups, sidebarWidth);
     limit(*m_entries, listWidth);
     detail->setMinimumWidth(narrowestDetail);
@@ -54,7 +55,7 @@ MainView::MainView(AppState& state, ClipboardService& clipboard, Commands& comma
     rows->setSpacing(0);
     rows->addWidget(new Toolbar(state, commands));
     rows->addWidget(columns, 1);
-    rows->addWidget(new StatusBar(state, clipboard));
+    rows->addWidget(new StatusBar(state, environment.clipboard));
 }
 
 void MainView::takeFocus() {

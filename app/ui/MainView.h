@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Environment.h"
+
 #include <QWidget>
 
-class AppState;
-class ClipboardService;
 class Commands;
 class EntryListView;
 
@@ -14,7 +14,7 @@ class MainView : public QWidget {
     Q_OBJECT
 
 public:
-    MainView(AppState& state, ClipboardService& clipboard, Commands& commands, QWidget* parent = nullptr);
+    MainView(const Environment& environment, Commands& commands, QWidget* parent = nullptr);
 
     /// Gives the list the keyboard.
     void takeFocus();

@@ -12,12 +12,12 @@
 #include <QMenuBar>
 #include <QStackedWidget>
 
-MainWindow::MainWindow(AppState& state, ClipboardService& clipboard)
-    : m_state(state),
-      m_commands(new Commands(state, *this)),
+MainWindow::MainWindow(const Environment& environment)
+    : m_state(environment.state),
+      m_commands(new Commands(environment, *this)),
       m_screens(new QStackedWidget),
-      m_unlockView(new UnlockView(state)),
-      m_mainView(new MainView(state, clipboard, *m_commands)),
+      m_unlockView(new UnlockView(environment.state)),
+      m_mainView(new MainView(environment, *m_commands)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
     connectState();

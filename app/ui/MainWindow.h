@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Environment.h"
+
 #include <QMainWindow>
 
-class AppState;
-class ClipboardService;
 class Commands;
 class MainView;
 class QStackedWidget;
@@ -16,7 +16,7 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
-    MainWindow(AppState& state, ClipboardService& clipboard);
+    explicit MainWindow(const Environment& environment);
 
 signals:
     /// The window shows for the first time.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/MainWindow.h"
-#include "tests/app/state/StateFakes.h"
 #include "tests/app/ui/WindowProbe.h"
+#include "tests/app/ui/WindowTest.h"
 
 #include <gmock/gmock.h>
 
@@ -14,9 +14,9 @@ namespace {
 using namespace WindowProbe;
 using ::testing::ElementsAre;
 
-class MainViewTest : public StateTest {
+class MainViewTest : public WindowTest {
 protected:
-    MainWindow window{*state, clipboard};
+    MainWindow window{environment};
 
     MainViewTest() {
         window.show();
