@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -16,8 +17,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 PATIENCE = 60  # seconds; a loaded machine is slow, and a condition that holds is not waited for
 
 
-def wait_for(condition, what, patience=PATIENCE):
+def wait_for(condition, what, patience=None):
     """What `condition` gives as soon as it gives something."""
+    patience = PATIENCE if patience is None else patience
     deadline = time.monotonic() + patience
     while True:
         try:
@@ -28,16 +30,17 @@ def wait_for(condition, what, patience=PATIENCE):
             return result
         if time.monotonic() > deadline:
             raise AssertionError(f"not within {patience} seconds: {what}")
-        time.sleep(0.05)
+        time.sleep(0.03)
 
 
 class Display:
-    """An X server without a screen, and a window manager on it."""
+    """An X server without a screen, and a window manager on it. Without XTEST nobody can type but by AT-SPI."""
 
-    def __init__(self):
+    def __init__(self, size="1280x860", can_type=True):
         reading, writing = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-noreset", "-nolisten", "tcp", "-screen", "0", "1280x860x24"],
+            ["Xvfb", "-displayfd", str(writing), "-noreset", "-nolisten", "tcp", "-screen", "0", f"{size}x24",
+             *([] if can_type else ["-extension", "XTEST"])],
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as pipe:
@@ -53,17 +56,64 @@ class Display:
             process.wait()
 
     @staticmethod
-    def picture(file):
-        subprocess.run(["import", "-window", "root", str(file)], check=False)
+    def picture(file, area=None):
+        """The display without its empty edges, or the rectangle of it that `area` names as in "1020x680+10+20"."""
+        part = ["-crop", area] if area else ["-trim"]
+        subprocess.run(["import", "-window", "root", *part, "+repage", str(file)], check=False)
+
+
+# Keys and pointer
+
+
+def xdotool(*words):
+    subprocess.run(["xdotool", *map(str, words)], check=True)
 
 
 def press(*keys):
-    subprocess.run(["xdotool", "key", "--clearmodifiers", *keys], check=True)
+    xdotool("key", "--clearmodifiers", *keys)
 
 
 def type_text(text):
     """Types what a US keyboard has."""
-    subprocess.run(["xdotool", "type", "--delay", "15", text], check=True)
+    xdotool("type", "--delay", "15", text)
+
+
+def point_at(node, from_left=0.5):
+    """Moves the pointer onto the node, `from_left` of its width from its left edge."""
+    x, y = place_of(node, from_left)
+    xdotool("mousemove", x, y)
+
+
+def click(node, button=1, times=1, from_left=0.5):
+    x, y = place_of(node, from_left)
+    xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 40, button)
+
+
+def click_with(key, node):
+    """Clicks while a key is held."""
+    x, y = place_of(node)
+    xdotool("mousemove", x, y, "keydown", key, "click", 1, "keyup", key)
+
+
+def drag(node, target, drop=True):
+    """Drags in steps, as a hand does: what moves at once is no drag. Without `drop` the button stays down."""
+    x, y = place_of(node)
+    end_x, end_y = place_of(target)
+    xdotool("mousemove", x, y, "mousedown", 1)
+    for step in range(1, 11):
+        xdotool("mousemove", "--sync", x + (end_x - x) * step // 10, y + (end_y - y) * step // 10)
+    if drop:
+        xdotool("mouseup", 1)
+
+
+def place_of(node, from_left=0.5):
+    """The node's middle in the display's own pixels."""
+    area = node.get_extents(Atspi.CoordType.SCREEN)
+    scale = float(os.environ.get("QT_SCALE_FACTOR", "1"))
+    return int((area.x + area.width * from_left) * scale), int((area.y + area.height / 2) * scale)
+
+
+# Nodes of the accessible tree
 
 
 def set_text(field, text):
@@ -71,10 +121,48 @@ def set_text(field, text):
     Atspi.EditableText.set_text_contents(field, text)
 
 
-def click(node):
-    area = node.get_extents(Atspi.CoordType.SCREEN)
-    subprocess.run(["xdotool", "mousemove", str(area.x + area.width // 2), str(area.y + area.height // 2), "click", "1"],
-                   check=True)
+def text_of(field):
+    return Atspi.Text.get_text(field, 0, -1)
+
+
+def has_state(node, state):
+    return node.get_state_set().contains(state)
+
+
+def is_enabled(node):
+    return has_state(node, Atspi.StateType.ENABLED)
+
+
+def is_checked(node):
+    return has_state(node, Atspi.StateType.CHECKED)
+
+
+def act(node):
+    """Does what a screen reader's user does with a control: its first action."""
+    wait_for(lambda: is_enabled(node), f"{node.get_name()} to be enabled")
+    try:
+        node.do_action(0)
+    except GLib.Error:
+        pass  # a dialogue that the action opens holds its answer back
+
+
+def children_of(node):
+    return [child for child in map(node.get_child_at_index, range(node.get_child_count())) if child]
+
+
+def tree_as_text(node, depth=0):
+    """The accessible tree, a line a node, for whoever has to find out what went wrong."""
+    states = node.get_state_set()
+    marks = "".join(letter for letter, state in (("S", Atspi.StateType.SHOWING), ("E", Atspi.StateType.ENABLED),
+                                                 ("f", Atspi.StateType.FOCUSABLE), ("F", Atspi.StateType.FOCUSED),
+                                                 ("C", Atspi.StateType.CHECKED), ("s", Atspi.StateType.SELECTED))
+                    if states.contains(state))
+    line = f"{'  ' * depth}{node.get_role_name()} {node.get_name()!r} {node.get_description()!r} {marks}\n"
+    return line + "".join(tree_as_text(child, depth + 1) for child in children_of(node))
+
+
+def matches(name, wanted):
+    return wanted.search(name) is not None if isinstance(wanted, re.Pattern) else name == wanted
 
 
 class Program:
@@ -105,10 +193,16 @@ class Program:
                 return application
         return None
 
+    def has_ended(self):
+        return self._process.poll() is not None
+
+    def wait_for_end(self):
+        return self._process.wait(PATIENCE)
+
     def end(self, how=subprocess.Popen.terminate):
         """Asks the process to end; its exit code."""
         how(self._process)
-        return self._process.wait(PATIENCE)
+        return self.wait_for_end()
 
     def stop(self):
         if self._process and self._process.poll() is None:
@@ -118,45 +212,65 @@ class Program:
 
     # What is in the window.
 
-    def nodes(self, role=None, name=None):
-        """Every node that shows, by role and name where they are given."""
+    def nodes(self, role=None, name=None, within=None):
+        """Every node that shows, in the tree's order, by role and by name (a text or a pattern) where they are given."""
         found = []
-        waiting = [self.window]
+        waiting = [within or self.window]
         while waiting:
             node = waiting.pop()
             if node is None:
                 continue
-            states = node.get_state_set()
-            is_shown = states.contains(Atspi.StateType.SHOWING) or node.get_role_name() in ("application", "list item")
-            if not is_shown:
+            own_role = node.get_role_name()
+            if not has_state(node, Atspi.StateType.SHOWING) and own_role not in ("application", "list item"):
                 continue
-            if (role is None or node.get_role_name() == role) and (name is None or node.get_name() == name):
+            if (role is None or own_role == role) and (name is None or matches(node.get_name(), name)):
                 found.append(node)
-            waiting.extend(node.get_child_at_index(index) for index in reversed(range(node.get_child_count())))
+            waiting.extend(reversed(children_of(node)))
         return found
 
-    def node(self, role, name):
-        return wait_for(lambda: next(iter(self.nodes(role, name)), None), f"a {role} named {name}")
+    def node(self, role, name, within=None):
+        return wait_for(lambda: next(iter(self.nodes(role, name, within)), None), f"a {role} named {name}")
 
     def is_gone(self, role, name):
         return wait_for(lambda: not self.nodes(role, name), f"no {role} named {name} any more")
 
     def focused(self):
-        return next((node for node in self.nodes() if node.get_state_set().contains(Atspi.StateType.FOCUSED)), None)
+        return next((node for node in self.nodes() if has_state(node, Atspi.StateType.FOCUSED)), None)
 
     def focus_is_on(self, name):
         return wait_for(lambda: (self.focused() or self.window).get_name() == name, f"the focus on {name}")
 
     def rows(self, name):
         """The names of a list's rows, in order."""
-        rows = self.node("list", name)
-        return [rows.get_child_at_index(index).get_name() for index in range(rows.get_child_count())]
+        return [row.get_name() for row in children_of(self.node("list", name))]
 
     def row(self, list_name, name):
         rows = self.node("list", list_name)
-        return wait_for(lambda: next((row for row in map(rows.get_child_at_index, range(rows.get_child_count()))
-                                      if row.get_name() == name), None), f"a row {name}")
+        return wait_for(lambda: next((row for row in children_of(rows) if matches(row.get_name(), name)), None),
+                        f"a row {name}")
 
-    def push(self, name):
-        button = self.node("push button", name) if self.nodes("push button", name) else self.node("button", name)
-        wait_for(lambda: button.do_action(0), f"{name} to be pushed")
+    def button(self, name, within=None):
+        """A push button that shows."""
+        return self.node("push button", name, within)
+
+    def push(self, name, within=None):
+        act(self.button(name, within))
+
+    def menu_item(self, *path):
+        """An item of the menu bar, whether its menu is open or not: "Dosya", "Kaydet"."""
+        def find():
+            place = next(iter(self.nodes("menu bar")), None)
+            for name in path:
+                places = children_of(place)
+                # The items of a menu stand in its popup.
+                if [each.get_role_name() for each in places] == ["popup menu"]:
+                    places = children_of(places[0])
+                place = next((each for each in places if matches(each.get_name(), name)), None)
+                if place is None:
+                    return None
+            return place
+        return wait_for(find, f"the menu item {' > '.join(map(str, path))}")
+
+    def choose(self, *path):
+        """Chooses an item of the menu bar."""
+        act(self.menu_item(*path))
