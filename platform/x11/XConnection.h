@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+
+#include <xcb/xcb.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// A connection to the X server beside Qt's, whose events Qt's loop tells. If it breaks, there are no more answers and
+/// no more events, and nothing else happens.
+class XConnection final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Connects to the display of the environment; null where that fails. Needs Qt's loop.
+    [[nodiscard]] static std::unique_ptr<XConnection> connected();
+
+    [[nodiscard]] xcb_connection_t* get() const noexcept { return m_connection.get(); }
+    [[nodiscard]] xcb_window_t root() const noexcept { return m_root; }
+    [[nodiscard]] bool isOpen() const;
+
+    /// The atom of a name, which the server knows from then on.
+    [[nodiscard]] xcb_atom_t atom(std::string_view name);
+
+    /// Returns when the server has done all that was asked of it; what it told meanwhile has been received.
+    void roundTrip();
+
+    /// Sends what is waiting, and tells the events that have come.
+    void drain();
+
+signals:
+    /// An event, told to all who care: an answer that one of them waits for brings along the events of others.
+    void received(const xcb_generic_event_t& event);
+
+private:
+    struct Disconnect {
+        void operator()(xcb_connection_t* connection) const noexcept { xcb_disconnect(connection); }
+    };
+    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+    XConnection(Connection connection, int screen);
+
+    Connection m_connection;
+    xcb_window_t m_root;
+    std::map<std::string, xcb_atom_t, std::less<>> m_atoms;
+    QSocketNotifier m_readable;  // goes before the connection
+};
