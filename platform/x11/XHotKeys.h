@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/platform/HotKeys.h"
+#include "platform/x11/HotKeyState.h"
+#include "platform/x11/ModifierBits.h"
+#include "platform/x11/XConnection.h"
+
+#include <QTimer>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// Combinations of keys that are grabbed from the X server, by the key's place on the keyboard: Command is Ctrl, Option
+/// is Alt, Control is Super. NumLock and Caps Lock make no difference.
+///
+/// A connection of its own keeps the presses apart from the program's other traffic. If it breaks, no press is told
+/// any more, and nothing else happens.
+class XHotKeys final : public HotKeys {
+public:
+    /// Connects to the display of the environment; null where that fails. `state` outlives the hot keys. Needs Qt's
+    /// loop.
+    [[nodiscard]] static std::unique_ptr<XHotKeys> connected(HotKeyState& state);
+    ~XHotKeys() override;
+
+    bool installHandler(std::function<void(Identifier)> pressed) override;
+    void removeHandler() override;
+    [[nodiscard]] bool registerHotKey(const HotKey& hotKey, Identifier identifier) override;
+    void unregisterHotKey(Identifier identifier) override;
+
+private:
+    struct Combination {
+        Identifier identifier;
+        HotKey hotKey;
+        xcb_keycode_t keycode;
+    };
+
+    XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state);
+
+    [[nodiscard]] bool hasKey(std::uint32_t keycode) const;
+    [[nodiscard]] bool isDown(xcb_keycode_t keycode);
+
+    [[nodiscard]] bool grab(const Combination& combination);
+    void ungrab(const Combination& combination);
+    void grabAnew();
+
+    void take(const xcb_generic_event_t& event);
+    void keyPressed(const xcb_key_press_event_t& event);
+    void keyReleased(xcb_keycode_t keycode);
+    void waitForRelease(xcb_keycode_t keycode);
+    void tellState();
+
+    std::unique_ptr<XConnection> m_connection;
+    HotKeyState& m_state;
+    ModifierBits m_bits;
+    std::vector<Combination> m_combinations;
+    std::function<void(Identifier)> m_pressed;
+    xcb_keycode_t m_heldKey = 0;  // whose press counts no more until it is released; 0 when none
+    QTimer m_untilReleased;       // of a key whose release is told to others
+};
