@@ -13,6 +13,9 @@ namespace EntryIcon {
 /// The symbol's name; "key.fill" for every number that has none of its own.
 [[nodiscard]] QString symbol(std::int64_t iconID);
 
+/// What the drawing shows, in a word or two.
+[[nodiscard]] QString name(std::int64_t iconID);
+
 [[nodiscard]] QColor tint(std::int64_t iconID);
 
 /// The numbers to choose from: 0, then those with a symbol of their own, ascending.

@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/ui/Commands.h"
 #include "app/ui/MainView.h"
+#include "app/ui/RouteSheet.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/IconTile.h"
@@ -20,6 +21,7 @@ MainWindow::MainWindow(const Environment& environment)
       m_mainView(new MainView(environment, *m_commands)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
+    new RouteSheet(environment, m_screens, this);
     connectState();
     showScreen();
 }

@@ -20,6 +20,15 @@ void roundedBox(QPainter& painter, const QRectF& box, double radius, const QColo
     painter.restore();
 }
 
+void shadow(QPainter& painter, const QRectF& panel, double radius, int width, int drop, double strength) {
+    // Layers that lie over one another are the darker, the nearer to the panel.
+    for (int i = width; i > 0; i -= 2) {
+        const double share = 1.0 - double(i) / width;
+        roundedBox(painter, panel.adjusted(-i, -i + drop, i, i + drop), radius + i,
+                   Palette::withOpacity(Qt::black, 0.06 * share * strength));
+    }
+}
+
 void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orientation orientation,
               const QColor& colour) {
     const QSizeF size =

@@ -11,6 +11,9 @@ namespace Painting {
 /// A filled rounded rectangle with a hairline inside its edge. An invalid colour is left out.
 void roundedBox(QPainter& painter, const QRectF& box, double radius, const QColor& fill, const QColor& outline = {});
 
+/// The soft shadow of a raised panel: `width` points around it, and moved down by `drop`. Strength is from 0 to 1.
+void shadow(QPainter& painter, const QRectF& panel, double radius, int width, int drop, double strength = 1);
+
 /// A line one device-independent point high, on whole device pixels.
 void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orientation orientation, const QColor& colour);
 

@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -25,13 +26,18 @@ void leavePrimarySelection(const QLineEdit& field) {
         clipboard->setText(QString(), QClipboard::Selection);
 }
 
+/// Overwrites the letters that a field holds, which it shares with the text that it gives away.
+void overwrite(const QString& shared) {
+    if (shared.capacity() > 0)  // a literal, which lies in read-only memory, has none
+        std::fill_n(const_cast<QChar*>(shared.constData()), shared.size(), QChar());
+}
+
 }  // namespace
 
 SecretField::SecretField(const QString& name, QWidget* parent)
     : TextField(name, parent), m_eye(new IconButton(QStringLiteral("eye"), tr("Göster"), this)) {
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     setDragEnabled(false);
-    setTrailingRoom(eyeSide);
     m_eye->setSides(eyeSide, eyeSymbol);
     connect(m_eye, &IconButton::clicked, this, [this] { setRevealed(!m_isRevealed); });
     showRevealed();
@@ -51,14 +57,25 @@ void SecretField::setRevealed(bool isRevealed) {
 }
 
 void SecretField::setSecret(const QString& secret) {
-    // Setting a text, other than typing over it, drops the undo history. The first one overwrites as many letters.
-    setText(QString(text().size(), QLatin1Char('\0')));
-    setText(secret);
+    overwrite(text());
+    setText(secret);  // which drops the undo history, other than typing over it
+}
+
+std::string SecretField::secret() const {
+    return text().toStdString();
+}
+
+void SecretField::setMasking(bool isMasking) {
+    m_isMasking = isMasking;
+    m_isRevealed = false;
+    showRevealed();
 }
 
 void SecretField::showRevealed() {
-    setEchoMode(m_isRevealed ? QLineEdit::Normal : QLineEdit::Password);
-    setMono(m_isRevealed);
+    setEchoMode(m_isRevealed || !m_isMasking ? QLineEdit::Normal : QLineEdit::Password);
+    setMono(m_isRevealed && m_isMasking);
+    setTrailingRoom(m_isMasking ? eyeSide : 0);
+    m_eye->setVisible(m_isMasking);
     m_eye->setSymbol(m_isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
     m_eye->setTip(m_isRevealed ? tr("Gizle") : tr("Göster"));
 }

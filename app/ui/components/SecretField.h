@@ -3,6 +3,8 @@
 
 #include "app/ui/components/TextField.h"
 
+#include <string>
+
 class IconButton;
 
 /// A text field for a secret, with an eye at its end that shows and hides it.
@@ -19,6 +21,11 @@ public:
 
     /// Replaces the text and forgets the former one, its undo history included.
     void setSecret(const QString& secret);
+    /// The text for the vault. The caller wipes it.
+    [[nodiscard]] std::string secret() const;
+
+    /// Whether the text is masked at all: one that is no secret shows, and there is no eye.
+    void setMasking(bool isMasking);
 
 signals:
     void revealedChanged(bool isRevealed);
@@ -34,4 +41,5 @@ private:
 
     IconButton* m_eye;
     bool m_isRevealed = false;
+    bool m_isMasking = true;
 };

@@ -7,13 +7,14 @@
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Motion.h"
 #include "app/ui/components/Painting.h"
+#include "app/ui/components/TabStops.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QScrollArea>
-#include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
 
@@ -24,31 +25,84 @@ constexpr int margin = 24;        // least distance of a sheet from the window's
 constexpr int rise = 8;           // points that a sheet comes up while it fades in
 constexpr double dimming = 0.55;  // of the backdrop
 constexpr int shadowWidth = 28;
-
-void paintShadow(QPainter& painter, const QRectF& card, double strength) {
-    for (int i = shadowWidth; i > 0; i -= 2) {
-        const double share = 1.0 - double(i) / shadowWidth;
-        Painting::roundedBox(painter, card.adjusted(-i, -i + 6, i, i + 6), Radius::panel + i,
-                             Palette::withOpacity(Qt::black, 0.06 * share * strength));
-    }
-}
+constexpr int shadowDrop = 6;
 
 }  // namespace
 
+SheetCard::SheetCard(QSize smallest, QSize ideal, QWidget* parent)
+    : QWidget(parent), m_smallest(smallest), m_ideal(ideal) {
+    setFocusPolicy(Qt::NoFocus);
+}
+
+SheetCard::SheetCard(QWidget* content, QSize size) : SheetCard(size, size) {
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(Metric::xl, Metric::xl, Metric::xl, Metric::xl);
+    column->addWidget(content);
+}
+
+void SheetCard::setSizes(QSize smallest, QSize ideal) {
+    m_smallest = smallest;
+    m_ideal = ideal;
+    updateGeometry();
+}
+
+void SheetCard::setConfirmEnabled(bool isEnabled) {
+    if (std::exchange(m_isConfirmEnabled, isEnabled) != isEnabled)
+        emit confirmEnabledChanged(isEnabled);
+}
+
+void SheetCard::setFirstField(QWidget* field) {
+    m_firstField = field;
+}
+
+QWidget* SheetCard::firstField() const {
+    return m_firstField ? m_firstField.data() : TabStops::first(*this);
+}
+
+void SheetCard::orderTabs() {
+    TabStops::orderAsRead(*this);
+}
+
+void SheetCard::confirm() {
+    if (m_isConfirmEnabled)
+        emit confirmed();
+}
+
+void SheetCard::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::roundedBox(painter, rect(), Radius::panel, Palette::elevated, Palette::line);
+}
+
+void SheetCard::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        return emit cancelled();
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return QWidget::keyPressEvent(event);
+    auto* const button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (button != nullptr && !button->isCheckable() && !event->modifiers().testFlag(Qt::ControlModifier))
+        button->click();
+    else
+        confirm();
+}
+
 SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, const QString& confirmTitle,
                              QWidget* parent)
-    : QWidget(parent),
+    : SheetCard({380, 320}, {560, 640}, parent),
       m_title(new TextLabel(title, BrandFont::sheetTitle(), Palette::text, this)),
       m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft, this)),
       m_scroll(new QScrollArea(this)),
       m_content(new QVBoxLayout),
-      m_cancel(new Button(cancelTitle, Button::Variant::secondary, this)),
+      m_cancel(new Button(cancelTitle, Button::Variant::ghost, this)),
       m_confirm(new Button(confirmTitle, Button::Variant::primary, this)) {
     setAccessibleName(title);
-    setFocusPolicy(Qt::NoFocus);
     arrange();
     connect(m_cancel, &Button::clicked, this, &SheetScaffold::cancelled);
     connect(m_confirm, &Button::clicked, this, &SheetScaffold::confirmed);
+    connect(this, &SheetScaffold::confirmEnabledChanged, m_confirm, &Button::setEnabled);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) {
+        if (focus != nullptr && m_scroll->widget()->isAncestorOf(focus))
+            m_scroll->ensureWidgetVisible(focus, 0, Metric::xxl);
+    });
 }
 
 void SheetScaffold::arrange() {
@@ -86,9 +140,6 @@ void SheetScaffold::arrange() {
     column->addWidget(m_scroll, 1);
     column->addWidget(new HairlineDivider(Qt::Horizontal, this));
     column->addWidget(footerBox);
-    // Forms first, ways out last.
-    setTabOrder(m_scroll, m_cancel);
-    setTabOrder(m_cancel, m_confirm);
 }
 
 void SheetScaffold::setSubtitle(const QString& subtitle) {
@@ -100,28 +151,9 @@ void SheetScaffold::setConfirmTitle(const QString& title) {
     m_confirm->setText(title);
 }
 
-void SheetScaffold::setConfirmEnabled(bool isEnabled) {
-    m_confirm->setEnabled(isEnabled);
-}
-
-void SheetScaffold::setSizes(QSize smallest, QSize ideal) {
-    m_smallest = smallest;
-    m_ideal = ideal;
-    updateGeometry();
-}
-
-void SheetScaffold::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    Painting::roundedBox(painter, rect(), Radius::panel, Palette::elevated, Palette::line);
-}
-
-void SheetScaffold::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        emit cancelled();
-    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_confirm->isEnabled())
-        emit confirmed();
-    else
-        QWidget::keyPressEvent(event);
+void SheetScaffold::reveal(QWidget* part) {
+    // A part that was added just now has its place once the layouts have run.
+    QTimer::singleShot(0, part, [this, part] { m_scroll->ensureWidgetVisible(part, 0, Metric::xl); });
 }
 
 SheetHost::SheetHost(QWidget* below, QWidget* parent)
@@ -139,10 +171,12 @@ SheetHost::SheetHost(QWidget* below, QWidget* parent)
 
 void SheetHost::present(QWidget* sheet) {
     const bool isFirst = m_sheet == nullptr;
-    if (isFirst)
-        m_formerFocus = QApplication::focusWidget();
-    else
+    if (isFirst) {
+        m_formerFocus = window()->focusWidget();
+    } else {
+        m_sheet->hide();
         m_sheet->deleteLater();
+    }
     m_sheet = sheet;
     sheet->setParent(this);
     if (m_below)
@@ -152,15 +186,19 @@ void SheetHost::present(QWidget* sheet) {
     show();
     placeSheet();
     sheet->show();
-    // The first field, in the order of Tab.
-    for (auto* next = sheet->nextInFocusChain(); next != sheet; next = next->nextInFocusChain())
-        if (sheet->isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() &&
-            next->isVisible()) {
-            next->setFocus(Qt::OtherFocusReason);
-            break;
-        }
+    focusFirstField();
     if (isFirst)
         fadeTo(1);
+}
+
+void SheetHost::focusFirstField() {
+    auto* field = TabStops::first(*m_sheet);
+    if (auto* const card = qobject_cast<SheetCard*>(m_sheet)) {
+        card->orderTabs();
+        field = card->firstField();
+    }
+    if (field != nullptr)
+        field->setFocus(Qt::OtherFocusReason);
 }
 
 void SheetHost::dismiss() {
@@ -171,12 +209,18 @@ void SheetHost::dismiss() {
     m_sheet = nullptr;
     if (m_below)
         m_below->setEnabled(true);
-    if (m_formerFocus)
-        m_formerFocus->setFocus(Qt::OtherFocusReason);
+    giveFocusBack();
     fadeTo(0, [this] {
         if (!m_sheet)
             hide();
     });
+}
+
+void SheetHost::giveFocusBack() {
+    // What had the focus may be on a screen that shows no longer.
+    if (m_formerFocus && m_formerFocus->isVisible())
+        m_formerFocus->setFocus(Qt::OtherFocusReason);
+    m_formerFocus = nullptr;
 }
 
 void SheetHost::fadeTo(double opacity, std::function<void()> then) {
@@ -203,11 +247,15 @@ void SheetHost::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Palette::withOpacity(Qt::black, dimming * m_shown));
     if (m_sheet)
-        paintShadow(painter, m_sheet->geometry(), m_shown);
+        Painting::shadow(painter, m_sheet->geometry(), Radius::panel, shadowWidth, shadowDrop, m_shown);
 }
 
 void SheetHost::mousePressEvent(QMouseEvent*) {
     // The backdrop takes clicks, so that none reaches what lies below.
+}
+
+bool SheetHost::focusNextPrevChild(bool next) {
+    return m_sheet && TabStops::move(*m_sheet, next);
 }
 
 bool SheetHost::eventFilter(QObject* watched, QEvent* event) {

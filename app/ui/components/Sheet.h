@@ -12,31 +12,64 @@ class QVariantAnimation;
 class QVBoxLayout;
 class TextLabel;
 
-/// A sheet's card: a heading, a form that scrolls, and a bar with the two ways out. Return confirms, Escape cancels.
-class SheetScaffold : public QWidget {
+/// A sheet's ground: a raised card that Return confirms and Escape cancels. Return on a button presses the button, and
+/// in a field of several lines begins a line; with Ctrl it confirms wherever the focus is.
+class SheetCard : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `smallest` is what it shrinks to in a small window, `ideal` what it is where there is room; in points.
+    SheetCard(QSize smallest, QSize ideal, QWidget* parent = nullptr);
+    /// A card of one size that holds one view, which it takes.
+    SheetCard(QWidget* content, QSize size);
+
+    void setSizes(QSize smallest, QSize ideal);
+    [[nodiscard]] QSize sizeHint() const override { return m_ideal; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return m_smallest; }
+
+    /// Whether there is anything to confirm now.
+    void setConfirmEnabled(bool isEnabled);
+
+    /// The field that has the focus at first; else the first stop of Tab does.
+    void setFirstField(QWidget* field);
+    [[nodiscard]] QWidget* firstField() const;
+
+    /// Lets Tab walk the card as it is read, after controls have been added or have moved.
+    void orderTabs();
+
+signals:
+    void cancelled();
+    void confirmed();
+    void confirmEnabledChanged(bool isEnabled);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void confirm();
+
+    QSize m_smallest;
+    QSize m_ideal;
+    QPointer<QWidget> m_firstField;
+    bool m_isConfirmEnabled = true;
+};
+
+/// The frame of the sheets that have a form: a heading, the form, which scrolls, and a bar with the two ways out.
+class SheetScaffold : public SheetCard {
     Q_OBJECT
 
 public:
     SheetScaffold(const QString& title, const QString& cancelTitle, const QString& confirmTitle,
                   QWidget* parent = nullptr);
 
+    /// The line under the title; an empty one takes no room.
     void setSubtitle(const QString& subtitle);
     void setConfirmTitle(const QString& title);
-    void setConfirmEnabled(bool isEnabled);
     /// Where the form goes, cards one under the other, 12 apart.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
-    /// The smallest and the preferred size of the card, in points.
-    void setSizes(QSize smallest, QSize ideal);
-    [[nodiscard]] QSize sizeHint() const override { return m_ideal; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return m_smallest; }
-
-signals:
-    void cancelled();
-    void confirmed();
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    /// Scrolls until this part of the form shows.
+    void reveal(QWidget* part);
 
 private:
     void arrange();
@@ -47,12 +80,10 @@ private:
     QVBoxLayout* m_content;
     Button* m_cancel;
     Button* m_confirm;
-    QSize m_smallest{380, 320};
-    QSize m_ideal{560, 640};
 };
 
 /// The place above a window's content where sheets appear: a dimmed backdrop and a card in its middle. What lies below
-/// is disabled while a sheet shows, and gets the focus back when it goes.
+/// is disabled while a sheet shows, Tab stays within the sheet, and the focus goes back when the sheet does.
 class SheetHost : public QWidget {
     Q_OBJECT
 
@@ -70,9 +101,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void placeSheet();
+    void focusFirstField();
+    void giveFocusBack();
     void fadeTo(double opacity, std::function<void()> then = {});
 
     QPointer<QWidget> m_below;

@@ -10,8 +10,17 @@ class TextArea : public QPlainTextEdit {
 public:
     explicit TextArea(const QString& name, QWidget* parent = nullptr);
 
+    /// Sets and gives the text as it stands. A document of Qt's knows one kind of line end and one of blank only, so
+    /// the text comes back to the letter as long as nobody has typed in it, and with line feeds once somebody has.
+    void setWholeText(const QString& text);
+    [[nodiscard]] QString wholeText() const;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QString m_givenText;
 };

@@ -6,6 +6,8 @@
 
 #include <QPainter>
 
+#include <limits>
+
 namespace {
 
 constexpr int largeHeight = 38;
@@ -15,6 +17,7 @@ constexpr int largeHeight = 38;
 TextField::TextField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setAccessibleName(name);
     setFrame(false);
+    setMaxLength(std::numeric_limits<int>::max());  // Qt's own limit would cut a long text of a vault off
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     QPalette colours = palette();
     colours.setColor(QPalette::Base, Qt::transparent);

@@ -27,6 +27,11 @@ Toggle::Toggle(const QString& text, QWidget* parent) : QCheckBox(text, parent), 
     connect(this, &Toggle::toggled, this, &Toggle::slide);
 }
 
+void Toggle::setSide(Side side) {
+    m_side = side;
+    update();
+}
+
 void Toggle::slide(bool isOn) {
     m_motion->stop();
     if (!isVisible() || Motion::isReduced()) {
@@ -54,13 +59,16 @@ void Toggle::paintEvent(QPaintEvent*) {
         painter.setOpacity(0.4);
     painter.setFont(font());
     painter.setPen(Palette::text);
-    const QRect words =
-        QStyle::visualRect(layoutDirection(), rect(), QRect(0, 0, width() - track.width() - Metric::m, height()));
+    const int rest = width() - track.width() - Metric::m;
+    const bool isLeading = m_side == Side::leading;
+    const auto placed = [&](int left, QSize size) {
+        return QStyle::visualRect(layoutDirection(), rect(), QRect({left, (height() - size.height()) / 2}, size));
+    };
+    const QRect words = placed(isLeading ? width() - rest : 0, {rest, height()});
     painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
                      fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
 
-    const QRect box = QStyle::visualRect(
-        layoutDirection(), rect(), QRect(QPoint(width() - track.width(), (height() - track.height()) / 2), track));
+    const QRect box = placed(isLeading ? 0 : width() - track.width(), track);
     Painting::roundedBox(painter, box, Radius::pill, Palette::canvas, Palette::lineStrong);
     if (m_position > 0) {
         painter.save();

@@ -5,12 +5,17 @@
 
 class QVariantAnimation;
 
-/// A switch with its text before it.
+/// A switch with its text before it or behind it.
 class Toggle : public QCheckBox {
     Q_OBJECT
 
 public:
+    /// Where the switch stands: at the end of the line, or at its beginning with the text right behind it.
+    enum class Side : bool { trailing, leading };
+
     explicit Toggle(const QString& text, QWidget* parent = nullptr);
+
+    void setSide(Side side);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -23,5 +28,6 @@ private:
     void slide(bool isOn);
 
     QVariantAnimation* m_motion;
+    Side m_side = Side::trailing;
     double m_position = 0;  // of the knob, 0 off to 1 on
 };

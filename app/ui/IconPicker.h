@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAbstractButton>
+
+#include <cstdint>
+
+class Popover;
+
+/// The button that shows an icon and opens the choice of all others beneath it.
+class IconPicker : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    explicit IconPicker(std::int64_t iconID, QWidget* parent = nullptr);
+
+    [[nodiscard]] std::int64_t iconID() const noexcept { return m_iconID; }
+    void setIconID(std::int64_t iconID);
+
+    /// Whether the choice is open.
+    [[nodiscard]] bool isExpanded() const noexcept { return m_popover != nullptr; }
+    void expand();
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+signals:
+    void iconIDChanged(std::int64_t iconID);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makeGrid(Popover& popover);
+
+    std::int64_t m_iconID;
+    Popover* m_popover = nullptr;
+};

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Popover.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Painting.h"
+#include "app/ui/components/TabStops.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int gap = 6;           // between the control and the panel
+constexpr int windowMargin = 8;  // least distance of the panel from the window's edges
+constexpr int shadowWidth = 20;
+constexpr int shadowDrop = 4;
+
+}  // namespace
+
+Popover::Popover(const QString& name, QWidget* anchor)
+    : QWidget(anchor->window()), m_anchor(anchor), m_panel(new QWidget(this)), m_content(new QVBoxLayout(m_panel)) {
+    hide();
+    m_panel->setAccessibleName(name);
+    m_content->setContentsMargins(Metric::m, Metric::m, Metric::m, Metric::m);
+    m_content->setSpacing(Metric::s);
+    m_anchor->installEventFilter(this);
+    window()->installEventFilter(this);
+    connect(anchor, &QObject::destroyed, this, &QObject::deleteLater);
+}
+
+void Popover::open(QWidget* first) {
+    place();
+    raise();
+    show();
+    TabStops::orderAsRead(*m_panel);
+    first->setFocus(Qt::PopupFocusReason);
+}
+
+void Popover::close() {
+    if (isHidden())
+        return;
+    hide();
+    if (m_anchor && m_anchor->isVisible())
+        m_anchor->setFocus(Qt::PopupFocusReason);
+    emit closed();
+}
+
+void Popover::place() {
+    const QRect room = window()->rect();
+    setGeometry(room);
+    m_panel->resize(m_panel->sizeHint());
+    const QRect anchor(m_anchor->mapTo(window(), QPoint()), m_anchor->size());
+    const int below = anchor.bottom() + 1 + gap;
+    const int above = anchor.top() - gap - m_panel->height();
+    const bool fitsBelow = below + m_panel->height() + windowMargin <= room.height();
+    const QPoint wished(layoutDirection() == Qt::RightToLeft ? anchor.right() + 1 - m_panel->width() : anchor.left(),
+                        fitsBelow || above < windowMargin ? below : above);
+    const QPoint last(room.width() - windowMargin - m_panel->width(), room.height() - windowMargin - m_panel->height());
+    m_panel->move(std::clamp(wished.x(), windowMargin, std::max(windowMargin, last.x())),
+                  std::clamp(wished.y(), windowMargin, std::max(windowMargin, last.y())));
+}
+
+void Popover::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QRectF panel = m_panel->geometry();
+    Painting::shadow(painter, panel, Radius::card, shadowWidth, shadowDrop);
+    Painting::roundedBox(painter, panel, Radius::card, Palette::elevated, Palette::lineStrong);
+}
+
+void Popover::mousePressEvent(QMouseEvent* event) {
+    if (!m_panel->geometry().contains(event->pos()))
+        close();
+}
+
+void Popover::keyPressEvent(QKeyEvent* event) {
+    // Nothing goes on to the sheet below, which would take Escape and Return for its own.
+    if (event->key() == Qt::Key_Escape)
+        close();
+}
+
+bool Popover::focusNextPrevChild(bool next) {
+    return TabStops::move(*m_panel, next);
+}
+
+bool Popover::eventFilter(QObject* watched, QEvent* event) {
+    if (isVisible() && watched == m_anchor && event->type() == QEvent::Hide)
+        close();
+    else if (isVisible() && watched == window() && event->type() == QEvent::Resize)
+        place();
+    return false;
+}
