@@ -25,14 +25,14 @@ function(brenvik_library name)
     target_link_libraries(${name} PUBLIC brenvik-options ${ARG_LIBRARIES})
 endfunction()
 
-# brenvik_test(NAME SOURCES… LIBRARIES…): one folder of tests, each test known to ctest by its own name.
+# brenvik_test(NAME SOURCES… LIBRARIES… [LABELS…]): one folder of tests, each test known to ctest by its own name.
 # Tests are not optimised: what they call is.
 function(brenvik_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;LABELS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE brenvik-options ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
     target_compile_options(${name} PRIVATE -O0 -U_FORTIFY_SOURCE)
     target_compile_definitions(${name} PRIVATE BRENVIK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
     target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <string> <vector> <optional>)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 600)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 600 LABELS "${ARG_LABELS}")
 endfunction()

@@ -20,13 +20,24 @@ constexpr int releasePollMilliseconds = 30;
 
 // Otherwise a key that is held looks like one that is pressed again and again.
 void tellRepeatsFromPresses(xcb_connection_t* connection) {
-    const auto request = xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
-    const XAnswer<xcb_xkb_use_extension_reply_t> extension(xcb_xkb_use_extension_reply(connection, request, nullptr));
-    if (!extension || !extension->supported)
-        return;
     constexpr auto flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     const XAnswer<xcb_xkb_per_client_flags_reply_t> flags(xcb_xkb_per_client_flags_reply(
         connection, xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr));
+}
+
+// A client of the extension gets no MappingNotify.
+void selectChangesOfKeyboard(xcb_connection_t* connection) {
+    constexpr auto events = XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY;
+    constexpr auto parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(connection, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+    xcb_flush(connection);
+}
+
+/// Whether the server speaks XKB with us; it must be asked before any other request of the extension.
+bool usesKeyboardExtension(xcb_connection_t* connection) {
+    const auto request = xcb_xkb_use_extension(connection, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
+    const XAnswer<xcb_xkb_use_extension_reply_t> extension(xcb_xkb_use_extension_reply(connection, request, nullptr));
+    return extension && extension->supported;
 }
 
 /// The modifiers of a combination as bits of a key event's state; nothing where the keyboard lacks one of them.
@@ -60,7 +71,7 @@ std::unique_ptr<XHotKeys> XHotKeys::connected(HotKeyState& state) {
 
 XHotKeys::XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state)
     : m_connection(std::move(connection)), m_state(state), m_bits(ModifierBits::of(m_connection->get())) {
-    tellRepeatsFromPresses(m_connection->get());
+    useKeyboardExtension();
     m_untilReleased.setInterval(releasePollMilliseconds);
     QObject::connect(&m_untilReleased, &QTimer::timeout, &m_untilReleased, [this] {
         if (!isDown(m_heldKey))
@@ -68,6 +79,15 @@ XHotKeys::XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state)
     });
     QObject::connect(m_connection.get(), &XConnection::received, &m_untilReleased,
                      [this](const xcb_generic_event_t& event) { take(event); });
+}
+
+void XHotKeys::useKeyboardExtension() {
+    auto* const connection = m_connection->get();
+    if (!usesKeyboardExtension(connection))
+        return;
+    m_keyboardEvent = xcb_get_extension_data(connection, &xcb_xkb_id)->first_event;
+    tellRepeatsFromPresses(connection);
+    selectChangesOfKeyboard(connection);
 }
 
 XHotKeys::~XHotKeys() {
@@ -157,20 +177,13 @@ void XHotKeys::grabAnew() {
 }
 
 void XHotKeys::take(const xcb_generic_event_t& event) {
-    switch (event.response_type) {  // what a program sends has its upper bit set, and presses nothing
-        case XCB_KEY_PRESS:
-            keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
-            break;
-        case XCB_KEY_RELEASE:
-            keyReleased(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
-            break;
-        case XCB_MAPPING_NOTIFY:
-            if (reinterpret_cast<const xcb_mapping_notify_event_t&>(event).request == XCB_MAPPING_MODIFIER)
-                grabAnew();
-            break;
-        default:
-            break;
-    }
+    // What a program sends has the upper bit set, and presses nothing.
+    if (event.response_type == XCB_KEY_PRESS)
+        keyPressed(reinterpret_cast<const xcb_key_press_event_t&>(event));
+    else if (event.response_type == XCB_KEY_RELEASE)
+        keyReleased(reinterpret_cast<const xcb_key_release_event_t&>(event).detail);
+    else if (event.response_type == m_keyboardEvent)  // of the two kinds that were selected
+        grabAnew();
 }
 
 void XHotKeys::keyPressed(const xcb_key_press_event_t& event) {

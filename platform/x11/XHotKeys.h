@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// Combinations of keys that are grabbed from the X server, by the key's place on the keyboard: Command is Ctrl, Option
@@ -41,6 +42,7 @@ private:
 
     XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state);
 
+    void useKeyboardExtension();
     [[nodiscard]] bool hasKey(std::uint32_t keycode) const;
     [[nodiscard]] bool isDown(xcb_keycode_t keycode);
 
@@ -57,6 +59,7 @@ private:
     std::unique_ptr<XConnection> m_connection;
     HotKeyState& m_state;
     ModifierBits m_bits;
+    std::optional<std::uint8_t> m_keyboardEvent;  // the type of the events that tell of another keyboard
     std::vector<Combination> m_combinations;
     std::function<void(Identifier)> m_pressed;
     xcb_keycode_t m_heldKey = 0;  // whose press counts no more until it is released; 0 when none

@@ -13,6 +13,10 @@ VirtualDisplay::VirtualDisplay() {
 }
 
 VirtualDisplay::~VirtualDisplay() {
+    stop();
+}
+
+void VirtualDisplay::stop() {
     m_server.terminate();
     m_server.waitForFinished(10'000);
 }

@@ -15,6 +15,9 @@ public:
     /// Whether it started.
     [[nodiscard]] bool isRunning() const { return !m_name.isEmpty(); }
 
+    /// Ends it, as a crash of the server does: every program loses its connection.
+    void stop();
+
     /// The environment of a program that is to run on this display.
     [[nodiscard]] QProcessEnvironment environment() const;
 
