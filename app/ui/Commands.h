@@ -2,13 +2,23 @@
 #pragma once
 
 #include "app/ui/Environment.h"
+#include "core/clipboard/Observers.h"
 
+#include <QKeySequence>
+#include <QList>
 #include <QObject>
+
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QMenu;
 class QMenuBar;
 class QWidget;
+class TextCommands;
+class UUID;
 
 /// Every command of the program, with its key and the rule by which it is enabled: one action each, for the menus, the
 /// toolbar's buttons and the keys.
@@ -20,13 +30,46 @@ public:
     Commands(const Environment& environment, QWidget& window);
 
     void fill(QMenuBar& bar);
+    /// The toolbar's menu, of what is done most to the selected entry.
+    void fillMore(QMenu& menu);
 
     [[nodiscard]] QAction* saving() const noexcept { return m_save; }
     [[nodiscard]] QAction* locking() const noexcept { return m_lock; }
+    [[nodiscard]] QAction* addingEntry() const noexcept { return m_newEntry; }
+
+    /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
+    void setCovered(bool isCovered);
+
+signals:
+    /// A command is about to end the unlocked session; what it shows is still there.
+    void sessionWillEnd();
+    void settingsWanted();
+    void aboutWanted();
 
 private:
-    QAction* make(const QString& text, const QKeySequence& key, void (Commands::*act)());
+    using Rule = bool (Commands::*)() const;
+
+    void makeFileCommands();
+    void makeEditCommands();
+    void makeEntryCommands();
+    void makeOtherCommands();
+    QAction* make(const QString& text, const QList<QKeySequence>& keys, Rule rule, std::function<void()> act);
+    void connectState();
     void showEnabled();
+    void showUndoLabels();
+
+    // The rules.
+    [[nodiscard]] bool always() const { return true; }
+    [[nodiscard]] bool canSave() const;
+    [[nodiscard]] bool hasDatabase() const;
+    [[nodiscard]] bool isUnlocked() const;
+    [[nodiscard]] bool canUndo() const;
+    [[nodiscard]] bool canRedo() const;
+    [[nodiscard]] bool isInReach() const;
+    [[nodiscard]] bool hasFocusedEntry() const;
+    [[nodiscard]] bool hasSelection() const;
+    [[nodiscard]] bool showsNoRoute() const;
+    [[nodiscard]] bool losesNoForm() const;
 
     void createDatabase();
     void openDatabase();
@@ -34,21 +77,41 @@ private:
     void saveAs();
     void lock();
     void closeDatabase();
-    void undo();
-    void redo();
-    void focusSearch();
+    void showNewEntry();
+    void showNewGroup();
+    void showEditor();
+    [[nodiscard]] std::optional<UUID> groupForNew() const;
 
     Environment m_environment;
     AppState& m_state;
     QWidget& m_window;
-    QAction* m_create;
-    QAction* m_open;
-    QAction* m_save;
-    QAction* m_saveAs;
-    QAction* m_lock;
-    QAction* m_close;
-    QAction* m_quit;
-    QAction* m_undo;
-    QAction* m_redo;
-    QAction* m_search;
+    TextCommands* m_text;
+    std::vector<std::pair<QAction*, Rule>> m_rules;
+    bool m_isCovered = false;
+    bool m_hasFocusedEntry = false;  // as of the last change: looking for it walks the tree
+
+    QAction* m_create = nullptr;
+    QAction* m_open = nullptr;
+    QAction* m_save = nullptr;
+    QAction* m_saveAs = nullptr;
+    QAction* m_lock = nullptr;
+    QAction* m_close = nullptr;
+    QAction* m_quit = nullptr;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
+    QAction* m_settings = nullptr;
+    QAction* m_copyUsername = nullptr;
+    QAction* m_copyPassword = nullptr;
+    QAction* m_copyURL = nullptr;
+    QAction* m_autoType = nullptr;
+    QAction* m_openURL = nullptr;
+    QAction* m_newEntry = nullptr;
+    QAction* m_newGroup = nullptr;
+    QAction* m_edit = nullptr;
+    QAction* m_delete = nullptr;
+    QAction* m_generate = nullptr;
+    QAction* m_clearClipboard = nullptr;
+    QAction* m_search = nullptr;
+    QAction* m_about = nullptr;
+    Observers::Subscription m_countdown;
 };

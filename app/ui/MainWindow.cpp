@@ -2,23 +2,28 @@
 #include "app/ui/MainWindow.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/AboutView.h"
 #include "app/ui/Commands.h"
 #include "app/ui/MainView.h"
 #include "app/ui/RouteSheet.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/IconTile.h"
+#include "app/ui/components/Sheet.h"
 
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QStackedWidget>
+#include <QVBoxLayout>
 
 MainWindow::MainWindow(const Environment& environment)
     : m_state(environment.state),
       m_commands(new Commands(environment, *this)),
-      m_screens(new QStackedWidget),
+      m_content(new QWidget),
+      m_screens(new QStackedWidget(m_content)),
       m_unlockView(new UnlockView(environment.state)),
       m_mainView(new MainView(environment, *m_commands)),
+      m_about(new SheetHost(m_screens, m_content)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
     new RouteSheet(environment, m_screens, this);
@@ -29,18 +34,25 @@ MainWindow::MainWindow(const Environment& environment)
 void MainWindow::arrange() {
     setWindowTitle(QStringLiteral("Brenvik"));
     setWindowIcon(BrandMark::windowIcon());
+    menuBar()->setNativeMenuBar(false);  // the window has its own, on every desktop
     m_commands->fill(*menuBar());
     m_screens->addWidget(m_unlockView);
     m_screens->addWidget(m_mainView);
-    setCentralWidget(m_screens);
+    auto* const column = new QVBoxLayout(m_content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_screens);
+    setCentralWidget(m_content);
 }
 
 void MainWindow::connectState() {
     connect(&m_state, &AppState::isLockedChanged, this, &MainWindow::showScreen);
+    connect(&m_state, &AppState::routeChanged, this, &MainWindow::hideAbout);
+    connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
 }
 
 void MainWindow::showScreen() {
+    hideAbout();
     if (m_state.isLocked()) {
         m_screens->setCurrentWidget(m_unlockView);
         m_unlockView->startOver();
@@ -49,6 +61,20 @@ void MainWindow::showScreen() {
         m_mainView->takeFocus();
     }
     sizeWindow();
+}
+
+void MainWindow::showAbout() {
+    if (m_about->sheet())
+        return;
+    auto* const about = new AboutView;
+    connect(about, &AboutView::dismissed, this, &MainWindow::hideAbout);
+    m_commands->setCovered(true);
+    m_about->present(about);
+}
+
+void MainWindow::hideAbout() {
+    m_about->dismiss();
+    m_commands->setCovered(false);
 }
 
 void MainWindow::sizeWindow() {

@@ -8,6 +8,7 @@
 class Commands;
 class MainView;
 class QStackedWidget;
+class SheetHost;
 class UnlockView;
 class WindowSizer;
 
@@ -32,13 +33,17 @@ private:
     void arrange();
     void connectState();
     void showScreen();
+    void showAbout();
+    void hideAbout();
     void sizeWindow();
 
     AppState& m_state;
     Commands* m_commands;
+    QWidget* m_content;  // the screens, and the sheets over them
     QStackedWidget* m_screens;
     UnlockView* m_unlockView;
     MainView* m_mainView;
+    SheetHost* m_about;
     WindowSizer* m_sizer;
     bool m_hasAppeared = false;
 };

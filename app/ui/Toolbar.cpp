@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPainter>
 
 namespace {
@@ -28,9 +29,12 @@ Toolbar::Toolbar(AppState& state, Commands& commands, QWidget* parent)
       m_title(new TextLabel({}, BrandFont::sectionTitle(), Palette::text)),
       m_subtitle(new TextLabel({}, BrandFont::label(), Palette::textSoft)),
       m_search(new SearchField(tr("Kayıtlarda ara"))),
+      m_newEntry(new IconButton(QStringLiteral("plus"), tr("Yeni kayıt (⌘I)"))),
+      m_more(new IconButton(QStringLiteral("ellipsis.circle"), tr("Diğer işlemler"))),
       m_save(new IconButton(QStringLiteral("floppy"), tr("Kaydet (⌘S)"))),
       m_lock(new IconButton(QStringLiteral("lock"), tr("Kasayı kilitle (⌘L)"))) {
     arrange();
+    fillMore(commands);
     connectState(commands);
     showTitle();
     showSearch();
@@ -53,15 +57,24 @@ void Toolbar::arrange() {
     row->setContentsMargins(Metric::m, 0, Metric::m, Metric::hairline);
     row->setSpacing(Metric::s);
     row->addWidget(titles);
-    row->addWidget(m_search, 1);
-    row->addStretch(1);
-    row->addWidget(m_save);
-    row->addWidget(m_lock);
+    // Of the room that is left, the field has its ideal width in a window of the usual one.
+    row->addWidget(m_search, 2);
+    row->addStretch(3);
+    for (auto* const button : {m_newEntry, m_more, m_save, m_lock})
+        row->addWidget(button);
+}
+
+void Toolbar::fillMore(Commands& commands) {
+    auto* const menu = new QMenu(this);
+    menu->setAccessibleName(tr("Diğer işlemler"));
+    commands.fillMore(*menu);
+    m_more->setMenu(menu);
 }
 
 void Toolbar::connectState(Commands& commands) {
     connect(m_search, &SearchField::textChanged, this,
             [this](const QString& text) { m_state.setSearchText(vaultText(text)); });
+    connect(m_newEntry, &IconButton::clicked, commands.addingEntry(), &QAction::trigger);
     connect(m_save, &IconButton::clicked, commands.saving(), &QAction::trigger);
     connect(m_lock, &IconButton::clicked, commands.locking(), &QAction::trigger);
     for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isDirtyChanged})

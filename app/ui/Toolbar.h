@@ -21,6 +21,7 @@ protected:
 
 private:
     void arrange();
+    void fillMore(Commands& commands);
     void connectState(Commands& commands);
     void showTitle();
     void showSearch();
@@ -30,6 +31,8 @@ private:
     TextLabel* m_title;
     TextLabel* m_subtitle;
     SearchField* m_search;
+    IconButton* m_newEntry;
+    IconButton* m_more;
     IconButton* m_save;
     IconButton* m_lock;
 };
