@@ -116,7 +116,7 @@ QComboBox QAbstractItemView { background: @elevated; color: @text; border: 1px s
 QDialog QPushButton { background: @hover; color: @text; border: 1px solid @lineStrong; border-radius: @controlRadius; padding: 0 14px; min-height: 28px; font-weight: 600; }
 QDialog QPushButton:hover { background: @lineStrong; }
 QDialog QPushButton:default { background: @accent; color: @canvas; border: none; }
-QDialog QPushButton:disabled { color: @textMuted; }
+QDialog QPushButton:disabled { background: @surface; color: @textMuted; border: 1px solid @line; }
 QFileDialog QLineEdit { background: @canvas; color: @text; border: 1px solid @line; border-radius: @controlRadius; padding: 0 8px; min-height: 28px; }
 QFileDialog QLineEdit:focus { border-color: @accent; }
 QFileDialog QAbstractItemView { background: @surface; border: 1px solid @line; border-radius: @controlRadius; outline: none; }
@@ -125,7 +125,9 @@ QFileDialog QAbstractItemView::item:hover { background: @hover; }
 QFileDialog QAbstractItemView::item:selected { background: @selection; color: @text; }
 QFileDialog QHeaderView::section { background: @surface; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 4px 8px; }
 QFileDialog QToolButton { background: transparent; border: none; border-radius: @smallRadius; padding: 4px; }
-QFileDialog QToolButton:hover { background: @hover; }
+QFileDialog QToolButton:hover, QFileDialog QToolButton:focus { background: @hover; }
+QFileDialog QToolButton:checked { background: @selection; }
+QFileDialog QSplitter::handle { background: transparent; }
 )";
 
 QString colourText(const QColor& colour) {

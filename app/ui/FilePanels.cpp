@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/FilePanels.h"
 
+#include "app/ui/FilePanelLook.h"
 #include "app/ui/Texts.h"
 
 #include <QCoreApplication>
@@ -41,6 +42,7 @@ std::optional<std::filesystem::path> ask(QWidget* parent, const Panel& panel) {
         dialog.selectFile(panel.name);
     if (!panel.prompt.isEmpty())
         dialog.setLabelText(QFileDialog::Accept, panel.prompt);
+    FilePanelLook::apply(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return pathOf(dialog.selectedFiles().constFirst());

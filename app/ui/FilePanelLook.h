@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+class QFileDialog;
+
+/// The program's look on Qt's file panel.
+namespace FilePanelLook {
+
+/// Gives the panel our symbols, sizes and columns. Before it shows.
+void apply(QFileDialog& panel);
+
+}  // namespace FilePanelLook
