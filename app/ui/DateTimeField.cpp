@@ -54,6 +54,7 @@ void DateTimeField::openCalendar() {
     m_popover = new Popover(tr("Takvim"), m_calendarButton);
     auto* const calendar = new Calendar(date());
     m_popover->content()->addWidget(calendar);
+    m_popover->setFrame(this);
     connect(calendar, &Calendar::dayChosen, this, &DateTimeField::chooseDay);
     connect(m_popover, &Popover::closed, this, [this] {
         m_popover->deleteLater();
@@ -84,7 +85,7 @@ void DateTimeField::resizeEvent(QResizeEvent* event) {
     const int gap = (height() - buttonSide) / 2;
     const auto placed = [&](const QRect& area) { return QStyle::visualRect(layoutDirection(), rect(), area); };
     m_calendarButton->setGeometry(placed({width() - buttonSide - gap, gap, buttonSide, buttonSide}));
-    lineEdit()->setGeometry(placed({Metric::s - 2, 0, width() - buttonSide - 2 * gap - Metric::s, height()}));
+    lineEdit()->setGeometry(placed({Metric::s, 0, width() - buttonSide - 2 * gap - Metric::s, height()}));
 }
 
 void DateTimeField::wheelEvent(QWheelEvent* event) {

@@ -49,19 +49,27 @@ void Popover::close() {
     emit closed();
 }
 
+void Popover::setFrame(QWidget* frame) {
+    m_frame = frame;
+}
+
 void Popover::place() {
-    const QRect room = window()->rect();
-    setGeometry(room);
+    const QRect room = window()->rect().marginsRemoved({windowMargin, windowMargin, windowMargin, windowMargin});
+    setGeometry(window()->rect());
     m_panel->resize(m_panel->sizeHint());
-    const QRect anchor(m_anchor->mapTo(window(), QPoint()), m_anchor->size());
-    const int below = anchor.bottom() + 1 + gap;
-    const int above = anchor.top() - gap - m_panel->height();
-    const bool fitsBelow = below + m_panel->height() + windowMargin <= room.height();
-    const QPoint wished(layoutDirection() == Qt::RightToLeft ? anchor.right() + 1 - m_panel->width() : anchor.left(),
-                        fitsBelow || above < windowMargin ? below : above);
-    const QPoint last(room.width() - windowMargin - m_panel->width(), room.height() - windowMargin - m_panel->height());
-    m_panel->move(std::clamp(wished.x(), windowMargin, std::max(windowMargin, last.x())),
-                  std::clamp(wished.y(), windowMargin, std::max(windowMargin, last.y())));
+    const auto* const control = m_frame ? m_frame.data() : m_anchor.data();
+    const QRect anchor(control->mapTo(window(), QPoint()), control->size());
+    const QSize size = m_panel->size();
+    const bool isAtEnd = m_frame != nullptr;
+    const bool isAlignedLeft = isAtEnd == (layoutDirection() == Qt::RightToLeft);
+    QPoint corner(isAlignedLeft ? anchor.left() : anchor.right() + 1 - size.width(), anchor.bottom() + 1 + gap);
+    if (corner.y() + size.height() > room.bottom() + 1)
+        corner.setY(anchor.top() - gap - size.height());
+    if (corner.y() < room.top())
+        corner = {isAlignedLeft ? anchor.right() + 1 + gap : anchor.left() - gap - size.width(), anchor.top()};
+    const QPoint last = room.bottomRight() + QPoint(1, 1) - QPoint(size.width(), size.height());
+    m_panel->move(std::clamp(corner.x(), room.left(), std::max(room.left(), last.x())),
+                  std::clamp(corner.y(), room.top(), std::max(room.top(), last.y())));
 }
 
 void Popover::paintEvent(QPaintEvent*) {

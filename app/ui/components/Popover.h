@@ -15,10 +15,14 @@ public:
     /// `name` is what a screen reader calls the panel.
     Popover(const QString& name, QWidget* anchor);
 
+    /// The control's frame, which the panel's end is aligned with; else the beginnings of panel and control are
+    /// aligned.
+    void setFrame(QWidget* frame);
+
     /// Where the panel's content goes.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
 
-    /// Shows the panel under the control, or above it where there is more room, with the focus on `first`.
+    /// Shows the panel under the control, or where there is no room above it or beside it, with the focus on `first`.
     void open(QWidget* first);
     void close();
 
@@ -36,6 +40,7 @@ private:
     void place();
 
     QPointer<QWidget> m_anchor;
+    QPointer<QWidget> m_frame;
     QWidget* m_panel;
     QVBoxLayout* m_content;
 };

@@ -18,6 +18,7 @@ namespace {
 
 constexpr int eyeSide = 24;
 constexpr int eyeSymbol = 16;
+constexpr double dotSpacing = 1.5;
 
 /// Selecting in a field with readable text puts it on the primary selection at once; a secret must not stay there.
 void leavePrimarySelection(const QLineEdit& field) {
@@ -39,6 +40,7 @@ SecretField::SecretField(const QString& name, QWidget* parent)
     setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     setDragEnabled(false);
     m_eye->setSides(eyeSide, eyeSymbol);
+    connect(this, &SecretField::textChanged, this, &SecretField::showLetters);
     connect(m_eye, &IconButton::clicked, this, [this] { setRevealed(!m_isRevealed); });
     showRevealed();
 }
@@ -73,11 +75,20 @@ void SecretField::setMasking(bool isMasking) {
 
 void SecretField::showRevealed() {
     setEchoMode(m_isRevealed || !m_isMasking ? QLineEdit::Normal : QLineEdit::Password);
-    setMono(m_isRevealed && m_isMasking);
     setTrailingRoom(m_isMasking ? eyeSide : 0);
     m_eye->setVisible(m_isMasking);
     m_eye->setSymbol(m_isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
     m_eye->setTip(m_isRevealed ? tr("Gizle") : tr("Göster"));
+    showLetters();
+}
+
+void SecretField::showLetters() {
+    setMono(m_isRevealed && m_isMasking);
+    // The dots stand a little apart, so that they can be counted; a placeholder does not.
+    const bool areDots = m_isMasking && !m_isRevealed && !text().isEmpty();
+    QFont letters = font();
+    letters.setLetterSpacing(QFont::AbsoluteSpacing, areDots ? dotSpacing : 0);
+    setFont(letters);
 }
 
 void SecretField::resizeEvent(QResizeEvent* event) {

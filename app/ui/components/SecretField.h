@@ -38,6 +38,7 @@ protected:
 
 private:
     void showRevealed();
+    void showLetters();
 
     IconButton* m_eye;
     bool m_isRevealed = false;

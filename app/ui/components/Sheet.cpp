@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
@@ -21,11 +22,19 @@
 namespace {
 
 constexpr int footerHeight = 56;
-constexpr int margin = 24;        // least distance of a sheet from the window's edges
+constexpr int margin = 40;       // distance of a sheet from the window's edges
+constexpr int smallMargin = 24;  // the same in a window that is short of room
+constexpr int roomyHeight = 560;
 constexpr int rise = 8;           // points that a sheet comes up while it fades in
 constexpr double dimming = 0.55;  // of the backdrop
 constexpr int shadowWidth = 28;
 constexpr int shadowDrop = 6;
+
+/// So that nothing jumps when the widget hides.
+QSizePolicy retaining(QSizePolicy policy) {
+    policy.setRetainSizeWhenHidden(true);
+    return policy;
+}
 
 }  // namespace
 
@@ -90,6 +99,7 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
     : SheetCard({380, 320}, {560, 640}, parent),
       m_title(new TextLabel(title, BrandFont::sheetTitle(), Palette::text, this)),
       m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft, this)),
+      m_scrolledEdge(new HairlineDivider(Qt::Horizontal, this)),
       m_scroll(new QScrollArea(this)),
       m_content(new QVBoxLayout),
       m_cancel(new Button(cancelTitle, Button::Variant::ghost, this)),
@@ -109,13 +119,17 @@ void SheetScaffold::arrange() {
     m_subtitle->hide();
     auto* const form = new QWidget;
     form->setLayout(m_content);
-    m_content->setContentsMargins(Metric::xl, Metric::xs, Metric::xl, Metric::xl);
     m_content->setSpacing(Metric::m);
     m_scroll->setWidget(form);
     m_scroll->setWidgetResizable(true);
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scrolledEdge->setSizePolicy(retaining(m_scrolledEdge->sizePolicy()));
+    auto* const bar = m_scroll->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, this, &SheetScaffold::showScrolling);
+    connect(bar, &QScrollBar::valueChanged, this, &SheetScaffold::showScrolling);
+    showScrolling();
 
     auto* const heading = new QVBoxLayout;
     heading->setContentsMargins(Metric::xl, Metric::xl, Metric::xl, Metric::m);
@@ -137,9 +151,18 @@ void SheetScaffold::arrange() {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addLayout(heading);
+    column->addWidget(m_scrolledEdge);
     column->addWidget(m_scroll, 1);
     column->addWidget(new HairlineDivider(Qt::Horizontal, this));
     column->addWidget(footerBox);
+}
+
+/// A form that has moved up goes under an edge, and the bar beside it takes its room from the margin.
+void SheetScaffold::showScrolling() {
+    auto* const bar = m_scroll->verticalScrollBar();
+    const int barWidth = bar->maximum() > 0 ? bar->sizeHint().width() : 0;
+    m_content->setContentsMargins(Metric::xl, Metric::xs, Metric::xl - barWidth, Metric::xl);
+    m_scrolledEdge->setVisible(bar->value() > 0);
 }
 
 void SheetScaffold::setSubtitle(const QString& subtitle) {
@@ -237,7 +260,8 @@ void SheetHost::fadeTo(double opacity, std::function<void()> then) {
 void SheetHost::placeSheet() {
     if (!m_sheet)
         return;
-    const QSize room = size() - QSize(2 * margin, 2 * margin);
+    const int edge = height() < roomyHeight ? smallMargin : margin;
+    const QSize room = size() - QSize(2 * edge, 2 * edge);
     const QSize card = m_sheet->sizeHint().boundedTo(room).expandedTo(m_sheet->minimumSizeHint().boundedTo(size()));
     const int down = qRound((1 - m_shown) * rise);
     m_sheet->setGeometry(QRect(QPoint((width() - card.width()) / 2, (height() - card.height()) / 2 + down), card));

@@ -7,6 +7,7 @@
 #include <functional>
 
 class Button;
+class HairlineDivider;
 class QScrollArea;
 class QVariantAnimation;
 class QVBoxLayout;
@@ -73,9 +74,11 @@ public:
 
 private:
     void arrange();
+    void showScrolling();
 
     TextLabel* m_title;
     TextLabel* m_subtitle;
+    HairlineDivider* m_scrolledEdge;
     QScrollArea* m_scroll;
     QVBoxLayout* m_content;
     Button* m_cancel;

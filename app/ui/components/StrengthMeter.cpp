@@ -20,7 +20,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int barHeight = 4;
+constexpr int barHeight = 6;
 constexpr auto barMotion = 200ms;
 
 struct Grade {
@@ -57,8 +57,8 @@ StrengthMeter::StrengthMeter(QWidget* parent)
     auto* const texts = new QHBoxLayout;
     texts->setSpacing(Metric::m);
     texts->addWidget(m_label);
-    texts->addStretch();
     texts->addWidget(m_entropy);
+    texts->addStretch();
     texts->addWidget(m_count);
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, barHeight + Metric::s - 2, 0, 0);

@@ -7,12 +7,20 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+namespace {
+
+constexpr int textHeight = 5 * Metric::controlHeightSmall;
+constexpr double disabledOpacity = 0.4;
+
+}  // namespace
+
 TextArea::TextArea(const QString& name, QWidget* parent) : QPlainTextEdit(parent) {
     setAccessibleName(name);
     setTabChangesFocus(true);
     setFrameShape(QFrame::NoFrame);
     setFont(BrandFont::bodyText());
-    setMinimumHeight(4 * Metric::controlHeightSmall);
+    viewport()->setAutoFillBackground(false);
+    setViewportMargins(1, Metric::hairline, 1, Metric::hairline);
     document()->setDocumentMargin(Metric::s);
     QPalette colours = palette();
     colours.setColor(QPalette::Base, Qt::transparent);
@@ -34,22 +42,30 @@ QString TextArea::wholeText() const {
     return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
-void TextArea::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    Painting::roundedBox(painter, viewport()->rect(), Radius::control, Palette::canvas,
+QSize TextArea::sizeHint() const {
+    return {200, textHeight};
+}
+
+bool TextArea::event(QEvent* event) {
+    if (event->type() != QEvent::Paint)
+        return QPlainTextEdit::event(event);
+    // The frame goes around the scroll bar too; the text is painted by the viewport above it.
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    Painting::roundedBox(painter, rect(), Radius::control, Palette::canvas,
                          hasFocus() ? Palette::accent : Palette::line);
-    painter.end();
-    QPlainTextEdit::paintEvent(event);
+    return true;
 }
 
 void TextArea::focusInEvent(QFocusEvent* event) {
     QPlainTextEdit::focusInEvent(event);
-    viewport()->update();
+    update();
 }
 
 void TextArea::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
-    viewport()->update();
+    update();
 }
 
 void TextArea::keyPressEvent(QKeyEvent* event) {

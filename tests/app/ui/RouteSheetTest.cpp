@@ -1,59 +1,44 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/MainWindow.h"
-#include "tests/app/ui/WindowProbe.h"
-#include "tests/app/ui/WindowTest.h"
+#include "tests/app/ui/SheetFixture.h"
 
 #include <QListView>
 
 namespace {
 
-using namespace WindowProbe;
-
-class RouteSheetTest : public WindowTest {
+class RouteSheetTest : public SheetFixture {
 protected:
-    MainWindow window{environment};
-
-    RouteSheetTest() {
-        window.show();
-        unlock();
-        window.activateWindow();
-        QCoreApplication::processEvents();
+    QListView& entries() { return *WindowProbe::find<QListView>(window, "Kayıtlar"); }
+    bool isInWindow(const QWidget& widget) const {
+        return window.rect().contains(QRect(widget.mapTo(&window, QPoint()), widget.size()));
     }
-
-    void open(const AppState::Route& route) {
-        state->setRoute(route);
-        QCoreApplication::processEvents();
-    }
-    void press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
-    QListView& entries() { return *find<QListView>(window, "Kayıtlar"); }
 };
 
 TEST_F(RouteSheetTest, eachRouteHasItsSheet) {
     open(AppState::Route::newEntry(root().id));
-    EXPECT_TRUE(shows(window, "Yeni kayıt"));
+    EXPECT_TRUE(shows("Yeni kayıt"));
     open(AppState::Route::editEntry(bank().id));
-    EXPECT_TRUE(shows(window, "Kaydı düzenle"));
-    EXPECT_EQ(field(window, "Başlık")->text(), "Banka");
+    EXPECT_TRUE(shows("Kaydı düzenle"));
+    EXPECT_EQ(field("Başlık").text(), "Banka");
     open(AppState::Route::newGroup(root().id));
-    EXPECT_TRUE(shows(window, "Yeni grup"));
+    EXPECT_TRUE(shows("Yeni grup"));
     open(AppState::Route::editGroup(social().id));
-    EXPECT_TRUE(shows(window, "Grubu düzenle"));
-    EXPECT_EQ(field(window, "Grup adı")->text(), "Sosyal");
+    EXPECT_TRUE(shows("Grubu düzenle"));
+    EXPECT_EQ(field("Grup adı").text(), "Sosyal");
 }
 
 TEST_F(RouteSheetTest, anEntryDeepInTheTreeIsFound) {
     open(AppState::Route::editEntry(forum().id));
-    EXPECT_EQ(field(window, "Başlık")->text(), "Forum");
+    EXPECT_EQ(field("Başlık").text(), "Forum");
 }
 
 TEST_F(RouteSheetTest, aRouteThatFindsNothingSaysSoAndCanBeLeft) {
     for (const auto& route : {AppState::Route::editEntry(UUID::random()), AppState::Route::editGroup(UUID::random())}) {
         open(route);
-        EXPECT_TRUE(shows(window, "Bulunamadı"));
-        EXPECT_TRUE(shows(window, "Bu kayıt artık mevcut değil."));
-        click(window, "Kapat");
+        EXPECT_TRUE(shows("Bulunamadı"));
+        EXPECT_TRUE(shows("Bu kayıt artık mevcut değil."));
+        click("Kapat");
         EXPECT_EQ(state->route(), std::nullopt);
-        EXPECT_FALSE(shows(window, "Bulunamadı"));
+        EXPECT_FALSE(shows("Bulunamadı"));
     }
 }
 
@@ -69,13 +54,13 @@ TEST_F(RouteSheetTest, anEntryThatAnUndoTakesAwayIsMissing) {
     state->addEntry(entryNamed("Yeni"), root().id);
     const auto id = state->focusedEntry()->id;
     open(AppState::Route::editEntry(id));
-    ASSERT_EQ(field(window, "Başlık")->text(), "Yeni");
+    ASSERT_EQ(field("Başlık").text(), "Yeni");
 
     state->undo();
-    EXPECT_TRUE(shows(window, "Bulunamadı"));
-    EXPECT_EQ(field(window, "Başlık"), nullptr);
+    EXPECT_TRUE(shows("Bulunamadı"));
+    EXPECT_FALSE(has("Başlık"));
 
-    click(window, "Kapat");
+    click("Kapat");
     EXPECT_EQ(state->route(), std::nullopt);
 }
 
@@ -84,36 +69,36 @@ TEST_F(RouteSheetTest, anEntryThatComesBackIsShownAgain) {
     open(AppState::Route::editEntry(state->focusedEntry()->id));
     state->undo();
     state->redo();
-    EXPECT_FALSE(shows(window, "Bulunamadı"));
-    EXPECT_EQ(field(window, "Başlık")->text(), "Yeni");
+    EXPECT_FALSE(shows("Bulunamadı"));
+    EXPECT_EQ(field("Başlık").text(), "Yeni");
 }
 
 TEST_F(RouteSheetTest, aFormKeepsWhatWasTypedWhileTheVaultChanges) {
     open(AppState::Route::editEntry(bank().id));
-    type(window, "Kullanıcı adı", "ayşe");
+    type("Kullanıcı adı", "ayşe");
     rename("Bankam");
-    EXPECT_EQ(field(window, "Kullanıcı adı")->text(), "ayşe");
-    EXPECT_EQ(field(window, "Başlık")->text(), "Banka");
+    EXPECT_EQ(field("Kullanıcı adı").text(), "ayşe");
+    EXPECT_EQ(field("Başlık").text(), "Banka");
 }
 
 TEST_F(RouteSheetTest, anotherRouteReplacesTheFormAndTheSameOneKeepsIt) {
     open(AppState::Route::editEntry(bank().id));
-    type(window, "Başlık", "Yarım");
+    type("Başlık", "Yarım");
     open(AppState::Route::editEntry(bank().id));
-    EXPECT_EQ(field(window, "Başlık")->text(), "Yarım");
+    EXPECT_EQ(field("Başlık").text(), "Yarım");
     open(AppState::Route::editEntry(mail().id));
-    EXPECT_EQ(field(window, "Başlık")->text(), "Posta");
+    EXPECT_EQ(field("Başlık").text(), "Posta");
 }
 
 TEST_F(RouteSheetTest, escapeDismissesTheSheetAndTheRouteAndGivesTheFocusBack) {
     entries().setFocus();
     open(AppState::Route::editEntry(bank().id));
-    EXPECT_EQ(QApplication::focusWidget(), field(window, "Başlık"));
+    EXPECT_EQ(focusName(), "Başlık");
     EXPECT_FALSE(entries().isEnabled());
 
     press(Qt::Key_Escape);
     EXPECT_EQ(state->route(), std::nullopt);
-    EXPECT_EQ(field(window, "Başlık"), nullptr);
+    EXPECT_FALSE(has("Başlık"));
     EXPECT_TRUE(entries().isEnabled());
     EXPECT_EQ(QApplication::focusWidget(), &entries());
 }
@@ -123,17 +108,16 @@ TEST_F(RouteSheetTest, lockingClosesTheSheetAndLeavesTheFocusToTheLockScreen) {
     state->lock();
     QCoreApplication::processEvents();
     EXPECT_EQ(state->route(), std::nullopt);
-    EXPECT_EQ(field(window, "Başlık"), nullptr);
-    EXPECT_EQ(QApplication::focusWidget(), field(window, "Ana parola"));
+    EXPECT_FALSE(has("Başlık"));
+    EXPECT_EQ(focusName(), "Ana parola");
 }
 
 TEST_F(RouteSheetTest, theSheetStandsWithinTheSmallestWindow) {
     window.resize(720, 460);
     open(AppState::Route::editEntry(bank().id));
-    auto* const title = field(window, "Başlık");
-    EXPECT_TRUE(window.rect().contains(QRect(title->mapTo(&window, QPoint()), title->size())));
-    auto* const confirm = button(window, "Kaydet");
-    EXPECT_TRUE(window.rect().contains(QRect(confirm->mapTo(&window, QPoint()), confirm->size())));
+    EXPECT_TRUE(isInWindow(field("Başlık")));
+    EXPECT_TRUE(isInWindow(button("Vazgeç")));
+    EXPECT_TRUE(isInWindow(button("Kaydet")));
 }
 
 }  // namespace

@@ -29,6 +29,12 @@ Widget* find(const QWidget& window, const QString& name) {
     return nullptr;
 }
 
+/// What a screen reader calls a widget.
+inline QString nameOf(const QWidget& widget) {
+    const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+    return widget.accessibleName().isEmpty() && button ? button->text() : widget.accessibleName();
+}
+
 inline QAbstractButton* button(const QWidget& window, const QString& name) {
     return find<QAbstractButton>(window, name);
 }
