@@ -3,14 +3,17 @@
 
 Each face is cut down to the scripts that its Latin, Greek and Cyrillic users write and to what the interface shows,
 and goes by the product's name, so that it cannot be mistaken for the original that a user may have installed.
-The licence (SIL Open Font License 1.1) stays in the font and beside it.
+Their outlines become TrueType's: Qt has the stems of PostScript ones drawn bolder at small sizes, so that a label would
+stand as heavy as a title. The licence (SIL Open Font License 1.1) stays in the font and beside it.
 """
 import pathlib
 import shutil
 import sys
 
 from fontTools import subset
-from fontTools.ttLib import TTFont
+from fontTools.pens.cu2quPen import Cu2QuPen
+from fontTools.pens.ttGlyphPen import TTGlyphPen
+from fontTools.ttLib import TTFont, newTable
 
 FAMILIES = {"Inter": "Brenvik Text", "InterDisplay": "Brenvik Display"}
 WEIGHTS = {"Regular": 400, "Medium": 500, "SemiBold": 600, "Bold": 700, "ExtraBold": 800}
@@ -23,7 +26,7 @@ FEATURES = ["kern", "mark", "mkmk", "ccmp", "locl", "calt", "tnum", "case", "lig
 
 
 def cut(source: pathlib.Path) -> TTFont:
-    options = subset.Options(layout_features=FEATURES, name_IDs=["*"], notdef_outline=True, hinting=True)
+    options = subset.Options(layout_features=FEATURES, name_IDs=["*"], notdef_outline=True, hinting=False)
     font = subset.load_font(str(source), options)
     cutter = subset.Subsetter(options)
     cutter.populate(unicodes=[code for first, last in UNICODES for code in range(first, last + 1)])
@@ -44,19 +47,46 @@ def rename(font: TTFont, family: str, style: str) -> None:
         table.removeNames(nameID=name_id)
         table.setName(text, name_id, 3, 1, 0x409)
     font["OS/2"].usWeightClass = WEIGHTS[style]
-    cff = font["CFF "].cff
-    cff.fontNames = [postscript]
-    top = cff.topDictIndex[0]
-    top.FullName, top.FamilyName, top.Weight = full, family, style
+
+
+def to_truetype(font: TTFont) -> None:
+    """Replaces the cubic outlines by quadratic ones that are off by a thousandth of the type size at most."""
+    outlines = font.getGlyphSet()
+    glyphs = {}
+    for name in font.getGlyphOrder():
+        pen = TTGlyphPen(outlines)
+        outlines[name].draw(Cu2QuPen(pen, max_err=font["head"].unitsPerEm / 1000, reverse_direction=True))
+        glyphs[name] = pen.glyph()
+    font["loca"] = newTable("loca")
+    font["glyf"] = newTable("glyf")
+    font["glyf"].glyphOrder = font.getGlyphOrder()
+    font["glyf"].glyphs = glyphs
+    widths = font["hmtx"].metrics
+    for name, glyph in glyphs.items():
+        glyph.recalcBounds(font["glyf"])
+        widths[name] = (widths[name][0], getattr(glyph, "xMin", 0))
+    del font["CFF "]
+    font.tables.pop("VORG", None)
+    profile = font["maxp"] = newTable("maxp")
+    profile.tableVersion = 0x00010000
+    for field in ("maxZones", "maxTwilightPoints", "maxStorage", "maxFunctionDefs", "maxInstructionDefs",
+                  "maxStackElements", "maxSizeOfInstructions", "maxComponentElements", "maxPoints", "maxContours",
+                  "maxCompositePoints", "maxCompositeContours", "maxComponentDepth"):
+        setattr(profile, field, 1 if field == "maxZones" else 0)
+    profile.numGlyphs = len(glyphs)
+    font["post"].formatType = 3.0
+    font.sfntVersion = "\x00\x01\x00\x00"
 
 
 def main(source: pathlib.Path, target: pathlib.Path) -> None:
-    target.mkdir(parents=True, exist_ok=True)
+    shutil.rmtree(target, ignore_errors=True)
+    target.mkdir(parents=True)
     for original, family in FAMILIES.items():
         for style in WEIGHTS:
             font = cut(source / f"{original}-{style}.otf")
             rename(font, family, style)
-            font.save(target / f"{family.replace(' ', '')}-{style}.otf")
+            to_truetype(font)
+            font.save(target / f"{family.replace(' ', '')}-{style}.ttf")
     shutil.copyfile("/usr/share/doc/fonts-inter/copyright", target / "LICENSE")
 
 
