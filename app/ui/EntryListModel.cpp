@@ -5,6 +5,7 @@
 #include "core/autotype/UrlHost.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -33,25 +34,12 @@ QString spoken(const KdbxEntry& entry) {
 
 }  // namespace
 
+// Entries that did not change are the very same ones, in the former vault as in this: both are held until all is told.
 void EntryListModel::show(const std::optional<KdbxDatabase>& owner, EntryReferences entries) {
-    if (hasSameRows(entries)) {
-        // Entries that did not change are the very same ones, so what differs is told row by row.
-        auto former = std::exchange(m_entries, std::move(entries));
-        for (int row = 0; row < rowCount(); ++row)
-            if (former[static_cast<std::size_t>(row)] != &entry(row))
-                emit dataChanged(index(row), index(row));
-        m_owner = owner;
-        return;
-    }
-    beginResetModel();
-    m_entries = std::move(entries);
-    m_owner = owner;
-    endResetModel();
-}
-
-bool EntryListModel::hasSameRows(const EntryReferences& entries) const {
-    return std::equal(m_entries.begin(), m_entries.end(), entries.begin(), entries.end(),
-                      [](const auto* a, const auto* b) { return a->id == b->id; });
+    const auto formerOwner = std::exchange(m_owner, owner);
+    become(
+        m_entries, std::move(entries), [](const auto* a, const auto* b) { return a == b || a->id == b->id; },
+        std::equal_to());
 }
 
 std::optional<int> EntryListModel::rowOf(const UUID& id) const {
@@ -82,7 +70,14 @@ QVariant EntryListModel::data(const QModelIndex& index, int role) const {
             return static_cast<qlonglong>(shown.iconID);
         case isExpiredRole:
             return shown.isExpired();
+        case isTypedRole:
+            return shown.autoTypeEnabled;
         default:
             return {};
     }
+}
+
+Qt::ItemFlags EntryListModel::flags(const QModelIndex& index) const {
+    const auto flags = RowListModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsDragEnabled : flags;
 }

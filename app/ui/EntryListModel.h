@@ -2,19 +2,19 @@
 #pragma once
 
 #include "app/state/EntryReferences.h"
-
-#include <QAbstractListModel>
+#include "app/ui/RowListModel.h"
 
 #include <optional>
 
 /// The entries of the list, one a row, in the order in which they are shown.
-class EntryListModel : public QAbstractListModel {
+/// Rows are known by their entry's identifier; a row whose entry has changed is told by `dataChanged`.
+class EntryListModel : public RowListModel {
     Q_OBJECT
 
 public:
-    enum Role : int { subtitleRole = Qt::UserRole + 1, iconRole, isExpiredRole };
+    enum Role : int { subtitleRole = Qt::UserRole + 1, iconRole, isExpiredRole, isTypedRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using RowListModel::RowListModel;
 
     /// Shows other entries. `owner` is the vault that they are in; it is held for as long as they show.
     void show(const std::optional<KdbxDatabase>& owner, EntryReferences entries);
@@ -24,10 +24,9 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    [[nodiscard]] bool hasSameRows(const EntryReferences& entries) const;
-
     std::optional<KdbxDatabase> m_owner;
     EntryReferences m_entries;
 };

@@ -2,36 +2,63 @@
 #include "app/ui/EntryListView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/EntryDrag.h"
 #include "app/ui/EntryListModel.h"
+#include "app/ui/EntryRowActions.h"
 #include "app/ui/EntryRowDelegate.h"
+#include "app/ui/EntryRowMenu.h"
+#include "app/ui/EntrySortMenu.h"
+#include "app/ui/RowDropTarget.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/EmptyStateView.h"
+#include "app/ui/components/IconButton.h"
 #include "app/ui/components/SectionHeader.h"
 
+#include <QDrag>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 EntryListView::EntryListView(AppState& state, QWidget* parent)
     : QWidget(parent),
       m_state(state),
       m_model(new EntryListModel(this)),
       m_header(new SectionHeader),
+      m_sort(new IconButton(QStringLiteral("arrow.up.arrow.down"), {})),
+      m_add(new IconButton(QStringLiteral("plus"), tr("Yeni kayıt (⌘I)"))),
       m_content(new QStackedWidget),
       m_list(new RowListView(tr("Kayıtlar"))) {
+    makeHeader();
     arrange();
+    connectList();
     connectState();
     showEntries();
+}
+
+void EntryListView::makeHeader() {
+    m_sort->setMenu(new EntrySortMenu(m_state, this));
+    m_header->addAction(m_sort);
+    m_header->addAction(m_add);
+    connect(m_add, &IconButton::clicked, this, &EntryListView::addEntry);
 }
 
 void EntryListView::arrange() {
     m_list->setModel(m_model);
     m_list->setItemDelegate(new EntryRowDelegate(m_list));
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setDragEnabled(true);
     m_list->installEventFilter(this);
+    new EntryRowActions(m_state, *m_model, *m_list);
     m_content->addWidget(m_list);
 
     auto* const column = new QVBoxLayout(this);
@@ -41,26 +68,63 @@ void EntryListView::arrange() {
     column->addWidget(m_content, 1);
 }
 
-void EntryListView::connectState() {
-    for (const auto signal : {&AppState::databaseChanged, &AppState::selectedGroupIDChanged,
-                              &AppState::searchTextChanged, &AppState::sortChanged})
-        connect(&m_state, signal, this, &EntryListView::showEntries);
-    connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
+void EntryListView::connectList() {
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &EntryListView::storeSelection);
+    connect(m_list, &RowListView::menuRequested, this, &EntryListView::openMenu);
+    connect(m_list, &RowListView::clickedTwice, this, &EntryListView::editFocusedEntry);
+    connect(m_list, &RowListView::dragStarted, this, &EntryListView::drag);
+    new RowDropTarget(*m_list,
+                      {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
+                       .drop = [this](const std::set<UUID>& ids, const RowMark& place) { takeDrop(ids, place); }});
 }
 
+void EntryListView::connectState() {
+    connect(&m_state, &AppState::databaseChanged, this, &EntryListView::showEntries);
+    connect(&m_state, &AppState::sortChanged, this, &EntryListView::showEntries);
+    connect(&m_state, &AppState::selectedGroupIDChanged, this, &EntryListView::showList);
+    connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showList);
+    connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
+}
+
+/// Another list than before: it begins at its top.
+void EntryListView::showList() {
+    showEntries();
+    m_list->scrollToTop();
+    showSelection();
+}
+
+/// The same list, perhaps changed: the reader stays where he is.
 void EntryListView::showEntries() {
+    const auto current = m_list->currentIndex();
+    const auto currentID = current.isValid() ? std::optional(m_model->entry(current.row()).id) : std::nullopt;
+    const int scrolled = m_list->verticalScrollBar()->value();
     {
         const QScopedValueRollback showing(m_isShowing, true);
         m_model->show(m_state.database(), m_state.visibleEntries());
+        showCurrent(currentID, current.row());
     }
+    m_list->verticalScrollBar()->setValue(scrolled);
+    showHeader();
+    showContent();
+    showSelection();
+}
+
+void EntryListView::showHeader() {
     const auto* group = m_state.selectedGroup();
-    const bool isSearching = m_state.isSearching();
-    m_header->setTitle(isSearching ? tr("Arama sonuçları") : (group ? qtText(group->name) : tr("Tümü")));
-    m_header->setSubtitle(isSearching
-                              ? tr("“%1” · %2 eşleşme").arg(qtText(m_state.searchText())).arg(m_model->rowCount())
-                              : tr("%1 kayıt").arg(m_model->rowCount()));
-    delete std::exchange(m_empty, nullptr);
+    const int count = m_model->rowCount();
+    if (m_state.isSearching()) {
+        m_header->setTitle(tr("Arama sonuçları"));
+        // In one go: what is searched for may itself look like a place to fill.
+        m_header->setSubtitle(tr("“%1” · %2 eşleşme").arg(qtText(m_state.searchText()), QString::number(count)));
+    } else {
+        m_header->setTitle(group ? qtText(group->name) : tr("Tümü"));
+        m_header->setSubtitle(tr("%1 kayıt").arg(count));
+    }
+    m_sort->setTip(tr("Sıralama: %1").arg(qtText(EntrySort::label(m_state.sort().column))));
+}
+
+void EntryListView::showContent() {
+    auto* const former = std::exchange(m_empty, nullptr);
     if (m_model->rowCount() == 0 && !m_state.isLocked()) {
         m_empty = emptyState();
         m_content->addWidget(m_empty);
@@ -68,30 +132,43 @@ void EntryListView::showEntries() {
     } else {
         m_content->setCurrentWidget(m_list);
     }
-    showSelection();
+    if (former)
+        former->deleteLater();  // a button of it may be what was pressed
 }
 
 QWidget* EntryListView::emptyState() {
-    if (!m_state.isSearching())
-        return new EmptyStateView(
+    if (!m_state.isSearching()) {
+        auto* const empty = new EmptyStateView(
             QStringLiteral("tray"), tr("Bu grup boş"),
             tr("Buraya ilk kaydını ekle; kullanıcı adı, parola ve otomatik yazma sekansı saklanır."));
+        empty->setAction(tr("Kayıt ekle"), [this] { addEntry(); });
+        return empty;
+    }
     auto* const empty = new EmptyStateView(QStringLiteral("magnifyingglass"), tr("Eşleşme yok"),
                                            tr("“%1” için kayıt bulunamadı. Başka bir terim dene ya da aramayı temizle.")
                                                .arg(qtText(m_state.searchText())));
-    // Later: the button that is clicked goes with this view.
-    empty->setAction(tr("Aramayı temizle"), [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { m_state.clearSearch(); }, Qt::QueuedConnection);
-    });
+    empty->setAction(tr("Aramayı temizle"), [this] { m_state.clearSearch(); });
     return empty;
 }
 
 void EntryListView::showSelection() {
+    if (m_isShowing)
+        return;
     const QScopedValueRollback showing(m_isShowing, true);
+    const auto selection = rowsOf(m_state.selectedEntryIDs());
+    auto* const model = m_list->selectionModel();
+    if (model->selection() == selection)
+        return;
+    model->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (selection.isEmpty() || selection.contains(model->currentIndex()))
+        return;
+    const auto first = selection.first().topLeft();
+    model->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    m_list->scrollTo(first);
+}
+
+QItemSelection EntryListView::rowsOf(const std::set<UUID>& ids) const {
     QItemSelection selection;
-    const auto& ids = m_state.selectedEntryIDs();
-    int first = -1;
     for (int row = 0; !ids.empty() && row < m_model->rowCount(); ++row) {
         if (!ids.contains(m_model->entry(row).id))
             continue;
@@ -100,41 +177,103 @@ void EntryListView::showSelection() {
             selection.last() = QItemSelectionRange(selection.last().topLeft(), index);
         else
             selection.append(QItemSelectionRange(index));
-        first = first < 0 ? row : first;
     }
-    auto* const model = m_list->selectionModel();
-    if (model->selection() == selection)
+    return selection;
+}
+
+/// Keeps the keyboard at the row where it was, or at the one that took its place.
+void EntryListView::showCurrent(const std::optional<UUID>& id, int row) {
+    if (!id || m_model->rowCount() == 0)
         return;
-    model->select(selection, QItemSelectionModel::ClearAndSelect);
-    if (first >= 0 && !selection.contains(model->currentIndex())) {
-        model->setCurrentIndex(m_model->index(first), QItemSelectionModel::NoUpdate);
-        m_list->scrollTo(m_model->index(first));
-    }
+    const int now = m_model->rowOf(*id).value_or(std::min(row, m_model->rowCount() - 1));
+    m_list->selectionModel()->setCurrentIndex(m_model->index(now), QItemSelectionModel::NoUpdate);
 }
 
 void EntryListView::storeSelection() {
     if (m_isShowing)
         return;
-    std::set<UUID> ids;
-    for (const auto& index : m_list->selectionModel()->selectedIndexes())
-        ids.insert(m_model->entry(index.row()).id);
-    m_state.setSelectedEntryIDs(std::move(ids));
+    std::vector<UUID> ids;
+    for (const auto& range : m_list->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            ids.push_back(m_model->entry(row).id);
+    std::sort(ids.begin(), ids.end());  // a set takes what is sorted many times as fast
+    const QScopedValueRollback showing(m_isShowing, true);
+    m_state.setSelectedEntryIDs(std::set(ids.begin(), ids.end()));
+}
+
+void EntryListView::addEntry() {
+    if (const auto* root = m_state.root())
+        m_state.setRoute(AppState::Route::newEntry(m_state.selectedGroupID().value_or(root->id)));
+}
+
+void EntryListView::editFocusedEntry() {
+    if (const auto* entry = m_state.focusedEntry())
+        m_state.setRoute(AppState::Route::editEntry(entry->id));
+}
+
+void EntryListView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
+    auto* const menu = EntryRowMenu::make(m_state, m_model->entry(index.row()), this);
+    m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
+    connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
+    menu->popup(globalPosition);
 }
 
 bool EntryListView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_list && event->type() == QEvent::KeyPress && answerKey(static_cast<QKeyEvent*>(event)->key()))
+    if (watched == m_list && event->type() == QEvent::KeyPress && answerKey(static_cast<const QKeyEvent&>(*event)))
         return true;
     return QWidget::eventFilter(watched, event);
 }
 
-bool EntryListView::answerKey(int key) {
-    if (key != Qt::Key_Escape)
+bool EntryListView::answerKey(const QKeyEvent& event) {
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
         return false;
-    if (m_state.isSearching())
-        m_state.clearSearch();
-    else if (!m_state.selectedEntryIDs().empty())
-        m_state.setSelectedEntryIDs({});
+    switch (event.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (!m_state.focusedEntry())
+                return false;
+            m_state.copyPassword();
+            return true;
+        case Qt::Key_Escape:
+            if (m_state.isSearching())
+                m_state.clearSearch();
+            else if (!m_state.selectedEntryIDs().empty())
+                m_state.setSelectedEntryIDs({});
+            else
+                return false;
+            return true;
+        case Qt::Key_Delete:
+            m_state.deleteEntries(m_state.selectedEntryIDs());
+            return true;
+        default:
+            return false;
+    }
+}
+
+void EntryListView::drag(const QModelIndex& index) {
+    const auto& entry = m_model->entry(index.row());
+    const auto ids = EntryRowMenu::targetIDs(m_state, entry.id);
+    auto* const content = new QMimeData;
+    content->setText(EntryDrag::textOf({ids.begin(), ids.end()}));
+    auto* const drag = new QDrag(m_list);
+    drag->setMimeData(content);
+    drag->setPixmap(EntryDrag::picture(index.data().toString(), entry.iconID, ids.size(), devicePixelRatioF()));
+    drag->setHotSpot({Metric::l, Metric::l});
+    m_list->forgetPointer();
+    drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+}
+
+std::optional<RowMark> EntryListView::dropPlaceAt(const QPoint& position) const {
+    if (m_state.isSearching() || m_state.isLocked())
+        return std::nullopt;
+    if (const auto index = m_list->indexAt(position); index.isValid())
+        return RowMark{index.row(), RowMark::Shape::lineAbove};
+    return RowMark{m_model->rowCount() - 1, RowMark::Shape::lineBelow};
+}
+
+void EntryListView::takeDrop(const std::set<UUID>& ids, const RowMark& place) {
+    if (place.shape == RowMark::Shape::lineBelow)
+        m_state.moveEntriesToEnd(ids);
     else
-        return false;
-    return true;
+        m_state.moveEntriesBefore(ids, m_model->entry(place.row).id);
 }

@@ -1,15 +1,23 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/model/UUID.h"
+
 #include <QWidget>
+
+#include <optional>
+#include <set>
 
 class AppState;
 class EntryListModel;
-class EmptyStateView;
+class IconButton;
 class QItemSelection;
+class QKeyEvent;
+class QModelIndex;
 class QStackedWidget;
 class RowListView;
 class SectionHeader;
+struct RowMark;
 
 /// The middle column: the entries of the selected group, or what the search has found.
 class EntryListView : public QWidget {
@@ -24,19 +32,37 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void makeHeader();
     void arrange();
+    void connectList();
     void connectState();
+
+    void showList();
     void showEntries();
-    void showSelection();
-    void storeSelection();
+    void showHeader();
+    void showContent();
     [[nodiscard]] QWidget* emptyState();
-    bool answerKey(int key);
+    void showSelection();
+    [[nodiscard]] QItemSelection rowsOf(const std::set<UUID>& ids) const;
+    void showCurrent(const std::optional<UUID>& id, int row);
+    void storeSelection();
+
+    void addEntry();
+    void editFocusedEntry();
+    void openMenu(const QModelIndex& index, const QPoint& globalPosition);
+    bool answerKey(const QKeyEvent& event);
+
+    void drag(const QModelIndex& index);
+    [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;
+    void takeDrop(const std::set<UUID>& ids, const RowMark& place);
 
     AppState& m_state;
     EntryListModel* m_model;
     SectionHeader* m_header;
+    IconButton* m_sort;
+    IconButton* m_add;
     QStackedWidget* m_content;
     RowListView* m_list;
     QWidget* m_empty = nullptr;
-    bool m_isShowing = false;  // a selection that is shown was not chosen
+    bool m_isShowing = false;  // a selection that is shown was not chosen, and one that was chosen is shown already
 };

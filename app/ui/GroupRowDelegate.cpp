@@ -2,6 +2,8 @@
 #include "app/ui/GroupRowDelegate.h"
 
 #include "app/ui/GroupTreeModel.h"
+#include "app/ui/RowListView.h"
+#include "app/ui/RowText.h"
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconTile.h"
@@ -32,10 +34,9 @@ void GroupRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->save();
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     const bool isHovered = option.state.testFlag(QStyle::State_MouseOver);
-    Painting::roundedBox(
-        *painter, option.rect.adjusted(Metric::s, 0, -Metric::s, 0), Radius::control,
-        isSelected ? Palette::selection() : (isHovered ? Palette::hover : QColor()),
-        option.state.testFlag(QStyle::State_HasFocus) ? Palette::withOpacity(Palette::accent, 0.6) : QColor());
+    Painting::roundedBox(*painter, option.rect.adjusted(Metric::s, 0, -Metric::s, 0), Radius::control,
+                         isSelected ? Palette::selection() : (isHovered ? Palette::hover : QColor()),
+                         RowListView::showsFocus(option) ? Palette::accent : QColor());
 
     const auto placed = [&](const QRect& area) { return QStyle::visualRect(option.direction, option.rect, area); };
     const QRect chevron = chevronArea(option.rect, index.data(GroupTreeModel::depthRole).toInt(), Qt::LeftToRight);
@@ -65,7 +66,7 @@ void GroupRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->setFont(font);
     painter->setPen(Palette::text);
     painter->drawText(placed(name), Qt::AlignVCenter | Qt::TextSingleLine,
-                      QFontMetrics(font).elidedText(index.data().toString(), Qt::ElideRight, name.width()));
+                      RowText::elided(index.data().toString(), QFontMetrics(font), name.width()));
     painter->restore();
 }
 

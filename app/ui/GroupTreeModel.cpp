@@ -16,17 +16,17 @@ QString nameOf(const KdbxGroup& group) {
 void GroupTreeModel::show(const std::optional<KdbxDatabase>& database) {
     auto owner = database ? std::make_shared<const KdbxDatabase>(*database) : nullptr;
     auto rows = owner ? rowsOf(owner->root) : std::vector<Row>();
-    const bool isSame =
-        std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
-                   [](const Row& a, const Row& b) { return a.group->id == b.group->id && a.depth == b.depth; });
-    if (!isSame)
-        beginResetModel();
-    m_rows = std::move(rows);
-    m_owner = std::move(owner);
-    if (!isSame)
-        endResetModel();
-    else if (!m_rows.empty())
-        emit dataChanged(index(0), index(rowCount() - 1));
+    const auto formerOwner = std::exchange(m_owner, std::move(owner));  // whose groups are shown until all is told
+    become(
+        m_rows, std::move(rows),
+        [](const Row& a, const Row& b) { return a.group->id == b.group->id && a.depth == b.depth; },
+        [](const Row& a, const Row& b) { return a.group == b.group && a.entryCount == b.entryCount; });
+}
+
+std::optional<int> GroupTreeModel::parentOf(int row) const {
+    if (row <= 0)
+        return std::nullopt;
+    return static_cast<int>(m_rows[static_cast<std::size_t>(row)].parent);
 }
 
 // Without recursion, as a vault may be deeper than the stack. Hidden groups are walked too, since their entries count.
@@ -54,6 +54,14 @@ std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root) {
     return rows;
 }
 
+/// What the picture tells by its chevron, and the count.
+QString GroupTreeModel::spoken(const Row& row) {
+    const auto count = tr("%1 kayıt").arg(row.entryCount);
+    if (row.group->groups.empty())
+        return count;
+    return (row.group->isExpanded ? tr("Genişletilmiş") : tr("Daraltılmış")) + QStringLiteral(", ") + count;
+}
+
 std::optional<int> GroupTreeModel::rowOf(const UUID& id) const {
     const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) { return row.group->id == id; });
     if (found == m_rows.end())
@@ -74,7 +82,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return nameOf(*row.group);
         case Qt::AccessibleDescriptionRole:
-            return tr("%1 kayıt").arg(row.entryCount);
+            return spoken(row);
         case depthRole:
             return row.depth;
         case countRole:

@@ -1,28 +1,30 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/RowListModel.h"
 #include "core/model/KdbxDatabase.h"
-
-#include <QAbstractListModel>
 
 #include <memory>
 #include <optional>
 #include <vector>
 
 /// The groups as the column shows them, one a row: the root, and below each expanded group its subgroups.
-class GroupTreeModel : public QAbstractListModel {
+class GroupTreeModel : public RowListModel {
     Q_OBJECT
 
 public:
     enum Role : int { depthRole = Qt::UserRole + 1, countRole, iconRole, hasChildrenRole, isExpandedRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using RowListModel::RowListModel;
 
     /// Shows a vault's groups, and holds the vault for as long as they show.
     void show(const std::optional<KdbxDatabase>& database);
 
     [[nodiscard]] const KdbxGroup& group(int row) const { return *m_rows[static_cast<std::size_t>(row)].group; }
     [[nodiscard]] std::optional<int> rowOf(const UUID& id) const;
+
+    /// The row of the group above; none for the root.
+    [[nodiscard]] std::optional<int> parentOf(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -35,6 +37,7 @@ private:
         std::int64_t entryCount;  // of the group and all below it
     };
 
+    static QString spoken(const Row& row);
     static std::vector<Row> rowsOf(const KdbxGroup& root);
 
     std::shared_ptr<const KdbxDatabase> m_owner;  // the root lies in it, so it does not move

@@ -3,15 +3,19 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/GroupRowDelegate.h"
+#include "app/ui/GroupRowMenu.h"
 #include "app/ui/GroupTreeModel.h"
+#include "app/ui/RowDropTarget.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Card.h"
+#include "app/ui/components/IconButton.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
 
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -29,8 +33,10 @@ GroupTreeView::GroupTreeView(AppState& state, QWidget* parent)
       m_state(state),
       m_model(new GroupTreeModel(this)),
       m_name(new TextLabel({}, BrandFont::body(nameSize, QFont::DemiBold), Palette::text)),
+      m_add(new IconButton(QStringLiteral("folder.badge.plus"), tr("Yeni grup (⇧⌘G)"))),
       m_list(new RowListView(tr("Gruplar"))) {
     arrange();
+    connectList();
     connectState();
     showGroups();
 }
@@ -43,6 +49,7 @@ QWidget* GroupTreeView::makeHeader() {
     row->setSpacing(Metric::s);
     row->addWidget(new BrandMark(markSide));
     row->addWidget(m_name, 1);
+    row->addWidget(m_add);
     return header;
 }
 
@@ -60,11 +67,21 @@ void GroupTreeView::arrange() {
     column->addWidget(m_list, 1);
 }
 
+void GroupTreeView::connectList() {
+    connect(m_add, &IconButton::clicked, this, &GroupTreeView::addGroup);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupTreeView::storeSelection);
+    connect(m_list, &RowListView::clicked, this, &GroupTreeView::choose);
+    connect(m_list, &RowListView::menuRequested, this, &GroupTreeView::openMenu);
+    new RowDropTarget(*m_list,
+                      {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
+                       .drop = [this](const std::set<UUID>& ids, const RowMark& place) { takeDrop(ids, place); },
+                       .rest = [this](const RowMark& place) { setExpanded(place.row, true); }});
+}
+
 void GroupTreeView::connectState() {
     connect(&m_state, &AppState::databaseChanged, this, &GroupTreeView::showGroups);
     connect(&m_state, &AppState::databaseURLChanged, this, &GroupTreeView::showGroups);
     connect(&m_state, &AppState::selectedGroupIDChanged, this, &GroupTreeView::showSelection);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupTreeView::storeSelection);
 }
 
 void GroupTreeView::showGroups() {
@@ -86,30 +103,73 @@ void GroupTreeView::showSelection() {
 }
 
 void GroupTreeView::storeSelection() {
-    const auto current = m_list->currentIndex();
-    if (m_isShowing || !current.isValid())
+    if (!m_isShowing)
+        choose(m_list->currentIndex());
+}
+
+/// Also of the group that is selected already: a click on it still empties the selection of entries.
+void GroupTreeView::choose(const QModelIndex& index) {
+    if (!index.isValid())
         return;
-    m_state.setSelectedGroupID(m_model->group(current.row()).id);
+    m_state.setSelectedGroupID(m_model->group(index.row()).id);
     m_state.setSelectedEntryIDs({});
 }
 
+void GroupTreeView::addGroup() {
+    if (const auto* root = m_state.root())
+        m_state.setRoute(AppState::Route::newGroup(m_state.selectedGroupID().value_or(root->id)));
+}
+
+void GroupTreeView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
+    auto* const menu = GroupRowMenu::make(m_state, m_model->group(index.row()), this);
+    m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
+    connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
+    menu->popup(globalPosition);
+}
+
 bool GroupTreeView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_list && event->type() == QEvent::KeyPress && answerKey(static_cast<QKeyEvent*>(event)->key()))
+    if (watched == m_list && event->type() == QEvent::KeyPress && answerKey(static_cast<const QKeyEvent&>(*event)))
         return true;
-    if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonPress &&
-        answerClick(static_cast<QMouseEvent*>(event)->pos()))
-        return true;
+    if (watched == m_list->viewport() &&
+        (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)) {
+        const auto& click = static_cast<const QMouseEvent&>(*event);
+        if (click.button() == Qt::LeftButton && answerClick(click.position().toPoint()))
+            return true;
+    }
     return QWidget::eventFilter(watched, event);
 }
 
-/// The arrow keys along the line of writing open and close a group.
-bool GroupTreeView::answerKey(int key) {
+/// The arrow keys along the line of writing lead into a group and out of it.
+bool GroupTreeView::answerKey(const QKeyEvent& event) {
     const auto current = m_list->currentIndex();
-    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
-    if (!current.isValid() || (key != Qt::Key_Left && key != Qt::Key_Right))
+    if (!current.isValid() || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
         return false;
-    setExpanded(current.row(), (key == Qt::Key_Right) != isMirrored);
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    if (event.key() == (isMirrored ? Qt::Key_Left : Qt::Key_Right))
+        goIn(current.row());
+    else if (event.key() == (isMirrored ? Qt::Key_Right : Qt::Key_Left))
+        goOut(current.row());
+    else
+        return false;
     return true;
+}
+
+void GroupTreeView::goIn(int row) {
+    const auto& group = m_model->group(row);
+    if (group.groups.empty())
+        return;
+    if (group.isExpanded)
+        m_list->setCurrentIndex(m_model->index(row + 1));
+    else
+        setExpanded(row, true);
+}
+
+void GroupTreeView::goOut(int row) {
+    const auto& group = m_model->group(row);
+    if (!group.groups.empty() && group.isExpanded)
+        setExpanded(row, false);
+    else if (const auto parent = m_model->parentOf(row))
+        m_list->setCurrentIndex(m_model->index(*parent));
 }
 
 bool GroupTreeView::answerClick(const QPoint& position) {
@@ -128,6 +188,15 @@ void GroupTreeView::setExpanded(int row, bool isExpanded) {
     const auto& group = m_model->group(row);
     if (!group.groups.empty() && group.isExpanded != isExpanded)
         m_state.setGroupExpanded(group.id, isExpanded);
+}
+
+std::optional<RowMark> GroupTreeView::dropPlaceAt(const QPoint& position) const {
+    const auto index = m_list->indexAt(position);
+    return index.isValid() ? std::optional(RowMark{index.row(), RowMark::Shape::ground}) : std::nullopt;
+}
+
+void GroupTreeView::takeDrop(const std::set<UUID>& ids, const RowMark& place) {
+    m_state.moveEntriesTo(ids, m_model->group(place.row).id);
 }
 
 void GroupTreeView::paintEvent(QPaintEvent*) {

@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/model/UUID.h"
+
 #include <QWidget>
+
+#include <optional>
+#include <set>
 
 class AppState;
 class GroupTreeModel;
+class IconButton;
+class QKeyEvent;
+class QModelIndex;
 class RowListView;
 class TextLabel;
+struct RowMark;
 
 /// The left column: the vault's name and its groups. The selected group is what the entry list shows.
 class GroupTreeView : public QWidget {
@@ -22,17 +31,29 @@ protected:
 private:
     [[nodiscard]] QWidget* makeHeader();
     void arrange();
+    void connectList();
     void connectState();
+
     void showGroups();
     void showSelection();
     void storeSelection();
-    bool answerKey(int key);
+    void choose(const QModelIndex& index);
+    void addGroup();
+    void openMenu(const QModelIndex& index, const QPoint& globalPosition);
+
+    bool answerKey(const QKeyEvent& event);
+    void goIn(int row);
+    void goOut(int row);
     bool answerClick(const QPoint& position);
     void setExpanded(int row, bool isExpanded);
+
+    [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;
+    void takeDrop(const std::set<UUID>& ids, const RowMark& place);
 
     AppState& m_state;
     GroupTreeModel* m_model;
     TextLabel* m_name;
+    IconButton* m_add;
     RowListView* m_list;
     bool m_isShowing = false;  // a selection that is shown was not chosen
 };

@@ -2,6 +2,26 @@
 #include "app/ui/RowListView.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Painting.h"
+
+#include <QContextMenuEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double dropOpacity = 0.12;
+constexpr int dropLineWidth = 2;
+
+QChar folded(QChar letter) {
+    constexpr QStringView sameLetters = u"Iİı";
+    return sameLetters.contains(letter) ? QChar(u'i') : letter.toLower();
+}
+
+}  // namespace
 
 RowListView::RowListView(const QString& name, QWidget* parent) : QListView(parent) {
     setAccessibleName(name);
@@ -11,8 +31,201 @@ RowListView::RowListView(const QString& name, QWidget* parent) : QListView(paren
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
     setMouseTracking(true);
+    viewport()->setAttribute(Qt::WA_Hover);  // told of the pointer also where it is over the row's buttons
     setViewportMargins(0, Metric::s, 0, Metric::s);
     // The ground is the column's own.
     setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
+}
+
+void RowListView::setMark(std::optional<RowMark> mark) {
+    if (std::exchange(m_mark, mark) != mark)
+        viewport()->update();
+}
+
+// Qt's own search asks for each text in full and in one letter case; a list of 100,000 would stop at each letter.
+void RowListView::keyboardSearch(const QString& typed) {
+    const int rows = model()->rowCount();
+    if (rows == 0 || typed.isEmpty())
+        return;
+    // The first letter moves on from where we are, the next ones stay for as long as they fit.
+    const int current = currentIndex().row();
+    const int first = typed.size() > 1 ? std::max(current, 0) : current + 1;
+    for (int step = 0; step < rows; ++step) {
+        const auto index = model()->index((first + step) % rows, 0);
+        if (isTyped(index, typed)) {
+            selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+            return;
+        }
+    }
+}
+
+bool RowListView::isTyped(const QModelIndex& index, const QString& typed) const {
+    const QString text = index.data().toString();
+    return text.size() >= typed.size() && std::equal(typed.begin(), typed.end(), text.begin(),
+                                                     [](QChar a, QChar b) { return folded(a) == folded(b); });
+}
+
+bool RowListView::viewportEvent(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::HoverEnter:
+        case QEvent::HoverMove:
+            m_pointer = static_cast<QHoverEvent*>(event)->position().toPoint();
+            break;
+        case QEvent::HoverLeave:
+        case QEvent::Leave:
+            m_pointer = std::nullopt;
+            break;
+        default:
+            break;
+    }
+    const bool isAnswered = QListView::viewportEvent(event);
+    showHover();
+    return isAnswered;
+}
+
+void RowListView::forgetPointer() {
+    QHoverEvent leave(QEvent::HoverLeave, QPointF(-1, -1), QPointF(-1, -1), QPointF(-1, -1));
+    viewportEvent(&leave);
+}
+
+/// Rows have moved; the pointer may rest on another one now.
+void RowListView::followPointer() {
+    if (m_pointer) {
+        QHoverEvent move(QEvent::HoverMove, *m_pointer, viewport()->mapToGlobal(QPointF(*m_pointer)), *m_pointer);
+        QListView::viewportEvent(&move);
+    }
+    showHover();
+    emit hoverMoved();
+}
+
+void RowListView::showHover() {
+    const auto hovered = m_pointer ? indexAt(*m_pointer) : QModelIndex();
+    if (m_hovered == hovered)
+        return;
+    m_hovered = hovered;
+    emit hoverMoved();
+}
+
+void RowListView::scrollContentsBy(int dx, int dy) {
+    QListView::scrollContentsBy(dx, dy);
+    followPointer();
+}
+
+void RowListView::updateGeometries() {
+    QListView::updateGeometries();
+    followPointer();
+}
+
+bool RowListView::showsFocus(const QStyleOptionViewItem& option) {
+    const auto* const list = qobject_cast<const RowListView*>(option.widget);
+    return option.state.testFlag(QStyle::State_HasFocus) && (!list || list->m_isKeyboardUsed);
+}
+
+void RowListView::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    // The ground lies beneath the row's text, the lines above it.
+    const bool isGround = m_mark && m_mark->shape == RowMark::Shape::ground;
+    if (isGround)
+        paintMark(painter);
+    painter.end();
+    QListView::paintEvent(event);
+    if (!m_mark || isGround)
+        return;
+    painter.begin(viewport());
+    paintMark(painter);
+}
+
+void RowListView::paintMark(QPainter& painter) const {
+    const auto index = model()->index(m_mark->row, 0);
+    if (!index.isValid())
+        return;
+    const QRect row = visualRect(index).adjusted(Metric::s, 0, -Metric::s, 0);
+    const auto line = [&](int y) {
+        Painting::roundedBox(painter,
+                             QRectF(row.left(), std::max(0, y - dropLineWidth / 2), row.width(), dropLineWidth),
+                             Radius::pill, Palette::accent);
+    };
+    switch (m_mark->shape) {
+        case RowMark::Shape::ground:
+            if (!selectionModel()->isSelected(index))
+                Painting::roundedBox(painter, row, Radius::control, Palette::withOpacity(Palette::accent, dropOpacity));
+            break;
+        case RowMark::Shape::lineAbove:
+            return line(row.top());
+        case RowMark::Shape::lineBelow:
+            return line(row.bottom() + 1);
+        case RowMark::Shape::outline:
+            return Painting::roundedBox(painter, row, Radius::control, {}, Palette::lineStrong);
+    }
+}
+
+void RowListView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        return requestMenuAtCurrent();
+    if (const auto index = indexAt(event->pos()); index.isValid())
+        emit menuRequested(index, event->globalPos());
+}
+
+void RowListView::requestMenuAtCurrent() {
+    const auto index = currentIndex();
+    if (!index.isValid())
+        return;
+    scrollTo(index);
+    const QRect row = visualRect(index);
+    const QPoint corner = layoutDirection() == Qt::RightToLeft ? row.bottomRight() - QPoint(Metric::xxl, 0)
+                                                               : row.bottomLeft() + QPoint(Metric::xxl, 0);
+    emit menuRequested(index, viewport()->mapToGlobal(corner));
+}
+
+void RowListView::keyPressEvent(QKeyEvent* event) {
+    m_isKeyboardUsed = true;
+    viewport()->update();
+    // What a row is copied as is decided by the commands; the base class would put its title on the clipboard.
+    if (event->matches(QKeySequence::Copy))
+        return event->ignore();
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        return requestMenuAtCurrent();
+    QListView::keyPressEvent(event);
+}
+
+void RowListView::focusInEvent(QFocusEvent* event) {
+    const auto reason = event->reason();
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+        m_isKeyboardUsed = true;
+    QListView::focusInEvent(event);
+    if (!currentIndex().isValid() && model()->rowCount() > 0)
+        selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    viewport()->update();
+}
+
+// Only the left button selects: a menu is for the row that it is opened on, whatever is selected.
+void RowListView::mousePressEvent(QMouseEvent* event) {
+    m_isKeyboardUsed = false;
+    m_doubleClicked = QModelIndex();
+    if (event->button() != Qt::LeftButton)
+        return event->accept();
+    m_pressed = indexAt(event->position().toPoint());
+    QListView::mousePressEvent(event);
+    viewport()->update();
+}
+
+void RowListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return event->accept();
+    QListView::mouseDoubleClickEvent(event);
+    m_doubleClicked = indexAt(event->position().toPoint());
+}
+
+void RowListView::mouseReleaseEvent(QMouseEvent* event) {
+    QListView::mouseReleaseEvent(event);
+    const QModelIndex index = std::exchange(m_doubleClicked, QPersistentModelIndex());
+    if (event->button() == Qt::LeftButton && index.isValid() && indexAt(event->position().toPoint()) == index)
+        emit clickedTwice(index);
+}
+
+void RowListView::startDrag(Qt::DropActions) {
+    if (m_pressed.isValid())
+        emit dragStarted(m_pressed);
 }

@@ -47,6 +47,11 @@ void IconButton::setFramed(bool isFramed) {
     update();
 }
 
+void IconButton::setOnHoverGround(bool isOnHoverGround) {
+    m_isOnHoverGround = isOnHoverGround;
+    update();
+}
+
 void IconButton::setMenu(QMenu* menu) {
     connect(this, &IconButton::clicked, menu,
             [this, menu] { menu->popup(mapToGlobal(QPoint(0, height() + Metric::xs))); });
@@ -59,9 +64,9 @@ void IconButton::paintEvent(QPaintEvent*) {
     const bool isHovered = underMouse() && isEnabled();
     QColor ground = m_isFramed ? Palette::hover : QColor();
     if (isHovered)
-        ground = m_isFramed ? Palette::hover.lighter(118) : Palette::hover;
+        ground = m_isFramed ? Palette::hover.lighter(118) : (m_isOnHoverGround ? Palette::lineStrong : Palette::hover);
     if (isDown())
-        ground = Palette::line;
+        ground = m_isOnHoverGround ? Palette::canvas : Palette::line;
     const QColor outline = m_isFramed ? Palette::lineStrong : QColor();
     Painting::roundedBox(painter, rect(), m_side > Metric::controlHeightSmall ? Radius::control : Radius::small, ground,
                          outline);

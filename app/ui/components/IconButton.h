@@ -21,6 +21,8 @@ public:
     void setSides(int button, int symbol);
     /// With a ground and an outline of its own, as beside the lock card's action.
     void setFramed(bool isFramed);
+    /// Stands on ground in the hover colour, where the usual answer to the pointer would not be seen.
+    void setOnHoverGround(bool isOnHoverGround);
     /// Opens this menu under the button when pressed.
     void setMenu(QMenu* menu);
 
@@ -38,4 +40,5 @@ private:
     int m_side;
     int m_symbolSide = 16;
     bool m_isFramed = false;
+    bool m_isOnHoverGround = false;
 };

@@ -113,7 +113,13 @@ TEST_F(ListModelsTest, anUnnamedGroupIsNamed) {
     state->edit("Adım", [](KdbxDatabase& database) { database.root.name = ""; });
     showAll();
     EXPECT_EQ(texts(groups)[0], "Adsız grup");
-    EXPECT_EQ(texts(groups, Qt::AccessibleDescriptionRole)[0], "3 kayıt");
+}
+
+TEST_F(ListModelsTest, groupsSpeakTheirCountAndWhetherTheyAreOpen) {
+    EXPECT_THAT(texts(groups, Qt::AccessibleDescriptionRole), ElementsAre("Genişletilmiş, 3 kayıt", "1 kayıt"));
+    state->setGroupExpanded(state->root()->id, false);
+    showAll();
+    EXPECT_THAT(texts(groups, Qt::AccessibleDescriptionRole), ElementsAre("Daraltılmış, 3 kayıt"));
 }
 
 TEST_F(ListModelsTest, aTreeOfAnyDepthShows) {

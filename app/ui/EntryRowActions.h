@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/model/UUID.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class AppState;
+class EntryListModel;
+class IconButton;
+struct KdbxEntry;
+class RowListView;
+
+/// The buttons at the end of the row under the pointer: they copy and type without selecting. One set for the whole
+/// list, which goes where the pointer goes. The keyboard has the row's menu instead.
+class EntryRowActions : public QWidget {
+    Q_OBJECT
+
+public:
+    EntryRowActions(AppState& state, const EntryListModel& model, RowListView& list);
+
+    /// What the buttons take of the row's end, with the gap before them.
+    [[nodiscard]] static int widthFor(bool hasAutoType);
+
+private:
+    IconButton* add(const QString& symbol, const QString& tip, void (AppState::*verb)(const KdbxEntry*));
+    void follow();
+
+    AppState& m_state;
+    const EntryListModel& m_model;
+    RowListView& m_list;
+    std::optional<UUID> m_entryID;
+    IconButton* m_autoType = nullptr;
+};

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/model/KdbxDatabase.h"
+
+#include <set>
+
+class AppState;
+class QMenu;
+class QWidget;
+
+/// The menu of one row of the entry list.
+namespace EntryRowMenu {
+
+/// What duplicates and deletes, and what is dragged: the whole selection where the entry is part of it, else the entry
+/// alone.
+[[nodiscard]] std::set<UUID> targetIDs(const AppState& state, const UUID& entryID);
+
+/// A menu that is deleted when it closes, and closes when the vault is locked.
+[[nodiscard]] QMenu* make(AppState& state, const KdbxEntry& entry, QWidget* parent);
+
+}  // namespace EntryRowMenu

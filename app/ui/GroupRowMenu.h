@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/model/KdbxDatabase.h"
+
+class AppState;
+class QMenu;
+class QWidget;
+
+/// The menu of one row of the group column.
+namespace GroupRowMenu {
+
+/// A menu that is deleted when it closes, and closes when the vault is locked.
+[[nodiscard]] QMenu* make(AppState& state, const KdbxGroup& group, QWidget* parent);
+
+}  // namespace GroupRowMenu

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ui/RowListView.h"
+#include "core/model/UUID.h"
+
+#include <QObject>
+#include <QPoint>
+#include <QTimer>
+
+#include <functional>
+#include <optional>
+#include <set>
+
+/// Lets entries be dropped on a list. It marks the place, scrolls near the edges, and tells of a row that the drag
+/// rests on.
+class RowDropTarget : public QObject {
+    Q_OBJECT
+
+public:
+    struct Rules {
+        /// Where a drag over this point of the viewport would be let go; none where it cannot be.
+        std::function<std::optional<RowMark>(const QPoint&)> placeAt;
+        std::function<void(const std::set<UUID>&, const RowMark&)> drop;
+        /// The drag has rested on this place for a while.
+        std::function<void(const RowMark&)> rest = [](const RowMark&) {};
+    };
+
+    RowDropTarget(RowListView& list, Rules rules);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void follow(QDragMoveEvent& event);
+    void takeDrop(QDropEvent& event);
+    void end();
+    void show(std::optional<RowMark> place);
+    void scroll();
+    [[nodiscard]] int scrollStep() const;
+
+    RowListView& m_list;
+    Rules m_rules;
+    QPoint m_position;
+    QTimer m_scrolling;
+    QTimer m_resting;
+};
