@@ -14,7 +14,8 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-PATIENCE = 60  # seconds; a loaded machine is slow, and a condition that holds is not waited for
+# Seconds. A loaded machine is slow, and a condition that holds is not waited for.
+PATIENCE = float(os.environ.get("BRENVIK_PATIENCE", "60"))
 
 
 def wait_for(condition, what, patience=None):
@@ -235,7 +236,15 @@ class Program:
         return wait_for(lambda: not self.nodes(role, name), f"no {role} named {name} any more")
 
     def focused(self):
-        return next((node for node in self.nodes() if has_state(node, Atspi.StateType.FOCUSED)), None)
+        """Where the keys go: an open menu's item, else the focused control, and in a list its current row."""
+        found = [node for node in self.nodes() if has_state(node, Atspi.StateType.FOCUSED)]
+        # Every list's current row says that it is focused, also while the list is not.
+        controls = [node for node in found if node.get_role_name() not in ("list item", "popup menu", "menu bar")]
+        items = [node for node in controls if "menu item" in node.get_role_name()]
+        focus = next(reversed(items or controls), None)
+        if focus is None or focus.get_role_name() != "list":
+            return focus
+        return next((row for row in children_of(focus) if has_state(row, Atspi.StateType.FOCUSED)), focus)
 
     def focus_is_on(self, name):
         return wait_for(lambda: (self.focused() or self.window).get_name() == name, f"the focus on {name}")
