@@ -3,10 +3,26 @@
 
 #include "app/ui/ApplicationStyle.h"
 #include "app/ui/FontRegistrar.h"
+#include "app/ui/components/Motion.h"
 #include "core/container/KdbxFile.h"
 #include "platform/qt/DesktopClipboard.h"
+#include "platform/qt/MotionSetting.h"
 
 #include <QApplication>
+
+namespace {
+
+/// The user may change his mind while the program runs: it asks again whenever it is turned to.
+void followMotionSetting(QApplication& application) {
+    const auto ask = [] { Motion::setReduced(MotionSetting::isReduced()); };
+    ask();
+    QObject::connect(&application, &QApplication::applicationStateChanged, &application, [ask](auto state) {
+        if (state == Qt::ApplicationActive)
+            ask();
+    });
+}
+
+}  // namespace
 
 BrenvikApp::BrenvikApp(QApplication& application)
     : m_files(m_calls),
@@ -33,6 +49,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
                 .state = m_state}) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
+    followMotionSetting(application);
     m_window.emplace(Environment{.state = m_state,
                                  .preferences = m_preferences,
                                  .clipboard = m_clipboard,

@@ -3,6 +3,7 @@
 
 #include "app/ui/Theme.h"
 #include "app/ui/components/FocusRing.h"
+#include "app/ui/components/Motion.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -35,6 +36,8 @@ public:
                 return 120;
             case SH_ToolTip_WakeUpDelay:
                 return 600;
+            case SH_Widget_Animation_Duration:
+                return Motion::milliseconds();
             case SH_UnderlineShortcut:
                 return 0;
             default:

@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Motion.h"
 
-#include <QApplication>
-#include <QStyle>
-
 namespace Motion {
+namespace {
+
+bool isCalm = false;
+
+}  // namespace
 
 bool isReduced() {
-    // The desktop's settings reach Qt as the style's animation time: desktops that ask for calm set it to nothing.
-    return QApplication::style()->styleHint(QStyle::SH_Widget_Animation_Duration) == 0;
+    return isCalm;
+}
+
+void setReduced(bool isReduced) {
+    isCalm = isReduced;
 }
 
 int milliseconds(std::chrono::milliseconds duration) {

@@ -10,8 +10,9 @@
 /// How things move: shortly, easing out, and not at all where the desktop asks for calm.
 namespace Motion {
 
-/// Whether the desktop asks for reduced motion.
+/// Whether the desktop asks for reduced motion. Not before `setReduced` has said so.
 [[nodiscard]] bool isReduced();
+void setReduced(bool isReduced);
 
 /// A duration for an animation, in milliseconds: 0 where motion is reduced, which Qt runs as a jump to the end.
 [[nodiscard]] int milliseconds(std::chrono::milliseconds duration = Metric::motion);
