@@ -6,6 +6,7 @@
 #include "app/ui/Commands.h"
 #include "app/ui/MainView.h"
 #include "app/ui/RouteSheet.h"
+#include "app/ui/ScreenFade.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/IconTile.h"
@@ -14,16 +15,15 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 
 MainWindow::MainWindow(const Environment& environment)
     : m_state(environment.state),
       m_commands(new Commands(environment, *this)),
-      m_content(new QWidget),
-      m_screens(new QStackedWidget(m_content)),
+      m_screens(new QStackedWidget),
       m_unlockView(new UnlockView(environment.state)),
       m_mainView(new MainView(environment, *m_commands)),
-      m_about(new SheetHost(m_screens, m_content)),
+      m_fade(new ScreenFade(m_screens)),
+      m_about(new SheetHost(m_screens, this)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
     new RouteSheet(environment, m_screens, this);
@@ -38,21 +38,26 @@ void MainWindow::arrange() {
     m_commands->fill(*menuBar());
     m_screens->addWidget(m_unlockView);
     m_screens->addWidget(m_mainView);
-    auto* const column = new QVBoxLayout(m_content);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(m_screens);
-    setCentralWidget(m_content);
+    setCentralWidget(m_screens);
 }
 
 void MainWindow::connectState() {
     connect(&m_state, &AppState::isLockedChanged, this, &MainWindow::showScreen);
     connect(&m_state, &AppState::routeChanged, this, &MainWindow::hideAbout);
+    connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
 }
 
+/// Of the columns while they still have something to show: once the state tells of the lock, the vault is gone.
+void MainWindow::keepPicture() {
+    if (!m_state.isLocked())
+        m_picture = ScreenFade::pictureOf(*m_screens);
+}
+
 void MainWindow::showScreen() {
     hideAbout();
+    auto picture = m_state.isLocked() ? std::exchange(m_picture, {}) : ScreenFade::pictureOf(*m_screens);
     if (m_state.isLocked()) {
         m_screens->setCurrentWidget(m_unlockView);
         m_unlockView->startOver();
@@ -60,6 +65,8 @@ void MainWindow::showScreen() {
         m_screens->setCurrentWidget(m_mainView);
         m_mainView->takeFocus();
     }
+    if (isVisible())
+        m_fade->start(std::move(picture));
     sizeWindow();
 }
 

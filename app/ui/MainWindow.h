@@ -3,11 +3,13 @@
 
 #include "app/ui/Environment.h"
 
+#include <QImage>
 #include <QMainWindow>
 
 class Commands;
 class MainView;
 class QStackedWidget;
+class ScreenFade;
 class SheetHost;
 class UnlockView;
 class WindowSizer;
@@ -32,6 +34,7 @@ protected:
 private:
     void arrange();
     void connectState();
+    void keepPicture();
     void showScreen();
     void showAbout();
     void hideAbout();
@@ -39,11 +42,12 @@ private:
 
     AppState& m_state;
     Commands* m_commands;
-    QWidget* m_content;  // the screens, and the sheets over them
     QStackedWidget* m_screens;
     UnlockView* m_unlockView;
     MainView* m_mainView;
+    ScreenFade* m_fade;
     SheetHost* m_about;
     WindowSizer* m_sizer;
+    QImage m_picture;  // of the screen that is about to go
     bool m_hasAppeared = false;
 };

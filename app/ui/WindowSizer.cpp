@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QTimer>
+#include <QWindow>
 
 namespace {
 
@@ -42,8 +43,11 @@ void WindowSizer::apply() {
 void WindowSizer::applyMain() {
     const bool isNew = !m_lastMode || !std::holds_alternative<Main>(*m_lastMode);
     m_lastMode = m_mode;
-    if (isNew)
-        setContentSize(m_savedMainSize.value_or(usualMain).expandedTo(smallestMain), smallestMain, unlimited);
+    if (!isNew)
+        return;  // a free window is the user's
+    setContentSize(m_savedMainSize.value_or(usualMain).expandedTo(smallestMain), smallestMain, unlimited);
+    if (m_savedSpread != Qt::WindowNoState)
+        m_window.setWindowState(m_window.windowState() | std::exchange(m_savedSpread, Qt::WindowNoState));
 }
 
 void WindowSizer::applyLock(int cardHeight) {
@@ -52,8 +56,10 @@ void WindowSizer::applyLock(int cardHeight) {
         m_lastMode = m_mode;
         return;
     }
-    if (wasMain && m_window.isMaximized()) {
+    const auto spread = m_window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (wasMain && spread != Qt::WindowNoState) {
         // A window that turns into a card while it is maximised loses its frame under some window managers.
+        m_savedSpread = spread;
         m_window.showNormal();
         setMode(m_mode);
         return;
@@ -71,19 +77,22 @@ void WindowSizer::applyLock(int cardHeight) {
 
 // The frame's middle is taken before any limit changes: limits resize at once, from the upper left corner.
 void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
-    const auto centre = m_window.frameGeometry().center();
-    const auto frame = m_window.frameGeometry().size() - m_window.geometry().size();
     const bool hasChanged = m_window.size() != size;
-    const bool isPlaced = m_window.isVisible() && !frame.isEmpty();  // else the window manager places it
-
+    if (!hasChanged && m_window.minimumSize() == smallest && m_window.maximumSize() == largest)
+        return;
+    const auto centre = m_window.frameGeometry().center();
     m_window.setMinimumSize(0, 0);
     m_window.setMaximumSize(unlimited);
     m_window.resize(size);
     m_window.setMinimumSize(smallest);
     m_window.setMaximumSize(largest);
-    if (!hasChanged || !isPlaced)
-        return;
-    QRect target(QPoint(), size + frame);
+    if (hasChanged && isPlaced())
+        centreFrame(centre);
+}
+
+void WindowSizer::centreFrame(QPoint centre) {
+    const auto frame = m_window.frameGeometry().size() - m_window.geometry().size();
+    QRect target(QPoint(), m_window.size() + frame);
     target.moveCenter(centre);
     const auto area = availableArea();
     if (!area.isEmpty()) {
@@ -91,6 +100,11 @@ void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
         target.moveTop(std::max(area.top(), std::min(target.top(), area.bottom() + 1 - target.height())));
     }
     m_window.move(target.topLeft());
+}
+
+/// Whether the window manager has given the window its first place.
+bool WindowSizer::isPlaced() const {
+    return m_window.isVisible() && m_window.windowHandle() && m_window.windowHandle()->isExposed();
 }
 
 QRect WindowSizer::availableArea() const {

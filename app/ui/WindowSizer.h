@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QSize>
 
 #include <optional>
@@ -31,11 +32,14 @@ private:
     void applyMain();
     void applyLock(int cardHeight);
     void setContentSize(QSize size, QSize smallest, QSize largest);
+    void centreFrame(QPoint centre);
+    [[nodiscard]] bool isPlaced() const;
     [[nodiscard]] QRect availableArea() const;
 
     QMainWindow& m_window;
     Mode m_mode;
-    std::optional<Mode> m_lastMode;        // none before the first
-    std::optional<QSize> m_savedMainSize;  // to go back to on leaving the card
+    std::optional<Mode> m_lastMode;                      // none before the first
+    std::optional<QSize> m_savedMainSize;                // to go back to on leaving the card
+    Qt::WindowStates m_savedSpread = Qt::WindowNoState;  // maximised or over the whole screen, to go back to as well
     bool m_isQueued = false;
 };
