@@ -7,15 +7,6 @@
 
 namespace {
 
-struct Modifier {
-    std::uint64_t flag;
-    std::uint16_t code;
-};
-
-// In the order in which they are pressed.
-constexpr std::array modifiers{Modifier{KeyFlag::shift, 56}, Modifier{KeyFlag::control, 59},
-                               Modifier{KeyFlag::option, 58}, Modifier{KeyFlag::command, 55}};
-
 bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint64_t held) {
     const std::array events{
         KeyEvent{.kind = KeyEvent::Kind::flagsChanged, .code = code, .down = down, .flags = held, .text = {}}};
@@ -25,7 +16,7 @@ bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint
 }  // namespace
 
 PressedModifiers::~PressedModifiers() {
-    for (auto modifier = modifiers.rbegin(); modifier != modifiers.rend(); ++modifier) {
+    for (auto modifier = modifierKeys.rbegin(); modifier != modifierKeys.rend(); ++modifier) {
         if ((m_flags & modifier->flag) == 0)
             continue;
         m_held &= ~modifier->flag;
@@ -34,7 +25,7 @@ PressedModifiers::~PressedModifiers() {
 }
 
 void PressedModifiers::press() {
-    for (const auto& [flag, code] : modifiers) {
+    for (const auto& [flag, code] : modifierKeys) {
         if ((m_flags & flag) == 0)
             continue;
         if (!postChange(m_source, code, true, m_held | flag))

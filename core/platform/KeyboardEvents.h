@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -14,6 +15,16 @@ inline constexpr std::uint64_t option = 0x80000;
 inline constexpr std::uint64_t command = 0x100000;
 inline constexpr std::uint64_t all = shift | control | option | command;
 }  // namespace KeyFlag
+
+/// A key that is held for one of the flags.
+struct ModifierKey {
+    std::uint64_t flag;
+    std::uint16_t code;  // virtual key code
+};
+
+/// In the order in which they are pressed.
+inline constexpr std::array modifierKeys{ModifierKey{KeyFlag::shift, 56}, ModifierKey{KeyFlag::control, 59},
+                                         ModifierKey{KeyFlag::option, 58}, ModifierKey{KeyFlag::command, 55}};
 
 /// One event of the keyboard.
 struct KeyEvent {
