@@ -3,15 +3,12 @@
 
 #include "core/autotype/KeyCodes.h"
 #include "platform/x11/XAnswer.h"
+#include "platform/x11/Xkb.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
-
-#define explicit explicit_  // the name of a field in there
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace {
 

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/desktop/VirtualDisplay.h"
 
-VirtualDisplay::VirtualDisplay() {
+VirtualDisplay::VirtualDisplay(const QStringList& furtherOptions) {
     // Without -noreset the server forgets everything when its last client leaves.
     m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start("Xvfb", {"-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", "1280x800x24"});
+    m_server.start(
+        "Xvfb",
+        QStringList{"-displayfd", "1", "-noreset", "-nolisten", "tcp", "-screen", "0", "1280x800x24"} + furtherOptions);
     QByteArray number;
     while (!number.endsWith('\n') && m_server.waitForReadyRead(30'000))
         number += m_server.readAllStandardOutput();

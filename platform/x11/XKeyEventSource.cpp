@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "platform/x11/XKeyEventSource.h"
+
+#include "core/text/TextUTF8.h"
+#include "platform/x11/XKeycode.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <ranges>
+
+namespace {
+
+constexpr xcb_keycode_t returnKeycode = 36;
+
+// Programs drop the character, and take the key for it.
+bool isLineEnd(std::string_view text) {
+    return text == "\n" || text == "\r\n" || text == "\r";
+}
+
+/// Calls `work` for each code point.
+template <class Work>
+void forEachCodePoint(std::string_view text, Work&& work) {
+    for (std::size_t offset = 0; offset < text.size();) {
+        const auto scalar = TextUTF8::next(text, offset);
+        work(scalar.value);
+        offset += scalar.length;
+    }
+}
+
+std::uint64_t flagOfCode(std::uint16_t code) {
+    const auto* const modifier = std::ranges::find(modifierKeys, code, &ModifierKey::code);
+    return modifier == modifierKeys.end() ? 0 : modifier->flag;
+}
+
+}  // namespace
+
+XKeyEventSource::XKeyEventSource(Desktop desktop) : m_desktop(desktop), m_locksOff(desktop.connection) {}
+
+XKeyEventSource::~XKeyEventSource() {
+    m_desktop.posted.releaseAll();
+}
+
+bool XKeyEventSource::post(std::span<const KeyEvent> events) {
+    if (!m_desktop.connection.isOpen() ||
+        !std::ranges::all_of(events, [this](const KeyEvent& event) { return canPost(event); }))
+        return false;
+    for (const auto& event : events) {
+        if (!event.text.empty()) {
+            if (event.down)  // the code points of a character are struck one by one
+                strike(event.text);
+        } else if (event.kind == KeyEvent::Kind::flagsChanged) {
+            postModifier(event);
+        } else {
+            postKey(event);
+        }
+    }
+    return true;
+}
+
+bool XKeyEventSource::canPost(const KeyEvent& event) {
+    if (!event.text.empty())
+        return canStrike(event.text);
+    if (event.kind == KeyEvent::Kind::flagsChanged) {
+        const auto flag = flagOfCode(event.code);
+        return flag != 0 && (!event.down || canHold(flag));
+    }
+    const auto keycode = XKeycode::of(event.code);
+    return keycode && hasKey(*keycode) && canHold(event.flags);
+}
+
+bool XKeyEventSource::canStrike(std::string_view text) {
+    if (isLineEnd(text))
+        return true;
+    bool canStand = true;
+    forEachCodePoint(text, [&](char32_t character) { canStand = canStand && SpareKeys::canStandFor(character); });
+    return canStand && m_desktop.spareKeys.areThere();
+}
+
+bool XKeyEventSource::canHold(std::uint64_t flags) {
+    return std::ranges::all_of(modifierKeys, [&](const ModifierKey& modifier) {
+        return (flags & modifier.flag) == 0 || m_held.contains(modifier.flag) ||
+               m_desktop.layout.modifierKey(modifier.flag).has_value();
+    });
+}
+
+bool XKeyEventSource::hasKey(xcb_keycode_t keycode) const {
+    const auto* setup = xcb_get_setup(m_desktop.connection.get());
+    return keycode >= setup->min_keycode && keycode <= setup->max_keycode;
+}
+
+void XKeyEventSource::postModifier(const KeyEvent& event) {
+    const auto flag = flagOfCode(event.code);
+    if (event.down)
+        hold(flag);
+    else
+        letGo(flag);
+}
+
+void XKeyEventSource::postKey(const KeyEvent& event) {
+    const auto keycode = *XKeycode::of(event.code);
+    if (event.down) {
+        for (const auto& modifier : modifierKeys)
+            if ((event.flags & modifier.flag) != 0 && !m_held.contains(modifier.flag)) {
+                hold(modifier.flag);
+                m_heldForStroke |= modifier.flag;
+            }
+        m_desktop.posted.press(keycode);
+        return;
+    }
+    m_desktop.posted.release(keycode);
+    for (const auto& modifier : std::views::reverse(modifierKeys))
+        if ((m_heldForStroke & modifier.flag) != 0)
+            letGo(modifier.flag);
+    m_heldForStroke = 0;
+}
+
+void XKeyEventSource::hold(std::uint64_t flag) {
+    const auto keycode = m_desktop.layout.modifierKey(flag);
+    if (!keycode || m_held.contains(flag))
+        return;
+    m_desktop.posted.press(*keycode);
+    m_held.emplace(flag, *keycode);
+}
+
+void XKeyEventSource::letGo(std::uint64_t flag) {
+    const auto held = m_held.find(flag);
+    if (held == m_held.end())
+        return;
+    m_desktop.posted.release(held->second);
+    m_held.erase(held);
+}
+
+void XKeyEventSource::strike(std::string_view text) {
+    if (isLineEnd(text)) {
+        strike(returnKeycode);
+        return;
+    }
+    forEachCodePoint(text, [this](char32_t character) {
+        if (const auto keycode = m_desktop.spareKeys.lendTo(character))
+            strike(*keycode);
+    });
+}
+
+void XKeyEventSource::strike(xcb_keycode_t keycode) {
+    m_desktop.posted.press(keycode);
+    m_desktop.posted.release(keycode);
+}

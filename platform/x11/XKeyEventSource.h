@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "core/platform/KeyboardEvents.h"
+#include "platform/x11/LocksOff.h"
+#include "platform/x11/PostedKeys.h"
+#include "platform/x11/SpareKeys.h"
+#include "platform/x11/XConnection.h"
+#include "platform/x11/XKeyboardLayout.h"
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string_view>
+
+/// The strokes of one run. X's events have no flags of their own: whoever receives them sees the keys that are down.
+/// So the modifiers of an event are held around it, as far as they are not held anyway.
+class XKeyEventSource final : public KeyEventSource {
+public:
+    /// The desktop; all of it outlives the source.
+    struct Desktop {
+        XConnection& connection;
+        XKeyboardLayout& layout;
+        PostedKeys& posted;
+        SpareKeys& spareKeys;
+    };
+
+    explicit XKeyEventSource(Desktop desktop);
+    ~XKeyEventSource() override;
+
+    [[nodiscard]] bool post(std::span<const KeyEvent> events) override;
+
+private:
+    [[nodiscard]] bool canPost(const KeyEvent& event);
+    [[nodiscard]] bool canStrike(std::string_view text);
+    [[nodiscard]] bool canHold(std::uint64_t flags);
+    [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
+
+    void postModifier(const KeyEvent& event);
+    void postKey(const KeyEvent& event);
+    void hold(std::uint64_t flag);
+    void letGo(std::uint64_t flag);
+    void strike(std::string_view text);
+    void strike(xcb_keycode_t keycode);
+
+    Desktop m_desktop;
+    LocksOff m_locksOff;
+    std::map<std::uint64_t, xcb_keycode_t> m_held;  // by flag: the layout may change until a key is released
+    std::uint64_t m_heldForStroke = 0;              // of these, what nobody asked for by an event
+};
