@@ -10,12 +10,12 @@
 #include "app/ui/components/TabStops.h"
 
 #include <QAbstractButton>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
 
@@ -36,11 +36,27 @@ QSizePolicy retaining(QSizePolicy policy) {
     return policy;
 }
 
+/// What a screen reader is told of a card: that it is a dialog.
+QAccessibleInterface* accessibleCard(const QString& className, QObject* object) {
+    auto* const widget = qobject_cast<QWidget*>(object);
+    if (className != QLatin1String("SheetCard") || widget == nullptr)
+        return nullptr;
+    return new QAccessibleWidget(widget, QAccessible::Dialog);
+}
+
+void tellScreenReaders() {
+    [[maybe_unused]] static const bool isInstalled = [] {
+        QAccessible::installFactory(accessibleCard);
+        return true;
+    }();
+}
+
 }  // namespace
 
 SheetCard::SheetCard(QSize smallest, QSize ideal, QWidget* parent)
     : QWidget(parent), m_smallest(smallest), m_ideal(ideal) {
     setFocusPolicy(Qt::NoFocus);
+    tellScreenReaders();
 }
 
 SheetCard::SheetCard(QWidget* content, QSize size) : SheetCard(size, size) {
@@ -109,10 +125,7 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
     connect(m_cancel, &Button::clicked, this, &SheetScaffold::cancelled);
     connect(m_confirm, &Button::clicked, this, &SheetScaffold::confirmed);
     connect(this, &SheetScaffold::confirmEnabledChanged, m_confirm, &Button::setEnabled);
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focus) {
-        if (focus != nullptr && m_scroll->widget()->isAncestorOf(focus))
-            m_scroll->ensureWidgetVisible(focus, 0, Metric::xxl);
-    });
+    connect(qApp, &QApplication::focusChanged, this, &SheetScaffold::revealFocus);
 }
 
 void SheetScaffold::arrange() {
@@ -128,6 +141,7 @@ void SheetScaffold::arrange() {
     m_scrolledEdge->setSizePolicy(retaining(m_scrolledEdge->sizePolicy()));
     auto* const bar = m_scroll->verticalScrollBar();
     connect(bar, &QScrollBar::rangeChanged, this, &SheetScaffold::showScrolling);
+    connect(bar, &QScrollBar::rangeChanged, this, &SheetScaffold::revealFocus);
     connect(bar, &QScrollBar::valueChanged, this, &SheetScaffold::showScrolling);
     showScrolling();
 
@@ -174,9 +188,11 @@ void SheetScaffold::setConfirmTitle(const QString& title) {
     m_confirm->setText(title);
 }
 
-void SheetScaffold::reveal(QWidget* part) {
-    // A part that was added just now has its place once the layouts have run.
-    QTimer::singleShot(0, part, [this, part] { m_scroll->ensureWidgetVisible(part, 0, Metric::xl); });
+/// Scrolls to the control with the focus. A control that was added just now has its place once the form has grown.
+void SheetScaffold::revealFocus() {
+    auto* const focus = QApplication::focusWidget();
+    if (focus != nullptr && m_scroll->widget()->isAncestorOf(focus))
+        m_scroll->ensureWidgetVisible(focus, 0, Metric::xxl);
 }
 
 SheetHost::SheetHost(QWidget* below, QWidget* parent)

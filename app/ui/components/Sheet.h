@@ -69,12 +69,11 @@ public:
     void setConfirmTitle(const QString& title);
     /// Where the form goes, cards one under the other, 12 apart.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
-    /// Scrolls until this part of the form shows.
-    void reveal(QWidget* part);
 
 private:
     void arrange();
     void showScrolling();
+    void revealFocus();
 
     TextLabel* m_title;
     TextLabel* m_subtitle;
