@@ -16,6 +16,7 @@ constexpr QSize usualMain{1020, 680};
 constexpr QSize unlimited{QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
 constexpr int screenReserve = 80;
 constexpr int heightWithoutScreen = 820;
+constexpr std::chrono::milliseconds borderDelay{120};
 
 }  // namespace
 
@@ -86,13 +87,18 @@ void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
     m_window.resize(size);
     m_window.setMinimumSize(smallest);
     m_window.setMaximumSize(largest);
-    if (hasChanged && isPlaced())
-        centreFrame(centre);
+    if (!hasChanged || !isPlaced())
+        return;
+    centreFrame(centre);
+    // Some window managers draw other borders around a window that cannot be resized, and tell so a little later.
+    QTimer::singleShot(borderDelay, this, [this, centre, size, borders = borderSize()] {
+        if (m_window.size() == size && borderSize() != borders)
+            centreFrame(centre);
+    });
 }
 
 void WindowSizer::centreFrame(QPoint centre) {
-    const auto frame = m_window.frameGeometry().size() - m_window.geometry().size();
-    QRect target(QPoint(), m_window.size() + frame);
+    QRect target(QPoint(), m_window.size() + borderSize());
     target.moveCenter(centre);
     const auto area = availableArea();
     if (!area.isEmpty()) {
@@ -100,6 +106,10 @@ void WindowSizer::centreFrame(QPoint centre) {
         target.moveTop(std::max(area.top(), std::min(target.top(), area.bottom() + 1 - target.height())));
     }
     m_window.move(target.topLeft());
+}
+
+QSize WindowSizer::borderSize() const {
+    return m_window.frameGeometry().size() - m_window.geometry().size();
 }
 
 /// Whether the window manager has given the window its first place.

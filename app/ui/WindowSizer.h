@@ -33,6 +33,7 @@ private:
     void applyLock(int cardHeight);
     void setContentSize(QSize size, QSize smallest, QSize largest);
     void centreFrame(QPoint centre);
+    [[nodiscard]] QSize borderSize() const;
     [[nodiscard]] bool isPlaced() const;
     [[nodiscard]] QRect availableArea() const;
 

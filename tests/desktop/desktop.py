@@ -37,7 +37,7 @@ def wait_for(condition, what, patience=None):
 class Display:
     """An X server without a screen, and a window manager on it. Without XTEST nobody can type but by AT-SPI."""
 
-    def __init__(self, size="1280x860", can_type=True):
+    def __init__(self, size="1280x860", can_type=True, manager="openbox"):
         reading, writing = os.pipe()
         self._server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(writing), "-noreset", "-nolisten", "tcp", "-screen", "0", f"{size}x24",
@@ -47,7 +47,7 @@ class Display:
         with os.fdopen(reading) as pipe:
             os.environ["DISPLAY"] = ":" + pipe.readline().strip()
         os.environ.pop("WAYLAND_DISPLAY", None)
-        self._manager = subprocess.Popen(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self._manager = subprocess.Popen([manager], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for(lambda: subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], capture_output=True,
                                         text=True).stdout.count("window id"), "a window manager")
 

@@ -141,17 +141,18 @@ class DesktopTest(unittest.TestCase):
         self.program.is_gone("label", "Kaydedilmemiş değişiklik")
 
 
-def run():
-    """Runs the tests of the calling file on a display of their own."""
+def run(on_display=desktop.Display):
+    """Runs the tests of the calling file on a display of their own; with none, each class sees to its own."""
     parser = argparse.ArgumentParser()
     for option in ("program", "probe", "demo-vault", "vaults", "pictures"):
         parser.add_argument(f"--{option}", type=lambda path: pathlib.Path(path).resolve(), required=True)
     _, rest = parser.parse_known_args(namespace=options)
-    display = desktop.Display()
+    display = on_display() if on_display else None
     try:
         outcome = unittest.main(argv=[sys.argv[0], *rest], exit=False, verbosity=2)
     finally:
-        display.stop()
+        if display:
+            display.stop()
     sys.exit(0 if outcome.result.wasSuccessful() and outcome.result.testsRun > 0 else 1)
 
 
