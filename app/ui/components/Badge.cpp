@@ -67,9 +67,17 @@ int Badge::widthFor(const QString& text, bool hasSymbol) {
 
 void Badge::paint(QPainter& painter, const QRectF& area, const QString& text, const QColor& tint,
                   const QString& symbol) {
-    const bool isQuiet = tint == Palette::textSoft || tint == Palette::textMuted;
-    Painting::roundedBox(painter, area, Radius::pill, isQuiet ? Palette::hover : Palette::withOpacity(tint, 0.14));
+    if (tint == Palette::textMuted)  // too faint on the ground that the soft one has
+        Painting::roundedBox(painter, area, Radius::pill, Palette::surface, Palette::line);
+    else
+        Painting::roundedBox(painter, area, Radius::pill,
+                             tint == Palette::textSoft ? Palette::hover : Palette::withOpacity(tint, 0.14));
     paintContent(painter, area.adjusted(padding, 0, -padding, 0), text, tint, symbol);
+}
+
+/// A word that has no room is elided; the tooltip has it whole.
+void Badge::resizeEvent(QResizeEvent*) {
+    setToolTip(width() < sizeHint().width() ? m_text : QString());
 }
 
 void Badge::paintEvent(QPaintEvent*) {

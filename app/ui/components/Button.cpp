@@ -49,6 +49,11 @@ void Button::setMarked(bool isMarked) {
     update();
 }
 
+void Button::setConfirmed(bool isConfirmed) {
+    m_isConfirmed = isConfirmed;
+    update();
+}
+
 QFont Button::textFont() const {
     return BrandFont::body(m_isSmall ? 12 : (m_isLarge ? 14 : 13), QFont::DemiBold);
 }
@@ -92,6 +97,12 @@ void Button::paintEvent(QPaintEvent*) {
     const auto [ground, outline, textColour] = look();
     Painting::roundedBox(painter, rect(), m_isSmall ? Radius::small : Radius::control, ground, outline);
 
+    if (m_isConfirmed && m_symbol.isEmpty()) {
+        Symbol::paint(painter,
+                      QRectF((width() - symbolSide) / 2.0, (height() - symbolSide) / 2.0, symbolSide, symbolSide),
+                      QStringLiteral("checkmark"), Palette::success);
+        return;
+    }
     painter.setFont(textFont());
     const QFontMetrics metrics(textFont());
     const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
@@ -104,8 +115,9 @@ void Button::paintEvent(QPaintEvent*) {
     };
     if (!m_symbol.isEmpty()) {
         const QRect area = placed(left, symbolSide);
-        Symbol::paint(painter, QRectF(area.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide), m_symbol,
-                      textColour);
+        Symbol::paint(painter, QRectF(area.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide),
+                      m_isConfirmed ? QStringLiteral("checkmark") : m_symbol,
+                      m_isConfirmed ? Palette::success : textColour);
         left += symbolWidth;
     }
     painter.setPen(textColour);

@@ -25,6 +25,8 @@ public:
     void setTint(const QColor& colour);
     /// One of several quick choices, the one that holds.
     void setMarked(bool isMarked);
+    /// With a tick in place of its symbol, or of its text where it has none: what it does has just been done.
+    void setConfirmed(bool isConfirmed);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -47,6 +49,7 @@ private:
     bool m_isSmall = false;
     bool m_isLarge = false;
     bool m_isMarked = false;
+    bool m_isConfirmed = false;
     QString m_symbol;
     QColor m_tint;
 };

@@ -23,16 +23,18 @@ Card::Card(const QString& heading, QWidget* parent) : Card(parent) {
 }
 
 void Card::addDivider() {
-    auto* const divider = new HairlineDivider(Qt::Horizontal, this);
-    auto* const line = new QHBoxLayout;
-    line->setContentsMargins(-Metric::l, 0, -Metric::l, 0);
-    line->addWidget(divider);
-    m_content->addLayout(line);
+    auto* const place = new QWidget(this);
+    place->setFixedHeight(Metric::hairline);
+    m_dividers.append(place);
+    m_content->addWidget(place);
 }
 
 void Card::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     Painting::roundedBox(painter, rect(), Radius::card, Palette::surface, Palette::line);
+    for (const auto* place : m_dividers)
+        if (place->isVisibleTo(this))
+            Painting::hairline(painter, QPointF(0, place->y()), width(), Qt::Horizontal, Palette::line);
 }
 
 HairlineDivider::HairlineDivider(Qt::Orientation orientation, QWidget* parent) : QWidget(parent) {

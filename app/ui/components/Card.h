@@ -19,7 +19,7 @@ public:
     /// The line of the heading; what is added stands at its end.
     [[nodiscard]] QHBoxLayout* headingLine() const noexcept { return m_headingLine; }
 
-    /// A hairline from edge to edge, between two rows.
+    /// A hairline from edge to edge of the card, whatever the padding, between two rows.
     void addDivider();
 
 protected:
@@ -27,6 +27,7 @@ protected:
 
 private:
     QVBoxLayout* m_content;
+    QList<QWidget*> m_dividers;  // they keep the place, the card draws the line
     QHBoxLayout* m_headingLine = nullptr;
 };
 

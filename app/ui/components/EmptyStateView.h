@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class Paragraph;
+class QLayout;
 class QVBoxLayout;
 
 /// A friendly empty place: a quiet symbol on a tile, a title, one sentence, and at most one way out.
@@ -20,5 +22,7 @@ public:
     void addBelow(QWidget* widget);
 
 private:
+    [[nodiscard]] static QLayout* centred(Paragraph* text);
+
     QVBoxLayout* m_column;
 };

@@ -5,6 +5,11 @@
 
 #include <QPainter>
 #include <QStyle>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
 
 namespace {
 
@@ -15,6 +20,44 @@ void dress(QLabel& label, const QFont& font, const QColor& colour) {
     colours.setColor(QPalette::WindowText, colour);
     label.setPalette(colours);
 }
+
+/// A digit, or all that stands between two digits, and the width that it is given.
+struct Run {
+    QString text;
+    int width;
+};
+
+// The typefaces have figures of one width, which Qt can ask for from version 6.7 on. Until then each digit stands in
+// the middle of a place as wide as the widest.
+std::vector<Run> figureRuns(const QString& text, const QFontMetrics& metrics) {
+    int figureWidth = 0;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        figureWidth = std::max(figureWidth, metrics.horizontalAdvance(QLatin1Char(digit)));
+    std::vector<Run> runs;
+    for (const QChar character : text) {
+        if (character.isDigit())
+            runs.push_back({character, figureWidth});
+        else if (runs.empty() || runs.back().text.back().isDigit())
+            runs.push_back({character, 0});
+        else
+            runs.back().text += character;
+    }
+    for (auto& run : runs)
+        if (run.width == 0)
+            run.width = metrics.horizontalAdvance(run.text);
+    return runs;
+}
+
+/// A paragraph's text in the form that a layout breaks at.
+QString laidOutText(const QString& text) {
+    QString laidOut = text;
+    laidOut.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    laidOut.replace(QLatin1Char('\n'), QChar::LineSeparator);
+    return laidOut;
+}
+
+constexpr double lineSpacing = 1.15;
+constexpr int widestHint = 420;  // a paragraph asks for no more, and takes what it is given
 
 }  // namespace
 
@@ -32,6 +75,21 @@ void TextLabel::setElideMode(Qt::TextElideMode mode) {
     update();
 }
 
+void TextLabel::setTabularFigures(bool isTabular) {
+    m_isTabular = isTabular;
+    updateGeometry();
+    update();
+}
+
+QSize TextLabel::sizeHint() const {
+    if (!m_isTabular)
+        return QLabel::sizeHint();
+    int width = 0;
+    for (const auto& run : figureRuns(text(), fontMetrics()))
+        width += run.width;
+    return {width, QLabel::sizeHint().height()};
+}
+
 QSize TextLabel::minimumSizeHint() const {
     return {std::min(QLabel::minimumSizeHint().width(), fontMetrics().averageCharWidth() * 4),
             QLabel::minimumSizeHint().height()};
@@ -46,22 +104,103 @@ void TextLabel::paintEvent(QPaintEvent*) {
     if (toolTip() != (isWhole ? QString() : text()))
         setToolTip(isWhole ? QString() : text());
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    if (m_isTabular && isWhole)
+        return paintTabular(painter, area, line);
     painter.drawText(
         area, static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine, shown);
+}
+
+void TextLabel::paintTabular(QPainter& painter, const QRect& area, const QString& line) const {
+    int left = area.left();
+    for (const auto& [text, width] : figureRuns(line, fontMetrics())) {
+        const QRect place(left, area.top(), width, area.height());
+        painter.drawText(QStyle::visualRect(layoutDirection(), area, place), Qt::AlignCenter | Qt::TextSingleLine,
+                         text);
+        left += width;
+    }
 }
 
 Paragraph::Paragraph(const QString& text, const QFont& font, const QColor& colour, QWidget* parent)
     : QLabel(text, parent) {
     dress(*this, font, colour);
-    setWordWrap(true);
     // A paragraph's height follows from the width that it gets.
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
 
+void Paragraph::setMostLines(int count) {
+    m_mostLines = count;
+    m_measuredWidth = -1;
+    updateGeometry();
+    update();
+}
+
+void Paragraph::layOut(QTextLayout& lines, int width) const {
+    QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(lines.text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    lines.setTextOption(option);
+    lines.setFont(font());
+    lines.beginLayout();
+    double top = 0;
+    for (auto line = lines.createLine(); line.isValid(); line = lines.createLine()) {
+        line.setLineWidth(std::max(width, 1));
+        line.setPosition(QPointF(0, top));
+        top += std::round(line.height() * lineSpacing);
+    }
+    lines.endLayout();
+}
+
+/// What is shown of a text whose lines are too many.
+QString Paragraph::shortened(const QTextLayout& lines, int width) const {
+    const int start = lines.lineAt(m_mostLines - 1).textStart();
+    QString rest = lines.text().mid(start);
+    rest.replace(QChar::LineSeparator, QLatin1Char(' '));
+    return lines.text().left(start) + fontMetrics().elidedText(rest, Qt::ElideRight, width);
+}
+
+int Paragraph::heightForWidth(int width) const {
+    if (width != m_measuredWidth || text() != m_measuredText) {
+        QTextLayout lines(laidOutText(text()));
+        layOut(lines, width);
+        const int count = m_mostLines > 0 ? std::min(m_mostLines, lines.lineCount()) : lines.lineCount();
+        const auto last = lines.lineAt(std::max(count, 1) - 1);
+        m_measuredText = text();
+        m_measuredWidth = width;
+        m_measuredHeight = count == 0 ? fontMetrics().height() : static_cast<int>(std::ceil(last.y() + last.height()));
+    }
+    return m_measuredHeight;
+}
+
+QSize Paragraph::sizeHint() const {
+    int widest = 0;
+    for (const auto& line : text().split(QLatin1Char('\n')))
+        widest = std::min(widestHint, std::max(widest, fontMetrics().horizontalAdvance(line) + 1));
+    return {widest, heightForWidth(widest)};
+}
+
 QSize Paragraph::minimumSizeHint() const {
     return {0, fontMetrics().height()};
+}
+
+void Paragraph::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QRect area = contentsRect();
+    QTextLayout lines(laidOutText(text()));
+    layOut(lines, area.width());
+    const bool isWhole = m_mostLines == 0 || lines.lineCount() <= m_mostLines;
+    if (toolTip() != (isWhole ? QString() : text()))
+        setToolTip(isWhole ? QString() : text());
+    if (!isWhole) {
+        lines.setText(shortened(lines, area.width()));
+        layOut(lines, area.width());
+    }
+    double top = area.top();
+    if (alignment().testFlag(Qt::AlignVCenter) && lines.lineCount() > 0)
+        top += (area.height() - lines.boundingRect().height()) / 2;
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+    lines.draw(&painter, QPointF(area.left(), top));
 }
 
 FieldLabel::FieldLabel(const QString& text, QWidget* parent)

@@ -3,6 +3,8 @@
 
 #include <QLabel>
 
+class QTextLayout;
+
 /// A text in one of the theme's roles, plain and never interpreted as markup.
 /// Elided where it does not fit, with the whole of it as its tooltip.
 class TextLabel : public QLabel {
@@ -13,25 +15,51 @@ public:
 
     void setColour(const QColor& colour);
     void setElideMode(Qt::TextElideMode mode);
+    /// Gives every digit the same width, so that a number that changes in place moves nothing.
+    void setTabularFigures(bool isTabular);
 
+    [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paintTabular(QPainter& painter, const QRect& area, const QString& line) const;
+
     Qt::TextElideMode m_elideMode = Qt::ElideRight;
+    bool m_isTabular = false;
 };
 
-/// Running text that wraps to as many lines as it takes.
+/// Running text on as many lines as it takes. A word that is wider than a line is broken, and nothing is cut off.
 class Paragraph : public QLabel {
     Q_OBJECT
 
 public:
     Paragraph(const QString& text, const QFont& font, const QColor& colour, QWidget* parent = nullptr);
 
+    /// What goes beyond so many lines is elided, with the whole text as the tooltip.
+    void setMostLines(int count);
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
     /// One line: what it takes beyond follows from its width. A label's own answer is its height at no width at all.
     [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    /// The lines, placed from the top of a box as wide.
+    void layOut(QTextLayout& lines, int width) const;
+    [[nodiscard]] QString shortened(const QTextLayout& lines, int width) const;
+
+    int m_mostLines = 0;  // 0 for any number
+    // The last answer of `heightForWidth`, which layouts ask for many times over.
+    mutable QString m_measuredText;
+    mutable int m_measuredWidth = -1;
+    mutable int m_measuredHeight = 0;
 };
 
 /// The small label above a field.
