@@ -11,6 +11,7 @@
 #include "app/ui/components/Painting.h"
 #include "core/clipboard/ClipboardService.h"
 
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -18,11 +19,41 @@ namespace {
 
 constexpr int barHeight = 30;
 constexpr int symbolSide = 12;
+constexpr int dismissSide = 20;
+constexpr int dismissSymbol = 10;
 
-QWidget* symbol(const QString& name, const QColor& colour) {
-    auto* const label = new QLabel;
-    label->setPixmap(Symbol::icon(name, colour).pixmap(QSize(symbolSide, symbolSide)));
-    return label;
+class SymbolMark final : public QWidget {
+public:
+    SymbolMark(QString name, const QColor& colour) : m_name(std::move(name)), m_colour(colour) {
+        setFixedSize(symbolSide, symbolSide);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        Symbol::paint(painter, rect(), m_name, m_colour);
+    }
+
+private:
+    QString m_name;
+    QColor m_colour;
+};
+
+TextLabel* text(const QColor& colour) {
+    return new TextLabel({}, BrandFont::body(11), colour);
+}
+
+/// Shows a message, and tells it to whoever listens instead of looking.
+void showMessage(TextLabel& label, const std::optional<std::string>& message) {
+    const QString shown = qtText(message.value_or(""));
+    label.setVisible(message.has_value());
+    if (label.text() == shown)
+        return;
+    label.setText(shown);
+    if (message) {
+        QAccessibleEvent alert(&label, QAccessible::Alert);
+        QAccessible::updateAccessibility(&alert);
+    }
 }
 
 }  // namespace
@@ -31,14 +62,14 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
     : QWidget(parent),
       m_state(state),
       m_clipboard(clipboard),
-      m_countdownSymbol(symbol(QStringLiteral("doc.on.clipboard"), Palette::warn)),
-      m_countdownText(new TextLabel({}, BrandFont::body(11), Palette::text)),
+      m_countdownSymbol(new SymbolMark(QStringLiteral("doc.on.clipboard"), Palette::warn)),
+      m_countdownText(text(Palette::text)),
       m_clearClipboard(new Button(tr("Temizle"), Button::Variant::ghost)),
-      m_status(new TextLabel({}, BrandFont::body(11), Palette::success)),
-      m_errorSymbol(symbol(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger)),
-      m_error(new TextLabel({}, BrandFont::body(11), Palette::danger)),
+      m_status(text(Palette::success)),
+      m_errorSymbol(new SymbolMark(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger)),
+      m_error(text(Palette::danger)),
       m_dismissError(new IconButton(QStringLiteral("xmark"), tr("Hatayı kapat"))),
-      m_unsaved(new TextLabel(tr("Kaydedilmemiş değişiklik"), BrandFont::body(11), Palette::textMuted)) {
+      m_unsaved(text(Palette::textMuted)) {
     arrange();
     connectState();
     showAll();
@@ -48,7 +79,12 @@ void StatusBar::arrange() {
     setFixedHeight(barHeight);
     setAccessibleName(tr("Durum çubuğu"));
     m_clearClipboard->setSmall(true);
-    m_dismissError->setSides(20, 8);
+    m_dismissError->setSides(dismissSide, dismissSymbol);
+    m_unsaved->setText(tr("Kaydedilmemiş değişiklik"));
+    m_countdownText->setTabularFigures(true);
+    for (auto* const always : {m_countdownText, m_unsaved})  // messages give way to these
+        always->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(Metric::m, Metric::hairline, Metric::m, 0);
     row->setSpacing(Metric::s);
@@ -72,10 +108,9 @@ void StatusBar::showAll() {
     m_countdownText->setText(tr("Pano %1 sn sonra temizlenecek").arg(seconds));
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard})
         widget->setVisible(seconds > 0);
-    m_status->setText(qtText(m_state.statusMessage().value_or("")));
-    m_status->setVisible(m_state.statusMessage().has_value());
-    m_error->setText(qtText(m_state.lastError().value_or("")));
-    for (QWidget* const widget : std::initializer_list<QWidget*>{m_errorSymbol, m_error, m_dismissError})
+    showMessage(*m_status, m_state.statusMessage());
+    showMessage(*m_error, m_state.lastError());
+    for (QWidget* const widget : std::initializer_list<QWidget*>{m_errorSymbol, m_dismissError})
         widget->setVisible(m_state.lastError().has_value());
     m_unsaved->setVisible(m_state.isDirty());
 }
