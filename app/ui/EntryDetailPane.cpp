@@ -3,7 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/EntryDetailView.h"
-#include "app/ui/components/EmptyStateView.h"
+#include "app/ui/MultiSelectionSummary.h"
 
 EntryDetailPane::EntryDetailPane(const Environment& environment, QWidget* parent)
     : QStackedWidget(parent), m_state(environment.state), m_detail(new EntryDetailView(environment)) {
@@ -14,20 +14,38 @@ EntryDetailPane::EntryDetailPane(const Environment& environment, QWidget* parent
 }
 
 void EntryDetailPane::showSelection() {
-    delete std::exchange(m_placeholder, nullptr);
     if (const auto* entry = m_state.focusedEntry()) {
         m_detail->show(*entry);
         setCurrentWidget(m_detail);
-        return;
+        drop(std::exchange(m_placeholder, nullptr));
+        m_placeholderCount.reset();
+    } else {
+        showPlaceholder(m_state.selectedEntryIDs().size());
+        m_detail->forget();
     }
-    m_detail->forget();
-    m_placeholder = placeholder();
-    addWidget(m_placeholder);
-    setCurrentWidget(m_placeholder);
 }
 
-QWidget* EntryDetailPane::placeholder() const {
-    switch (m_state.selectedEntryIDs().size()) {
+void EntryDetailPane::showPlaceholder(std::size_t count) {
+    if (m_placeholderCount == count)
+        return;  // with the focus that one of its buttons may have
+    auto* const former = std::exchange(m_placeholder, placeholder(count));
+    m_placeholderCount = count;
+    addWidget(m_placeholder);
+    setCurrentWidget(m_placeholder);
+    drop(former);
+}
+
+// One of its own buttons may be what made it out of date, so it goes when that has ended.
+void EntryDetailPane::drop(QWidget* placeholder) {
+    if (!placeholder)
+        return;
+    removeWidget(placeholder);
+    placeholder->hide();
+    placeholder->deleteLater();
+}
+
+QWidget* EntryDetailPane::placeholder(std::size_t count) const {
+    switch (count) {
         case 0:
             return new EmptyStateView(QStringLiteral("square.righthalf.filled"), tr("Kayıt seçilmedi"),
                                       tr("Ayrıntıları görmek için listeden bir kayıt seç."));
@@ -35,8 +53,6 @@ QWidget* EntryDetailPane::placeholder() const {
             return new EmptyStateView(QStringLiteral("exclamationmark.triangle"), tr("Kayıt bulunamadı"),
                                       tr("Seçili kayıt veritabanı ağacında yok. Kasayı kapatıp yeniden açmayı dene."));
         default:
-            return new EmptyStateView(QStringLiteral("square.stack.3d.up"),
-                                      tr("%1 kayıt seçildi").arg(m_state.selectedEntryIDs().size()),
-                                      tr("Toplu işlemler için aşağıdaki düğmeleri ya da sağ tık menüsünü kullan."));
+            return new MultiSelectionSummary(m_state, static_cast<std::int64_t>(count));
     }
 }

@@ -5,6 +5,9 @@
 
 #include <QStackedWidget>
 
+#include <cstddef>
+#include <optional>
+
 class EntryDetailView;
 
 /// The right column: the one selected entry, or a word on why there is none.
@@ -16,9 +19,12 @@ public:
 
 private:
     void showSelection();
-    [[nodiscard]] QWidget* placeholder() const;
+    void showPlaceholder(std::size_t count);
+    void drop(QWidget* placeholder);
+    [[nodiscard]] QWidget* placeholder(std::size_t count) const;
 
     AppState& m_state;
     EntryDetailView* m_detail;
     QWidget* m_placeholder = nullptr;
+    std::optional<std::size_t> m_placeholderCount;  // of selected entries, that it tells about
 };

@@ -2,18 +2,15 @@
 #include "app/ui/EntryDetailView.h"
 
 #include "app/state/AppState.h"
+#include "app/state/Preferences.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
-#include "app/ui/components/Badge.h"
-#include "app/ui/components/Card.h"
-#include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/TextField.h"
 
-#include <QKeyEvent>
-#include <QStackedWidget>
+#include <QApplication>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -23,28 +20,63 @@ namespace {
 constexpr int edge = 20;
 constexpr int tileSide = 44;
 constexpr int titleSize = 22;
-constexpr std::size_t fewestDots = 8;
-constexpr std::size_t mostDots = 32;
+constexpr int mostTitleLines = 3;
 
-QString dotsFor(const SecureString& password) {
-    auto text = password.value();
-    const auto count = std::clamp(Text::characterCount(text), fewestDots, mostDots);
-    wipe(text);
-    return QString(static_cast<qsizetype>(count), QChar(0x2022));
+bool showTheSame(const AutoTypeWindowAssociation& a, const AutoTypeWindowAssociation& b) {
+    return a.window == b.window && a.sequence == b.sequence;
 }
+
+bool showTheSame(const SharedArray<KdbxEntry>& a, const SharedArray<KdbxEntry>& b) {
+    return a.sharesStorageWith(b) ||
+           std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const KdbxEntry& x, const KdbxEntry& y) {
+               return &x == &y || (x.title == y.title && x.modified == y.modified);
+           });
+}
+
+/// Whether two states of an entry look the same but for the time of access, which every copy of a field changes.
+/// Texts are compared byte by byte: the same text in another spelling may well look different.
+bool showTheSame(const KdbxEntry& a, const KdbxEntry& b) {
+    return a.title == b.title && a.username == b.username && a.password == b.password && a.url == b.url &&
+           a.notes == b.notes && a.iconID == b.iconID && a.tags == b.tags && a.customFields == b.customFields &&
+           a.protectedCustomFields == b.protectedCustomFields && a.autoTypeEnabled == b.autoTypeEnabled &&
+           a.autoTypeSequence == b.autoTypeSequence &&
+           std::ranges::equal(a.autoTypeWindowAssociations, b.autoTypeWindowAssociations,
+                              [](const auto& x, const auto& y) { return showTheSame(x, y); }) &&
+           a.created == b.created && a.modified == b.modified && a.expires == b.expires &&
+           a.expiryTime == b.expiryTime && showTheSame(a.historyItems, b.historyItems);
+}
+
+/// What scrolls. A layout's least height is the one at its least width; here the height follows from the width alone.
+class Page final : public QWidget {
+public:
+    [[nodiscard]] QSize minimumSizeHint() const override { return {}; }
+};
 
 }  // namespace
 
 EntryDetailView::EntryDetailView(const Environment& environment, QWidget* parent)
-    : QScrollArea(parent),
-      m_state(environment.state),
-      m_tile(new IconTile(0, tileSide)),
-      m_title(new QStackedWidget),
-      m_titleText(new TextLabel({}, BrandFont::display(titleSize), Palette::text)),
-      m_titleField(new TextField(tr("Başlık"))),
-      m_rename(new IconButton(QStringLiteral("pencil"), tr("Başlığı değiştir"))) {
+    : QScrollArea(parent), m_environment(environment) {
+    makeHeader();
     arrange();
     connectControls();
+}
+
+void EntryDetailView::makeHeader() {
+    m_tile = new IconTile(0, tileSide);
+    m_title = new Paragraph({}, BrandFont::display(titleSize), Palette::text);
+    m_title->setMostLines(mostTitleLines);
+    m_title->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_title->setMinimumHeight(tileSide);
+    m_edit = new IconButton(QStringLiteral("pencil"), tr("Düzenle (⌘E)"));
+    m_edit->setFramed(true);
+
+    m_header = new QWidget;
+    auto* const row = new QHBoxLayout(m_header);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Metric::m);
+    row->addWidget(m_tile, 0, Qt::AlignTop);
+    row->addWidget(m_title, 1);
+    row->addWidget(m_edit, 0, Qt::AlignTop);
 }
 
 void EntryDetailView::arrange() {
@@ -52,137 +84,115 @@ void EntryDetailView::arrange() {
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    auto* const content = new QWidget;
-    m_column = new QVBoxLayout(content);
-    m_column->setContentsMargins(edge, edge, edge, edge);
-    m_column->setSpacing(Metric::m);
-    m_column->addWidget(makeTitle());
-    m_column->addSpacing(Metric::xs);
-    m_column->addStretch(1);
-    setWidget(content);
-}
-
-QWidget* EntryDetailView::makeTitle() {
-    m_title->addWidget(m_titleText);
-    m_title->addWidget(m_titleField);
-    m_title->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    m_title->setFixedHeight(tileSide);
-    m_titleField->installEventFilter(this);
-    m_rename->setFramed(true);
-
-    auto* const line = new QWidget;
-    auto* const row = new QHBoxLayout(line);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Metric::m);
-    row->addWidget(m_tile);
-    row->addWidget(m_title, 1);
-    row->addWidget(m_rename);
-    return line;
-}
-
-void EntryDetailView::connectControls() {
-    connect(m_rename, &IconButton::clicked, this, &EntryDetailView::startRenaming);
-    connect(m_titleField, &TextField::editingFinished, this, &EntryDetailView::finishRenaming);
-}
-
-void EntryDetailView::show(const KdbxEntry& entry) {
-    if (m_entry && m_entry->id != entry.id)
-        cancelRenaming();
-    m_entry = entry;
-    m_tile->setIconID(entry.iconID);
-    m_titleText->setText(entry.title.empty() ? tr("Adsız kayıt") : qtText(entry.title));
-    showFields();
-}
-
-void EntryDetailView::forget() {
-    cancelRenaming();
-    m_entry.reset();
-    m_titleText->clear();
-    delete std::exchange(m_fields, nullptr);
-}
-
-void EntryDetailView::showFields() {
-    delete std::exchange(m_fields, nullptr);
-    m_fields = new QWidget;
-    auto* const column = new QVBoxLayout(m_fields);
-    column->setContentsMargins(0, 0, 0, 0);
+    auto* const page = new Page;
+    auto* const column = new QVBoxLayout(page);
+    column->setContentsMargins(edge, edge, edge, edge);
     column->setSpacing(Metric::m);
-
-    auto* const credentials = new Card;
-    addRow(*credentials, tr("Kullanıcı adı"), qtText(m_entry->username), BrandFont::bodyText());
-    credentials->addDivider();
-    addRow(*credentials, tr("Parola"), dotsFor(m_entry->password), BrandFont::mono(13));
-    column->addWidget(credentials);
-
-    if (!m_entry->url.empty() || !m_entry->tags.empty()) {
-        auto* const location = new Card;
-        if (!m_entry->url.empty())
-            addRow(*location, tr("Adres"), qtText(m_entry->url), BrandFont::bodyText());
-        if (!m_entry->tags.empty()) {
-            location->content()->addWidget(new FieldLabel(tr("Etiketler")));
-            auto* const tags = new QWidget;
-            auto* const flow = new FlowLayout(Metric::xs, tags);
-            for (const auto& tag : m_entry->tags)
-                flow->addWidget(new Badge(qtText(tag), Palette::textSoft));
-            location->content()->addWidget(tags);
-        }
-        column->addWidget(location);
-    }
-    if (!m_entry->notes.empty()) {
-        auto* const notes = new Card(tr("Notlar"));
-        auto* const text = new Paragraph(qtText(m_entry->notes), BrandFont::bodyText(), Palette::text);
-        text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        notes->content()->addWidget(text);
-        column->addWidget(notes);
-    }
-    m_column->insertWidget(m_column->count() - 1, m_fields);
-}
-
-void EntryDetailView::addRow(Card& card, const QString& label, const QString& value, const QFont& font) {
-    auto* const row = new QWidget;
-    auto* const lines = new QVBoxLayout(row);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(Metric::xs);
-    auto* const text = new TextLabel(value.isEmpty() ? QStringLiteral("—") : value, font, Palette::text);
-    text->setAccessibleName(label + QStringLiteral(": ") + text->text());
-    lines->addWidget(new FieldLabel(label));
-    lines->addWidget(text);
-    card.content()->addWidget(row);
-}
-
-void EntryDetailView::startRenaming() {
-    if (!m_entry)
-        return;
-    m_isRenaming = true;
-    m_titleField->setText(qtText(m_entry->title));
-    m_title->setCurrentWidget(m_titleField);
-    m_titleField->setFocus();
-    m_titleField->selectAll();
-}
-
-void EntryDetailView::finishRenaming() {
-    if (!m_entry || !m_isRenaming)
-        return;
-    auto entry = *m_entry;
-    entry.title = vaultText(m_titleField->text());
-    cancelRenaming();
-    if (entry.title != m_entry->title)
-        m_state.updateEntry(std::move(entry));
-}
-
-void EntryDetailView::cancelRenaming() {
-    m_isRenaming = false;  // before the field goes, which it takes for the end of editing
-    const bool hadFocus = m_titleField->hasFocus();
-    m_title->setCurrentWidget(m_titleText);
-    if (hadFocus)
-        m_rename->setFocus();
+    column->addWidget(m_header);
+    column->addStretch(1);
+    setWidget(page);
+    verticalScrollBar()->installEventFilter(this);
 }
 
 bool EntryDetailView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_titleField && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        cancelRenaming();
-        return true;
-    }
+    if (watched == verticalScrollBar() && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
+        keepEdges();
     return QScrollArea::eventFilter(watched, event);
+}
+
+/// The scroll bar stands in the right edge, so that what it scrolls is as wide with it as without.
+void EntryDetailView::keepEdges() {
+    const auto* bar = verticalScrollBar();
+    const int right = bar->isVisibleTo(this) ? std::max(edge - bar->sizeHint().width(), 0) : edge;
+    widget()->layout()->setContentsMargins(edge, edge, right, edge);
+}
+
+void EntryDetailView::connectControls() {
+    connect(m_edit, &IconButton::clicked, this, [this] {
+        if (m_entry)
+            m_environment.state.setRoute(AppState::Route::editEntry(m_entry->id));
+    });
+    connect(&m_environment.preferences, &Preferences::defaultAutoTypeSequenceChanged, this, [this] {
+        if (m_entry)
+            rebuild();
+    });
+}
+
+void EntryDetailView::show(const KdbxEntry& entry) {
+    const bool isAnother = !m_entry || m_entry->id != entry.id;
+    const bool looksDifferent = isAnother || m_isExpired != entry.isExpired() || !showTheSame(*m_entry, entry);
+    if (isAnother)
+        m_revealed = {};
+    m_entry = entry;
+    m_isExpired = entry.isExpired();
+    if (!looksDifferent) {
+        m_content->showAccessed();
+        return;
+    }
+    showHeader();
+    rebuild();
+    if (isAnother)
+        placeAt(0);
+}
+
+void EntryDetailView::showHeader() {
+    m_tile->setIconID(m_entry->iconID);
+    m_title->setText(m_entry->title.empty() ? tr("Adsız kayıt") : qtText(m_entry->title));
+}
+
+/// Puts a new content in the old one's place. The control that has the focus gives it to its successor, and what was
+/// to be seen stays where it was.
+void EntryDetailView::rebuild() {
+    const int scrollPosition = verticalScrollBar()->value();
+    setUpdatesEnabled(false);
+    auto* const former = std::exchange(m_content, new EntryDetailContent(m_environment, *m_entry, m_revealed));
+    auto* const column = static_cast<QVBoxLayout*>(widget()->layout());
+    column->insertWidget(1, m_content);
+    connect(m_content, &EntryDetailContent::reflowed, this, &EntryDetailView::reflow);
+    m_content->show();
+    takeTabOrder();
+    if (former != nullptr) {
+        const auto* focused = former->isAncestorOf(QApplication::focusWidget()) ? QApplication::focusWidget() : nullptr;
+        if (focused != nullptr) {
+            auto* const successor = m_content->findChild<QWidget*>(focused->objectName());
+            (successor != nullptr && successor->isEnabled() ? successor : m_edit)->setFocus(Qt::OtherFocusReason);
+        }
+        column->removeWidget(former);
+        former->hide();
+        former->deleteLater();  // one of its buttons may be what led here
+    }
+    placeAt(scrollPosition);
+    setUpdatesEnabled(true);
+}
+
+/// Tab goes through the content right after the header, whenever it was made.
+void EntryDetailView::takeTabOrder() {
+    QWidget* former = m_edit;
+    for (auto* const stop : m_content->stops()) {
+        setTabOrder(former, stop);
+        former = stop;
+    }
+}
+
+/// Gives a row its new height at once. By itself the wish goes up one widget a turn of the event loop, and what stands
+/// on the way is squeezed meanwhile.
+void EntryDetailView::reflow(QWidget* row) {
+    row->updateGeometry();
+    for (auto* around = row->parentWidget(); around != widget(); around = around->parentWidget())
+        around->layout()->activate();
+    placeAt(verticalScrollBar()->value());
+}
+
+/// The scroll bar knows how far it goes only when the layout has run.
+void EntryDetailView::placeAt(int scrollPosition) {
+    QEvent now(QEvent::LayoutRequest);
+    QApplication::sendEvent(widget(), &now);
+    verticalScrollBar()->setValue(scrollPosition);
+}
+
+void EntryDetailView::forget() {
+    delete std::exchange(m_content, nullptr);
+    m_entry.reset();
+    m_revealed = {};
+    m_title->clear();
 }

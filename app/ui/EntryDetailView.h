@@ -1,28 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ui/Environment.h"
-#include "core/model/KdbxDatabase.h"
+#include "app/ui/EntryDetailContent.h"
 
 #include <QScrollArea>
 
 #include <optional>
 
-class Card;
 class IconButton;
 class IconTile;
-class TextField;
-class TextLabel;
-class QStackedWidget;
-class QVBoxLayout;
+class Paragraph;
 
-/// The right column for one entry: its fields to read, the password masked, and its title to change.
+/// The right column for one entry: all its fields to read and to copy, its secrets masked until they are revealed.
+/// It changes nothing of the entry itself.
 class EntryDetailView : public QScrollArea {
     Q_OBJECT
 
 public:
     explicit EntryDetailView(const Environment& environment, QWidget* parent = nullptr);
 
+    /// Shows an entry. The same entry again keeps its place, its focus and what is revealed; another one starts at
+    /// its top, with its secrets masked.
     void show(const KdbxEntry& entry);
     /// Lets go of the entry and of its texts.
     void forget();
@@ -31,24 +29,23 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void makeHeader();
     void arrange();
-    [[nodiscard]] QWidget* makeTitle();
     void connectControls();
-    void showFields();
-    void addRow(Card& card, const QString& label, const QString& value, const QFont& font);
+    void showHeader();
+    void rebuild();
+    void takeTabOrder();
+    void keepEdges();
+    void reflow(QWidget* row);
+    void placeAt(int scrollPosition);
 
-    void startRenaming();
-    void finishRenaming();
-    void cancelRenaming();
-
-    AppState& m_state;
+    Environment m_environment;
     std::optional<KdbxEntry> m_entry;
-    bool m_isRenaming = false;
-    IconTile* m_tile;
-    QStackedWidget* m_title;
-    TextLabel* m_titleText;
-    TextField* m_titleField;
-    IconButton* m_rename;
-    QVBoxLayout* m_column = nullptr;
-    QWidget* m_fields = nullptr;
+    EntryDetailContent::Revealed m_revealed;
+    bool m_isExpired = false;  // as it is shown
+    QWidget* m_header = nullptr;
+    IconTile* m_tile = nullptr;
+    Paragraph* m_title = nullptr;
+    IconButton* m_edit = nullptr;
+    EntryDetailContent* m_content = nullptr;
 };

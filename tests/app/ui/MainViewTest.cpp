@@ -66,55 +66,15 @@ TEST_F(MainViewTest, selectingAGroupDeselectsTheEntry) {
 TEST_F(MainViewTest, oneSelectedEntryShowsItsFieldsAndTwoShowTheirNumber) {
     choose("Kayıtlar", 0);
     EXPECT_TRUE(shows(window, "Kullanıcı adı"));
-    EXPECT_TRUE(shows(window, "Parola: ••••••••"));
     list("Kayıtlar").selectAll();
     EXPECT_TRUE(shows(window, "2 kayıt seçildi"));
     state->setSelectedEntryIDs({UUID::random()});
     EXPECT_TRUE(shows(window, "Kayıt bulunamadı"));
 }
 
-TEST_F(MainViewTest, aPasswordShowsAsManyDotsAsItHasCharactersWithinBounds) {
-    for (const auto& [characters, dots] : {std::pair{3, 8}, std::pair{20, 20}, std::pair{40, 32}}) {
-        state->edit("Adım", [count = characters](KdbxDatabase& database) {
-            std::string password;
-            for (int character = 0; character < count; ++character)
-                password += "ş";
-            database.root.entries.mutableAt(0).password = SecureString(password);
-        });
-        state->setSelectedEntryIDs({state->root()->entries[0].id});
-        EXPECT_TRUE(shows(window, "Parola: " + QString(dots, QChar(0x2022)))) << characters;
-    }
-}
-
-TEST_F(MainViewTest, aTitleIsChangedWithReturnAndLeftWithEscape) {
-    choose("Kayıtlar", 0);
-    click(window, "Başlığı değiştir");
-    type(window, "Başlık", "Bankam");
-    QTest::keyClick(field(window, "Başlık"), Qt::Key_Return);
-    EXPECT_EQ(firstTitle(), "Bankam");
-    EXPECT_EQ(state->root()->entries[0].historyItems.size(), 1U);
-    EXPECT_TRUE(state->isDirty());
-    EXPECT_TRUE(shows(window, "Kaydedilmemiş değişiklik"));
-    EXPECT_TRUE(shows(window, "3 kayıt · kaydedilmedi"));
-
-    click(window, "Başlığı değiştir");
-    type(window, "Başlık", "Boş ver");
-    QTest::keyClick(field(window, "Başlık"), Qt::Key_Escape);
-    EXPECT_EQ(firstTitle(), "Bankam");
-}
-
-TEST_F(MainViewTest, aTitleThatStaysIsNoStep) {
-    choose("Kayıtlar", 0);
-    click(window, "Başlığı değiştir");
-    QTest::keyClick(field(window, "Başlık"), Qt::Key_Return);
-    EXPECT_FALSE(state->canUndo());
-}
-
 TEST_F(MainViewTest, aRenamedEntryKeepsItsSelection) {
     choose("Kayıtlar", 0);
-    click(window, "Başlığı değiştir");
-    type(window, "Başlık", "Zeytin");
-    QTest::keyClick(field(window, "Başlık"), Qt::Key_Return);
+    rename("Zeytin");
     EXPECT_THAT(rows("Kayıtlar"), ElementsAre("Posta", "Zeytin"));
     ASSERT_TRUE(state->focusedEntry());
     EXPECT_EQ(state->focusedEntry()->title, "Zeytin");
@@ -125,6 +85,7 @@ TEST_F(MainViewTest, savingIsOfferedWhenThereIsSomethingToSave) {
     EXPECT_FALSE(command("Kaydet")->isEnabled());
     EXPECT_FALSE(button(window, "Kaydet (⌘S)")->isEnabled());
     rename("Bankam");
+    EXPECT_TRUE(shows(window, "3 kayıt · kaydedilmedi"));
     EXPECT_TRUE(command("Kaydet")->isEnabled());
     click(window, "Kaydet (⌘S)");
     EXPECT_EQ(files.writes, 1);

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QTextEdit>
+
+/// A text to read and to select from, as high as it takes at its width. It does not scroll by itself.
+class SelectableText : public QTextEdit {
+    Q_OBJECT
+
+public:
+    SelectableText(const QString& name, const QString& text, QWidget* parent = nullptr);
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
