@@ -7,6 +7,7 @@
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/SecretField.h"
+#include "core/clipboard/ClipboardService.h"
 
 #include <QGridLayout>
 #include <QResizeEvent>
@@ -18,7 +19,7 @@ constexpr int narrowestRow = 400;  // below this, the value goes under its name
 
 }  // namespace
 
-CustomFieldRow::CustomFieldRow(const Value& value, QWidget* parent)
+CustomFieldRow::CustomFieldRow(const Value& value, ClipboardService& clipboard, QWidget* parent)
     : QWidget(parent),
       m_key(new TextField(tr("Alan adı"), this)),
       m_value(new SecretField(tr("Değer"), this)),
@@ -31,6 +32,7 @@ CustomFieldRow::CustomFieldRow(const Value& value, QWidget* parent)
     m_value->setPlaceholderText(tr("Değer"));
     m_value->setSecret(qtText(value.value));
     m_value->setCursorPosition(0);
+    m_value->setCopying([&clipboard](std::string_view secret) { clipboard.copySecret(secret); });
     connect(m_protection, &IconButton::clicked, this, [this] {
         m_isProtected = !m_isProtected;
         showProtection();
@@ -78,8 +80,9 @@ void CustomFieldRow::showProtection() {
     m_value->setMasking(m_isProtected);
 }
 
-CustomFieldsCard::CustomFieldsCard(QWidget* parent)
+CustomFieldsCard::CustomFieldsCard(ClipboardService& clipboard, QWidget* parent)
     : Card(tr("Özel alanlar"), parent),
+      m_clipboard(clipboard),
       m_add(new Button(tr("Alan ekle"), Button::Variant::secondary)),
       m_nothing(new Paragraph(tr("Henüz özel alan yok."), BrandFont::secondary(), Palette::textSoft)) {
     m_add->setSmall(true);
@@ -90,7 +93,7 @@ CustomFieldsCard::CustomFieldsCard(QWidget* parent)
 }
 
 CustomFieldRow& CustomFieldsCard::add(const CustomFieldRow::Value& value) {
-    auto* const row = new CustomFieldRow(value);
+    auto* const row = new CustomFieldRow(value, m_clipboard);
     m_rows.append(row);
     content()->addWidget(row);
     connect(row, &CustomFieldRow::removed, this, [this, row] { remove(row); });

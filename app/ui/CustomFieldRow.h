@@ -7,6 +7,7 @@
 
 class AdaptiveRow;
 class Button;
+class ClipboardService;
 class IconButton;
 class Paragraph;
 class SecretField;
@@ -23,7 +24,7 @@ public:
         bool isProtected = false;
     };
 
-    explicit CustomFieldRow(const Value& value, QWidget* parent = nullptr);
+    CustomFieldRow(const Value& value, ClipboardService& clipboard, QWidget* parent = nullptr);
 
     /// As it stands in the form. The caller wipes the text of a protected value.
     [[nodiscard]] Value value() const;
@@ -52,7 +53,8 @@ class CustomFieldsCard : public Card {
     Q_OBJECT
 
 public:
-    explicit CustomFieldsCard(QWidget* parent = nullptr);
+    /// What is copied of protected values goes through `clipboard`.
+    explicit CustomFieldsCard(ClipboardService& clipboard, QWidget* parent = nullptr);
 
     CustomFieldRow& add(const CustomFieldRow::Value& value);
     /// In the order of the form.
@@ -67,6 +69,7 @@ private:
     void remove(CustomFieldRow* row);
     void showEmptiness();
 
+    ClipboardService& m_clipboard;
     Button* m_add;
     Paragraph* m_nothing;
     QList<CustomFieldRow*> m_rows;

@@ -19,6 +19,7 @@
 #include "app/ui/components/TextArea.h"
 #include "app/ui/components/Toggle.h"
 #include "core/autotype/AutoTypeService.h"
+#include "core/clipboard/ClipboardService.h"
 
 #include <QHBoxLayout>
 
@@ -49,6 +50,7 @@ EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget*
                     std::holds_alternative<Edit>(mode) ? tr("Kaydet") : tr("Oluştur"), parent),
       m_state(environment.state),
       m_preferences(environment.preferences),
+      m_clipboard(environment.clipboard),
       m_mode(std::move(mode)) {
     setSizes(smallest, ideal);
     makeControls();
@@ -77,6 +79,7 @@ void EntryEditView::makeControls() {
     m_expiryDate->setTimestamp({Timestamp::now().seconds + yearInSeconds});
 
     m_password = new SecretField(tr("Parola"));
+    m_password->setCopying([this](std::string_view secret) { m_clipboard.copySecret(secret); });
     m_strength = new StrengthMeter;
 
     m_autoTypeEnabled = new Toggle(tr("Bu kayıt için etkin"));
@@ -88,7 +91,7 @@ void EntryEditView::makeControls() {
     m_defaultSequence = new Paragraph(tr("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
                                       BrandFont::secondary(), Palette::textSoft);
 
-    m_customFields = new CustomFieldsCard;
+    m_customFields = new CustomFieldsCard(m_clipboard);
     m_notes = new TextArea(tr("Notlar"));
 }
 

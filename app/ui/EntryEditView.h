@@ -64,6 +64,7 @@ private:
 
     AppState& m_state;
     Preferences& m_preferences;
+    ClipboardService& m_clipboard;
     Mode m_mode;
     IconPicker* m_icon = nullptr;
     TextField* m_title = nullptr;

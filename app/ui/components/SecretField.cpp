@@ -3,29 +3,23 @@
 
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
+#include "core/model/SecureString.h"
 
-#include <QApplication>
-#include <QClipboard>
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 
 constexpr int eyeSide = 24;
 constexpr int eyeSymbol = 16;
 constexpr double dotSpacing = 1.5;
-
-/// Selecting in a field with readable text puts it on the primary selection at once; a secret must not stay there.
-void leavePrimarySelection(const QLineEdit& field) {
-    auto* const clipboard = QApplication::clipboard();
-    if (clipboard->supportsSelection() && clipboard->ownsSelection() && field.hasSelectedText())
-        clipboard->setText(QString(), QClipboard::Selection);
-}
+constexpr Qt::InputMethodHints secretHints =
+    Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase;
 
 /// Overwrites the letters that a field holds, which it shares with the text that it gives away.
 void overwrite(const QString& shared) {
@@ -37,7 +31,6 @@ void overwrite(const QString& shared) {
 
 SecretField::SecretField(const QString& name, QWidget* parent)
     : TextField(name, parent), m_eye(new IconButton(QStringLiteral("eye"), tr("Göster"), this)) {
-    setInputMethodHints(Qt::ImhHiddenText | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
     setDragEnabled(false);
     m_eye->setSides(eyeSide, eyeSymbol);
     connect(this, &SecretField::textChanged, this, &SecretField::showLetters);
@@ -67,6 +60,10 @@ std::string SecretField::secret() const {
     return text().toStdString();
 }
 
+void SecretField::setCopying(std::function<void(std::string_view)> copy) {
+    m_copy = std::move(copy);
+}
+
 void SecretField::setMasking(bool isMasking) {
     m_isMasking = isMasking;
     m_isRevealed = false;
@@ -75,6 +72,8 @@ void SecretField::setMasking(bool isMasking) {
 
 void SecretField::showRevealed() {
     setEchoMode(m_isRevealed || !m_isMasking ? QLineEdit::Normal : QLineEdit::Password);
+    // After the mode, which has hints of its own: a secret in the clear is one all the same.
+    setInputMethodHints(m_isMasking ? secretHints : Qt::ImhNone);
     setTrailingRoom(m_isMasking ? eyeSide : 0);
     m_eye->setVisible(m_isMasking);
     m_eye->setSymbol(m_isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
@@ -98,18 +97,69 @@ void SecretField::resizeEvent(QResizeEvent* event) {
     m_eye->setGeometry(left, gap, eyeSide, eyeSide);
 }
 
+// A field with readable text puts what is selected in it on the primary selection at once, by the pointer and by keys,
+// and every program reads that. So a shown secret is selected here, where nothing is offered.
+
 void SecretField::mouseReleaseEvent(QMouseEvent* event) {
-    TextField::mouseReleaseEvent(event);
-    leavePrimarySelection(*this);
+    if (!showsSecret() || event->button() != Qt::LeftButton)
+        TextField::mouseReleaseEvent(event);
 }
 
-void SecretField::keyReleaseEvent(QKeyEvent* event) {
-    TextField::keyReleaseEvent(event);
-    leavePrimarySelection(*this);
+void SecretField::keyPressEvent(QKeyEvent* event) {
+    if (!showsSecret())
+        TextField::keyPressEvent(event);
+    else if (event->matches(QKeySequence::Copy))
+        copySecret();
+    else if (event->matches(QKeySequence::Cut))
+        cutSecret();
+    else if (!select(*event))
+        TextField::keyPressEvent(event);
+}
+
+bool SecretField::select(const QKeyEvent& event) {
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const auto is = [&](QKeySequence::StandardKey key) { return event.matches(key); };
+    if (is(QKeySequence::SelectAll))
+        selectAll();
+    else if (is(isMirrored ? QKeySequence::SelectPreviousChar : QKeySequence::SelectNextChar))
+        cursorForward(true);
+    else if (is(isMirrored ? QKeySequence::SelectNextChar : QKeySequence::SelectPreviousChar))
+        cursorBackward(true);
+    else if (is(QKeySequence::SelectNextWord))
+        cursorWordForward(true);
+    else if (is(QKeySequence::SelectPreviousWord))
+        cursorWordBackward(true);
+    else if (is(QKeySequence::SelectStartOfLine) || is(QKeySequence::SelectStartOfBlock))
+        home(true);
+    else if (is(QKeySequence::SelectEndOfLine) || is(QKeySequence::SelectEndOfBlock))
+        end(true);
+    else
+        return false;
+    return true;
+}
+
+void SecretField::copySecret() const {
+    if (!m_copy || !hasSelectedText())
+        return;
+    auto secret = selectedText().toStdString();
+    m_copy(secret);
+    wipe(secret);
+}
+
+void SecretField::cutSecret() {
+    if (!m_copy || !hasSelectedText())
+        return;
+    copySecret();
+    del();
 }
 
 void SecretField::contextMenuEvent(QContextMenuEvent* event) {
-    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
-    menu->exec(event->globalPos());
-    leavePrimarySelection(*this);
+    QMenu menu(this);
+    const bool isCopied = showsSecret() && m_copy && hasSelectedText();
+    menu.addAction(tr("Kes"), this, &SecretField::cutSecret)->setEnabled(isCopied);
+    menu.addAction(tr("Kopyala"), this, &SecretField::copySecret)->setEnabled(isCopied);
+    menu.addAction(tr("Yapıştır"), this, &SecretField::paste);
+    menu.addSeparator();
+    menu.addAction(tr("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
+    menu.exec(event->globalPos());
 }

@@ -3,7 +3,9 @@
 
 #include "app/ui/components/TextField.h"
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 class IconButton;
 
@@ -24,6 +26,9 @@ public:
     /// The text for the vault. The caller wipes it.
     [[nodiscard]] std::string secret() const;
 
+    /// Where a shown secret goes that the user copies or cuts. Without it, none is copied.
+    void setCopying(std::function<void(std::string_view)> copy);
+
     /// Whether the text is masked at all: one that is no secret shows, and there is no eye.
     void setMasking(bool isMasking);
 
@@ -33,14 +38,19 @@ signals:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     void showRevealed();
     void showLetters();
+    [[nodiscard]] bool showsSecret() const noexcept { return m_isRevealed && m_isMasking; }
+    bool select(const QKeyEvent& event);
+    void copySecret() const;
+    void cutSecret();
 
     IconButton* m_eye;
+    std::function<void(std::string_view)> m_copy;
     bool m_isRevealed = false;
     bool m_isMasking = true;
 };

@@ -418,6 +418,18 @@ TEST_F(EntryEditTest, aGeneratedPasswordFollowsThePreferencesAndShows) {
     EXPECT_EQ(bank().password, SecureString(last));
 }
 
+TEST_F(EntryEditTest, aPasswordThatIsCopiedFromTheFormIsWipedLater) {
+    createIn(root());
+    type("Parola", "gizli");
+    click("Göster");
+    password().selectAll();
+    QTest::keyClick(&password(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(pasteboard.text(), "gizli");
+    EXPECT_TRUE(clipboard.hasPendingSecret());
+    clock.advance(std::chrono::seconds(12));
+    EXPECT_EQ(pasteboard.text(), "");
+}
+
 TEST_F(EntryEditTest, theStrengthFollowsThePassword) {
     createIn(root());
     EXPECT_TRUE(shows("Çok zayıf"));

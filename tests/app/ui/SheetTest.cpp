@@ -9,10 +9,15 @@
 #include "tests/app/ui/WindowProbe.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -236,10 +241,14 @@ protected:
 
 TEST_F(SecretFieldTest, neitherDraggingNorPredictingNorUndoOffersTheSecret) {
     EXPECT_FALSE(field.dragEnabled());
-    const auto hints = field.inputMethodHints();
-    EXPECT_TRUE(hints.testFlag(Qt::ImhSensitiveData));
-    EXPECT_TRUE(hints.testFlag(Qt::ImhNoPredictiveText));
-    EXPECT_TRUE(hints.testFlag(Qt::ImhHiddenText));
+    for (const bool isRevealed : {false, true}) {
+        field.setRevealed(isRevealed);
+        const auto hints = field.inputMethodHints();
+        EXPECT_TRUE(hints.testFlag(Qt::ImhSensitiveData)) << isRevealed;
+        EXPECT_TRUE(hints.testFlag(Qt::ImhNoPredictiveText)) << isRevealed;
+        EXPECT_TRUE(hints.testFlag(Qt::ImhHiddenText)) << isRevealed;
+    }
+    field.setRevealed(false);
     QTest::keyClicks(&field, "gizli");
     field.setSecret("başka");
     field.setRevealed(true);
@@ -261,6 +270,74 @@ TEST_F(SecretFieldTest, theLettersAreOverwrittenWhenTheFieldGoes) {
     const QString shared = gone->text();
     delete gone;
     EXPECT_EQ(shared, QString(5, QChar()));
+}
+
+TEST_F(SecretFieldTest, aShownSecretIsSelectedWithTheUsualKeys) {
+    field.setSecret("bir iki");
+    field.setRevealed(true);
+    field.home(false);
+    const auto selected = [&](Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(&field, key, modifiers);
+        return field.selectedText();
+    };
+    EXPECT_EQ(selected(Qt::Key_Right, Qt::ShiftModifier), "b");
+    EXPECT_EQ(selected(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier), "bir ");
+    EXPECT_EQ(selected(Qt::Key_Left, Qt::ShiftModifier), "bir");
+    EXPECT_EQ(selected(Qt::Key_End, Qt::ShiftModifier), "bir iki");
+    EXPECT_EQ(selected(Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier), "bir ");
+    EXPECT_EQ(selected(Qt::Key_Home, Qt::ShiftModifier), "");
+    EXPECT_EQ(selected(Qt::Key_A, Qt::ControlModifier), "bir iki");
+    QTest::keyClick(&field, Qt::Key_X);
+    EXPECT_EQ(field.text(), "x") << "what is selected is typed over";
+}
+
+TEST_F(SecretFieldTest, whatIsCopiedGoesWhereItIsToldTo) {
+    std::string copied;
+    QApplication::clipboard()->setText("önceki");
+    field.setSecret("gizli");
+    field.setRevealed(true);
+    field.selectAll();
+    QTest::keyClick(&field, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(&field, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(field.text(), "gizli") << "nowhere to go";
+
+    field.setCopying([&](std::string_view secret) { copied = secret; });
+    QTest::keyClick(&field, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(copied, "gizli");
+    EXPECT_EQ(field.text(), "gizli");
+    copied.clear();
+    QTest::keyClick(&field, Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(copied, "gizli");
+    EXPECT_EQ(field.text(), "");
+
+    copied.clear();
+    field.setSecret("gizli");
+    field.setRevealed(false);
+    field.selectAll();
+    QTest::keyClick(&field, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(copied, "") << "masked, nothing is copied";
+    EXPECT_EQ(QApplication::clipboard()->text(), "önceki");
+}
+
+TEST_F(SecretFieldTest, theMenuCopiesTheSameWay) {
+    std::string copied;
+    field.setCopying([&](std::string_view secret) { copied = secret; });
+    QApplication::clipboard()->setText("önceki");
+    field.setSecret("gizli");
+    field.setRevealed(true);
+    field.selectAll();
+    QTimer::singleShot(0, [] {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        for (auto* const action : menu->actions())
+            if (action->text() == "Kopyala")
+                action->trigger();
+        menu->close();
+    });
+    QContextMenuEvent wish(QContextMenuEvent::Keyboard, QPoint(5, 5), field.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&field, &wish);
+    EXPECT_EQ(copied, "gizli");
+    EXPECT_EQ(QApplication::clipboard()->text(), "önceki");
 }
 
 TEST_F(SecretFieldTest, theEyeShowsAndHides) {
