@@ -44,11 +44,6 @@ void Button::setTint(const QColor& colour) {
     update();
 }
 
-void Button::setMarked(bool isMarked) {
-    m_isMarked = isMarked;
-    update();
-}
-
 void Button::setConfirmed(bool isConfirmed) {
     m_isConfirmed = isConfirmed;
     update();
@@ -67,14 +62,15 @@ QSize Button::sizeHint() const {
 
 Button::Look Button::look() const {
     const bool isHovered = underMouse() && isEnabled();
+    const Look filled{isDown() ? Palette::accent.darker(112) : (isHovered ? Palette::accentHover : Palette::accent),
+                      {},
+                      Palette::canvas};
     switch (m_variant) {
         case Variant::primary:
-            return {isDown() ? Palette::accent.darker(112) : (isHovered ? Palette::accentHover : Palette::accent),
-                    {},
-                    Palette::canvas};
+            return filled;
         case Variant::secondary:
-            if (m_isMarked)
-                return {Palette::selection(), Palette::withOpacity(Palette::accent, 0.6), Palette::text};
+            if (isChecked())
+                return filled;
             return {isDown() ? Palette::line : (isHovered ? Palette::hover.lighter(118) : Palette::hover),
                     Palette::lineStrong, Palette::text};
         case Variant::ghost:

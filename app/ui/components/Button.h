@@ -6,7 +6,8 @@
 
 #include <cstdint>
 
-/// A push button of the theme. Its accessible name is its text.
+/// A push button of the theme. Its accessible name is its text. Checked, it is filled: of several quick choices the one
+/// that holds.
 class Button : public QPushButton {
     Q_OBJECT
 
@@ -23,8 +24,6 @@ public:
     void setSymbol(const QString& name);
     /// The colour of the variant `tinted`.
     void setTint(const QColor& colour);
-    /// One of several quick choices, the one that holds.
-    void setMarked(bool isMarked);
     /// With a tick in place of its symbol, or of its text where it has none: what it does has just been done.
     void setConfirmed(bool isConfirmed);
 
@@ -48,7 +47,6 @@ private:
     Variant m_variant;
     bool m_isSmall = false;
     bool m_isLarge = false;
-    bool m_isMarked = false;
     bool m_isConfirmed = false;
     QString m_symbol;
     QColor m_tint;

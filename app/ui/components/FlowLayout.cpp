@@ -6,6 +6,14 @@
 
 #include <algorithm>
 
+namespace {
+
+QSize sizeOf(const QLayoutItem& item, int widest) {
+    return item.sizeHint().boundedTo(QSize(std::max(widest, 1), QLAYOUTSIZE_MAX));
+}
+
+}  // namespace
+
 FlowLayout::FlowLayout(int spacing, QWidget* parent) : QLayout(parent) {
     setContentsMargins(0, 0, 0, 0);
     setSpacing(spacing);
@@ -20,12 +28,19 @@ QLayoutItem* FlowLayout::takeAt(int index) {
 }
 
 int FlowLayout::heightForWidth(int width) const {
-    return run(QRect(0, 0, width, 0), Pass::measure);
+    int height = 0;
+    for (const auto& line : lines(width))
+        height += line.height + (height > 0 ? spacing() : 0);
+    return height;
 }
 
 void FlowLayout::setGeometry(const QRect& area) {
     QLayout::setGeometry(area);
-    run(area, Pass::place);
+    int top = area.top();
+    for (const auto& line : lines(area.width())) {
+        place(line, QRect(area.left(), top, area.width(), line.height));
+        top += line.height + spacing();
+    }
 }
 
 QSize FlowLayout::minimumSize() const {
@@ -35,23 +50,27 @@ QSize FlowLayout::minimumSize() const {
     return size;
 }
 
-/// The height that the items take in the width of `area`.
-int FlowLayout::run(const QRect& area, Pass pass) const {
+QList<FlowLayout::Line> FlowLayout::lines(int width) const {
+    QList<Line> lines;
+    for (auto* const item : m_items) {
+        const QSize size = sizeOf(*item, width);
+        if (lines.isEmpty() || lines.last().width + spacing() + size.width() > width)
+            lines.append(Line{});
+        auto& line = lines.last();
+        line.width += size.width() + (line.items.isEmpty() ? 0 : spacing());
+        line.height = std::max(line.height, size.height());
+        line.items.append(item);
+    }
+    return lines;
+}
+
+void FlowLayout::place(const Line& line, const QRect& area) const {
     const auto direction = parentWidget() != nullptr ? parentWidget()->layoutDirection() : Qt::LeftToRight;
     int left = area.left();
-    int top = area.top();
-    int lineHeight = 0;
-    for (auto* item : m_items) {
-        const QSize size = item->sizeHint().boundedTo(QSize(std::max(area.width(), 1), QLAYOUTSIZE_MAX));
-        if (left + size.width() > area.left() + area.width() && lineHeight > 0) {
-            left = area.left();
-            top += lineHeight + spacing();
-            lineHeight = 0;
-        }
-        if (pass == Pass::place)
-            item->setGeometry(QStyle::visualRect(direction, area, QRect(QPoint(left, top), size)));
+    for (auto* const item : line.items) {
+        const QSize size = sizeOf(*item, area.width());
+        const QPoint corner(left, area.top() + (line.height - size.height()) / 2);
+        item->setGeometry(QStyle::visualRect(direction, area, QRect(corner, size)));
         left += size.width() + spacing();
-        lineHeight = std::max(lineHeight, size.height());
     }
-    return top + lineHeight - area.top();
 }

@@ -4,7 +4,7 @@
 #include <QLayout>
 #include <QList>
 
-/// Items side by side, going on in the next line where one is full.
+/// Items side by side, each in the middle of its line, going on in the next line where one is full.
 class FlowLayout : public QLayout {
 public:
     explicit FlowLayout(int spacing, QWidget* parent = nullptr);
@@ -22,8 +22,14 @@ public:
     [[nodiscard]] QSize minimumSize() const override;
 
 private:
-    enum class Pass { measure, place };
-    int run(const QRect& area, Pass pass) const;
+    /// Items that stand side by side.
+    struct Line {
+        QList<QLayoutItem*> items;
+        int width = 0;
+        int height = 0;
+    };
+    [[nodiscard]] QList<Line> lines(int width) const;
+    void place(const Line& line, const QRect& area) const;
 
     QList<QLayoutItem*> m_items;
 };

@@ -4,6 +4,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
+#include "app/ui/components/PasswordLabel.h"
 #include "app/ui/components/TextField.h"
 
 #include <QAbstractButton>
@@ -30,7 +31,8 @@ bool isField(const QWidget* widget) {
 
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-           qobject_cast<const QComboBox*>(widget) != nullptr || qobject_cast<const QAbstractSlider*>(widget) != nullptr;
+           qobject_cast<const PasswordLabel*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
+           qobject_cast<const QAbstractSlider*>(widget) != nullptr;
 }
 
 /// Where the ring is drawn: the nearest widget around the control that does not cut it off, within its window and what

@@ -7,6 +7,7 @@
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Motion.h"
 #include "app/ui/components/Painting.h"
+#include "app/ui/components/ScrollPage.h"
 #include "app/ui/components/TabStops.h"
 
 #include <QAbstractButton>
@@ -14,7 +15,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QVariantAnimation>
@@ -116,8 +116,7 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
       m_title(new TextLabel(title, BrandFont::sheetTitle(), Palette::text, this)),
       m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft, this)),
       m_scrolledEdge(new HairlineDivider(Qt::Horizontal, this)),
-      m_scroll(new QScrollArea(this)),
-      m_content(new QVBoxLayout),
+      m_scroll(new ScrollPage({Metric::xl, Metric::xs, Metric::xl, Metric::l}, this)),
       m_cancel(new Button(cancelTitle, Button::Variant::ghost, this)),
       m_confirm(new Button(confirmTitle, Button::Variant::primary, this)) {
     setAccessibleName(title);
@@ -130,17 +129,8 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
 
 void SheetScaffold::arrange() {
     m_subtitle->hide();
-    auto* const form = new QWidget;
-    form->setLayout(m_content);
-    m_content->setSpacing(Metric::m);
-    m_scroll->setWidget(form);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scrolledEdge->setSizePolicy(retaining(m_scrolledEdge->sizePolicy()));
     auto* const bar = m_scroll->verticalScrollBar();
-    connect(bar, &QScrollBar::rangeChanged, this, &SheetScaffold::showScrolling);
     connect(bar, &QScrollBar::rangeChanged, this, &SheetScaffold::revealFocus);
     connect(bar, &QScrollBar::valueChanged, this, &SheetScaffold::showScrolling);
     showScrolling();
@@ -171,12 +161,13 @@ void SheetScaffold::arrange() {
     column->addWidget(footerBox);
 }
 
-/// A form that has moved up goes under an edge, and the bar beside it takes its room from the margin.
+/// A form that has moved up goes under an edge.
 void SheetScaffold::showScrolling() {
-    auto* const bar = m_scroll->verticalScrollBar();
-    const int barWidth = bar->maximum() > 0 ? bar->sizeHint().width() : 0;
-    m_content->setContentsMargins(Metric::xl, Metric::xs, Metric::xl - barWidth, Metric::xl);
-    m_scrolledEdge->setVisible(bar->value() > 0);
+    m_scrolledEdge->setVisible(m_scroll->verticalScrollBar()->value() > 0);
+}
+
+QVBoxLayout* SheetScaffold::content() const noexcept {
+    return m_scroll->content();
 }
 
 void SheetScaffold::setSubtitle(const QString& subtitle) {

@@ -8,9 +8,9 @@
 
 class Button;
 class HairlineDivider;
-class QScrollArea;
 class QVariantAnimation;
 class QVBoxLayout;
+class ScrollPage;
 class TextLabel;
 
 /// A sheet's ground: a raised card that Return confirms and Escape cancels. Return on a button presses the button, and
@@ -68,7 +68,7 @@ public:
     void setSubtitle(const QString& subtitle);
     void setConfirmTitle(const QString& title);
     /// Where the form goes, cards one under the other, 12 apart.
-    [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
+    [[nodiscard]] QVBoxLayout* content() const noexcept;
 
 private:
     void arrange();
@@ -78,8 +78,7 @@ private:
     TextLabel* m_title;
     TextLabel* m_subtitle;
     HairlineDivider* m_scrolledEdge;
-    QScrollArea* m_scroll;
-    QVBoxLayout* m_content;
+    ScrollPage* m_scroll;
     Button* m_cancel;
     Button* m_confirm;
 };

@@ -4,14 +4,23 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 
+#include <QAbstractScrollArea>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyle>
 
 namespace {
 
 constexpr int trackHeight = 4;
 constexpr int knobSide = 16;
+
+bool standsInPageThatScrolls(const QWidget& widget) {
+    for (const auto* around = widget.parentWidget(); around != nullptr; around = around->parentWidget())
+        if (const auto* area = qobject_cast<const QAbstractScrollArea*>(around))
+            return area->verticalScrollBar()->maximum() > area->verticalScrollBar()->minimum();
+    return false;
+}
 
 }  // namespace
 
@@ -24,7 +33,7 @@ Slider::Slider(const QString& name, int minimum, int maximum, QWidget* parent) :
 }
 
 QSize Slider::sizeHint() const {
-    return {200, Metric::controlHeightSmall};
+    return {200, knobSide + Metric::xs};
 }
 
 /// How far the value is along the way, 0 to 1, in the direction of writing.
@@ -40,16 +49,16 @@ void Slider::paintEvent(QPaintEvent*) {
     const double middle = height() / 2.0;
     const double travel = width() - knobSide;
     const double knob = travel * position();
-    const QRectF track(knobSide / 2.0, middle - trackHeight / 2.0, travel, trackHeight);
+    const QRectF track(0, middle - trackHeight / 2.0, width(), trackHeight);
     Painting::roundedBox(painter, track, Radius::pill, Palette::line);
     QRectF filled = track;
     if (layoutDirection() == Qt::RightToLeft)
-        filled.setLeft(track.left() + knob);
+        filled.setLeft(knob + knobSide / 2.0);
     else
-        filled.setRight(track.left() + knob);
+        filled.setRight(knob + knobSide / 2.0);
     Painting::roundedBox(painter, filled, Radius::pill, Palette::accent);
     Painting::roundedBox(painter, QRectF(knob, middle - knobSide / 2.0, knobSide, knobSide), Radius::pill,
-                         isSliderDown() || hasFocus() ? Palette::accentHover : Palette::text, Palette::canvas);
+                         isSliderDown() ? Palette::accentHover : Palette::text, Palette::canvas);
 }
 
 void Slider::goTo(double x) {
@@ -73,4 +82,11 @@ void Slider::mouseMoveEvent(QMouseEvent* event) {
 void Slider::mouseReleaseEvent(QMouseEvent*) {
     setSliderDown(false);
     update();
+}
+
+void Slider::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus() && standsInPageThatScrolls(*this))
+        event->ignore();
+    else
+        QSlider::wheelEvent(event);
 }

@@ -3,7 +3,8 @@
 
 #include <QSlider>
 
-/// A horizontal slider of the theme. A click on its track goes there.
+/// A horizontal slider of the theme. A click on its track goes there. In a page that scrolls, the wheel is the page's
+/// until the slider has the focus: nobody changes a setting by scrolling past it.
 class Slider : public QSlider {
     Q_OBJECT
 
@@ -17,6 +18,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     [[nodiscard]] double position() const;

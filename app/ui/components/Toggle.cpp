@@ -13,6 +13,9 @@ namespace {
 
 constexpr QSize track(34, 20);
 constexpr int knobInset = 3;
+constexpr int exampleSize = 12;
+constexpr int exampleGap = 6;
+const QString separator = QStringLiteral("  ");
 
 }  // namespace
 
@@ -45,8 +48,19 @@ void Toggle::slide(bool isOn) {
     m_motion->start();
 }
 
+QString Toggle::words() const {
+    return text().section(separator, 0, 0);
+}
+
+QString Toggle::example() const {
+    return text().section(separator, 1);
+}
+
 QSize Toggle::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text()) + Metric::m + track.width(), Metric::controlHeightSmall};
+    int width = fontMetrics().horizontalAdvance(words());
+    if (!example().isEmpty())
+        width += exampleGap + QFontMetrics(BrandFont::mono(exampleSize)).horizontalAdvance(example());
+    return {width + Metric::m + track.width(), Metric::controlHeightSmall};
 }
 
 QSize Toggle::minimumSizeHint() const {
@@ -57,19 +71,16 @@ void Toggle::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!isEnabled())
         painter.setOpacity(0.4);
-    painter.setFont(font());
-    painter.setPen(Palette::text);
     const int rest = width() - track.width() - Metric::m;
     const bool isLeading = m_side == Side::leading;
     const auto placed = [&](int left, QSize size) {
         return QStyle::visualRect(layoutDirection(), rect(), QRect({left, (height() - size.height()) / 2}, size));
     };
-    const QRect words = placed(isLeading ? width() - rest : 0, {rest, height()});
-    painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, words.width()));
+    paintText(painter, placed(isLeading ? width() - rest : 0, {rest, height()}));
 
     const QRect box = placed(isLeading ? 0 : width() - track.width(), track);
-    Painting::roundedBox(painter, box, Radius::pill, Palette::canvas, Palette::lineStrong);
+    Painting::roundedBox(painter, box, Radius::pill,
+                         underMouse() ? Palette::lineStrong.lighter(112) : Palette::lineStrong);
     if (m_position > 0) {
         painter.save();
         painter.setOpacity(painter.opacity() * m_position);
@@ -80,5 +91,24 @@ void Toggle::paintEvent(QPaintEvent*) {
     const double travel = box.width() - 2.0 * knobInset - knob;
     const double offset = layoutDirection() == Qt::RightToLeft ? 1 - m_position : m_position;
     Painting::roundedBox(painter, QRectF(box.left() + knobInset + travel * offset, box.top() + knobInset, knob, knob),
-                         Radius::pill, isChecked() ? Palette::canvas : Palette::textSoft);
+                         Radius::pill, isChecked() ? Palette::canvas : Palette::text);
+}
+
+void Toggle::paintText(QPainter& painter, const QRect& room) const {
+    painter.setFont(font());
+    painter.setPen(Palette::text);
+    const QString shown = fontMetrics().elidedText(words(), Qt::ElideRight, room.width());
+    const auto line = QStyle::visualAlignment(layoutDirection(), Qt::Alignment(Qt::AlignVCenter | Qt::AlignLeading));
+    painter.drawText(room, static_cast<int>(line) | Qt::TextSingleLine, shown);
+
+    const QFont mono = BrandFont::mono(exampleSize);
+    const int from = fontMetrics().horizontalAdvance(shown) + exampleGap;
+    const int left = room.width() - from;
+    if (example().isEmpty() || left <= 0)
+        return;
+    painter.setFont(mono);
+    painter.setPen(Palette::textSoft);
+    painter.drawText(
+        QStyle::visualRect(layoutDirection(), room, QRect(room.left() + from, room.top(), left, room.height())),
+        static_cast<int>(line) | Qt::TextSingleLine, QFontMetrics(mono).elidedText(example(), Qt::ElideRight, left));
 }

@@ -5,7 +5,8 @@
 
 class QVariantAnimation;
 
-/// A switch with its text before it or behind it.
+/// A switch with its text before it or behind it. What stands behind two spaces in the text is an example, in the
+/// monospaced face.
 class Toggle : public QCheckBox {
     Q_OBJECT
 
@@ -25,6 +26,9 @@ protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
 
 private:
+    void paintText(QPainter& painter, const QRect& room) const;
+    [[nodiscard]] QString words() const;
+    [[nodiscard]] QString example() const;
     void slide(bool isOn);
 
     QVariantAnimation* m_motion;

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/ScrollPage.h"
+
+#include "app/ui/Theme.h"
+
+#include <QEvent>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+/// Where some part wraps, the height follows from the width; what a layout takes for the least height is then that of
+/// the narrowest page.
+class Page final : public QWidget {
+public:
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        const QSize least = QWidget::minimumSizeHint();
+        return {least.width(), layout()->hasHeightForWidth() ? 0 : least.height()};
+    }
+};
+
+}  // namespace
+
+ScrollPage::ScrollPage(const QMargins& margins, QWidget* parent) : QScrollArea(parent), m_margins(margins) {
+    auto* const page = new Page;
+    m_content = new QVBoxLayout(page);
+    m_content->setSpacing(Metric::m);
+    setWidget(page);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    verticalScrollBar()->installEventFilter(this);
+    showMargins();
+}
+
+void ScrollPage::showMargins() {
+    auto margins = m_margins;
+    if (verticalScrollBar()->isVisibleTo(this)) {
+        const int bar = verticalScrollBar()->sizeHint().width();
+        if (layoutDirection() == Qt::RightToLeft)
+            margins.setLeft(std::max(0, margins.left() - bar));
+        else
+            margins.setRight(std::max(0, margins.right() - bar));
+    }
+    m_content->setContentsMargins(margins);
+}
+
+bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == verticalScrollBar() && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
+        showMargins();
+    return QScrollArea::eventFilter(watched, event);
+}
