@@ -5,6 +5,7 @@
 #include "app/state/GroupTree.h"
 #include "app/ui/EntryEditView.h"
 #include "app/ui/GroupEditView.h"
+#include "app/ui/PasswordGeneratorView.h"
 #include "app/ui/components/EmptyStateView.h"
 #include "app/ui/components/Sheet.h"
 #include "core/primitives/Overloaded.h"
@@ -66,7 +67,7 @@ QWidget* RouteSheet::makeView(const Route& route) const {
             [&](const Route::EditGroup& r) -> QWidget* {
                 return new GroupEditView(environment, GroupEditView::Edit{*GroupTree::findGroup(*root, r.id)});
             },
-            [&](const Route::Generator&) -> QWidget* { return makeMissingView(); },
+            [&](const Route::Generator& r) -> QWidget* { return new PasswordGeneratorView(environment, r.target); },
         },
         route.sheet);
 }

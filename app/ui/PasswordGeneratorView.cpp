@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/PasswordGeneratorView.h"
+
+#include "app/state/AppState.h"
+#include "app/state/GroupTree.h"
+#include "app/state/Preferences.h"
+#include "app/state/WipedAtEnd.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/Card.h"
+#include "app/ui/components/IconButton.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/PasswordLabel.h"
+#include "app/ui/components/QuickButtons.h"
+#include "app/ui/components/Slider.h"
+#include "app/ui/components/Toggle.h"
+#include "core/clipboard/ClipboardService.h"
+
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int shortest = 6;
+constexpr int longest = 128;
+constexpr QSize smallestSize(380, 320);
+constexpr QSize idealSize(460, 632);
+constexpr int previewSize = 16;
+constexpr int longPreviewSize = 13;
+constexpr int previewHeight = 48;  // for the longest password at the ideal width, so that nothing moves
+constexpr int lengthSize = 18;
+constexpr int eyeSymbol = 16;
+constexpr int rowGap = 6;
+
+}  // namespace
+
+PasswordGeneratorView::PasswordGeneratorView(const Environment& environment, const std::optional<UUID>& applyTo,
+                                             QWidget* parent)
+    : SheetScaffold(tr("Parola üreteci"), tr("Kapat"), applyTo ? tr("Kayda uygula") : tr("Panoya kopyala"), parent),
+      m_environment(environment),
+      m_applyTo(applyTo),
+      m_options(environment.preferences.generatorOptions()) {
+    setSizes(smallestSize, idealSize);
+    for (QWidget* const card : {makePreview(), makeLength(), makeCharacterSets()})
+        content()->addWidget(card);
+    content()->addStretch(1);  // the warning's room, while there is none
+    orderTabs();
+    connectControls();
+    showOptions();
+    setRevealed(false);
+    regenerate();
+}
+
+PasswordGeneratorView::~PasswordGeneratorView() {
+    wipe(m_generated);
+}
+
+Card* PasswordGeneratorView::makePreview() {
+    auto* const card = new Card;
+    m_preview = new PasswordLabel(tr("Önizleme"));
+    m_preview->setFontSizes(previewSize, longPreviewSize);
+    m_preview->setMinimumHeight(previewHeight);
+    m_eye = new IconButton(QStringLiteral("eye"), tr("Göster"));
+    m_eye->setSides(Metric::controlHeightSmall, eyeSymbol);
+
+    auto* const copy = new Button(tr("Kopyala"));
+    copy->setSymbol(QStringLiteral("doc.on.doc"));
+    connect(copy, &Button::clicked, this, [this] { m_environment.clipboard.copySecret(m_generated); });
+    auto* const again = new Button(tr("Yeniden üret"));
+    again->setSymbol(QStringLiteral("arrow.triangle.2.circlepath"));
+    connect(again, &Button::clicked, this, &PasswordGeneratorView::regenerate);
+    // A click leaves the focus where it is: Return then goes on meaning the way out.
+    for (QWidget* const button : std::initializer_list<QWidget*>{m_eye, copy, again})
+        button->setFocusPolicy(Qt::TabFocus);
+
+    auto* const heading = new QHBoxLayout;
+    heading->addWidget(new FieldLabel(tr("Önizleme")), 1);
+    heading->addWidget(m_eye);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(Metric::s);
+    buttons->addWidget(copy);
+    buttons->addWidget(again);
+    buttons->addStretch(1);
+    card->content()->setSpacing(Metric::xs);
+    card->content()->addLayout(heading);
+    card->content()->addWidget(m_preview);
+    card->content()->addSpacing(Metric::xs);
+    card->content()->addLayout(buttons);
+    return card;
+}
+
+Card* PasswordGeneratorView::makeLength() {
+    auto* const card = new Card;
+    m_lengthText = new TextLabel({}, BrandFont::display(lengthSize), Palette::accent);
+    m_lengthText->setTabularFigures(true);
+    m_length = new Slider(tr("Uzunluk"), shortest, longest);
+    m_quickLengths = new QuickButtons({12, 16, 20, 32, 64}, QStringLiteral("%1"), QuickButtons::Width::equal);
+
+    auto* const heading = new QHBoxLayout;
+    heading->addWidget(new FieldLabel(tr("Uzunluk")), 1);
+    heading->addWidget(m_lengthText);
+    card->content()->setSpacing(Metric::xs);
+    card->content()->addLayout(heading);
+    card->content()->addWidget(m_length);
+    card->content()->addWidget(m_quickLengths);
+    return card;
+}
+
+Card* PasswordGeneratorView::makeCharacterSets() {
+    auto* const card = new Card;
+    card->content()->setSpacing(rowGap);
+    card->content()->addWidget(new FieldLabel(tr("Karakter kümesi")));
+    const std::pair<QString, Choice> rows[] = {
+        {tr("Büyük harf  A–Z"), &PasswordGenerator::Options::upper},
+        {tr("Küçük harf  a–z"), &PasswordGenerator::Options::lower},
+        {tr("Rakam  0–9"), &PasswordGenerator::Options::digits},
+        {tr("Sembol  !@#$…"), &PasswordGenerator::Options::symbols},
+        {tr("Karışabilecek karakterleri ele  (l 1 I O 0)"), &PasswordGenerator::Options::excludeAmbiguous},
+    };
+    for (const auto& [text, choice] : rows) {
+        auto* const toggle = new Toggle(text);
+        toggle->setChecked(m_options.*choice);
+        connect(toggle, &Toggle::toggled, this, [this, choice = choice](bool isOn) {
+            auto options = m_options;
+            options.*choice = isOn;
+            setOptions(options);
+        });
+        card->content()->addWidget(toggle);
+    }
+    m_warning = new TextLabel(tr("En az bir karakter kümesi seçmelisin."), BrandFont::secondary(), Palette::warn);
+    card->content()->addWidget(m_warning);
+    return card;
+}
+
+void PasswordGeneratorView::connectControls() {
+    connect(m_eye, &IconButton::clicked, this, [this] { setRevealed(!m_preview->isRevealed()); });
+    connect(m_preview, &PasswordLabel::copyRequested, this,
+            [this](std::string_view part) { m_environment.clipboard.copySecret(part); });
+    connect(m_length, &Slider::valueChanged, this, &PasswordGeneratorView::setLength);
+    connect(m_quickLengths, &QuickButtons::chosen, this, &PasswordGeneratorView::setLength);
+    connect(this, &SheetScaffold::cancelled, this, &PasswordGeneratorView::closeSheet);
+    connect(this, &SheetScaffold::confirmed, this, &PasswordGeneratorView::confirm);
+}
+
+bool PasswordGeneratorView::anySetEnabled() const {
+    return m_options.upper || m_options.lower || m_options.digits || m_options.symbols;
+}
+
+void PasswordGeneratorView::setLength(int length) {
+    auto options = m_options;
+    options.length = length;
+    setOptions(options);
+}
+
+void PasswordGeneratorView::setOptions(const PasswordGenerator::Options& options) {
+    if (options == m_options)
+        return;
+    m_options = options;
+    m_environment.preferences.setGeneratorOptions(options);
+    showOptions();
+    regenerate();
+}
+
+void PasswordGeneratorView::regenerate() {
+    wipe(m_generated);
+    if (anySetEnabled()) {
+        auto fresh = PasswordGenerator::generate(m_options);
+        const WipedAtEnd freshEnd(fresh);
+        m_generated = fresh;
+    }
+    m_preview->setPassword(m_generated);
+    setConfirmEnabled(!m_generated.empty());
+}
+
+void PasswordGeneratorView::showOptions() {
+    const QSignalBlocker showing(m_length);  // a stored length that no slider gives is shown, and stays
+    m_length->setValue(static_cast<int>(std::clamp<std::int64_t>(m_options.length, shortest, longest)));
+    m_lengthText->setText(QString::number(m_options.length));
+    m_quickLengths->showNumber(static_cast<double>(m_options.length));
+    m_warning->setVisible(!anySetEnabled());
+}
+
+void PasswordGeneratorView::setRevealed(bool isRevealed) {
+    m_preview->setRevealed(isRevealed);
+    m_eye->setSymbol(isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
+    m_eye->setTip(isRevealed ? tr("Gizle") : tr("Göster"));
+}
+
+void PasswordGeneratorView::confirm() {
+    if (m_applyTo)
+        apply(*m_applyTo);
+    else
+        m_environment.clipboard.copySecret(m_generated);
+    closeSheet();
+}
+
+void PasswordGeneratorView::apply(const UUID& entryID) {
+    const auto* const root = m_environment.state.root();
+    auto entry = root ? GroupTree::entryWithID(*root, entryID) : std::nullopt;
+    if (!entry)
+        return;
+    entry->password = SecureString(m_generated);
+    m_environment.state.updateEntry(std::move(*entry));
+}
+
+void PasswordGeneratorView::closeSheet() {
+    m_environment.state.setRoute(std::nullopt);
+}
