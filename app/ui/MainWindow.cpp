@@ -7,6 +7,7 @@
 #include "app/ui/MainView.h"
 #include "app/ui/RouteSheet.h"
 #include "app/ui/ScreenFade.h"
+#include "app/ui/SettingsView.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/IconTile.h"
@@ -27,6 +28,8 @@ MainWindow::MainWindow(const Environment& environment)
       m_sizer(new WindowSizer(*this)) {
     arrange();
     new RouteSheet(environment, m_screens, this);
+    connect(m_commands, &Commands::settingsWanted, this,
+            [this, environment] { SettingsView::open(environment, *this); });
     connectState();
     showScreen();
 }

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/HotKeyRecorder.h"
+
+#include "app/state/GlobalHotKey.h"
+#include "app/state/Preferences.h"
+#include "app/ui/RecordedKey.h"
+#include "app/ui/Symbol.h"
+#include "app/ui/Texts.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Painting.h"
+#include "core/autotype/HotKeyFormatter.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+
+namespace {
+
+constexpr std::uint32_t escapeKeyCode = 53;
+constexpr int symbolSide = 12;
+constexpr int gap = 6;
+constexpr int padding = 8;
+constexpr double disabledOpacity = 0.4;
+
+QFont combinationFont() {
+    return BrandFont::body(13, QFont::DemiBold);
+}
+
+QFont recordingFont() {
+    return BrandFont::body(12, QFont::Medium);
+}
+
+QFont hintFont() {
+    return BrandFont::body(11);
+}
+
+QString hint() {
+    return HotKeyRecorder::tr("esc ile vazgeç");
+}
+
+QString recordingText() {
+    return HotKeyRecorder::tr("Tuş kombinasyonuna bas…");
+}
+
+int recordingWidth() {
+    return symbolSide + gap + QFontMetrics(recordingFont()).horizontalAdvance(recordingText()) + Metric::s +
+           QFontMetrics(hintFont()).horizontalAdvance(hint());
+}
+
+Qt::Alignment lineOf(const QWidget& widget, Qt::Alignment side) {
+    return QStyle::visualAlignment(widget.layoutDirection(), side | Qt::AlignVCenter);
+}
+
+}  // namespace
+
+HotKeyRecorder::HotKeyRecorder(Preferences& preferences, GlobalHotKey& hotKey, QWidget* parent)
+    : QAbstractButton(parent), m_preferences(preferences), m_hotKey(hotKey) {
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(this, &HotKeyRecorder::clicked, this, [this] { isRecording() ? stopCapture() : startCapture(); });
+    connect(&preferences, &Preferences::hotKeyCodeChanged, this, &HotKeyRecorder::showCombination);
+    connect(&preferences, &Preferences::hotKeyModifiersChanged, this, &HotKeyRecorder::showCombination);
+    showCombination();
+}
+
+HotKeyRecorder::~HotKeyRecorder() {
+    letGo();
+}
+
+void HotKeyRecorder::startCapture() {
+    setFocus(Qt::OtherFocusReason);
+    setRejected(false);
+    m_capture = Capture::recording;
+    m_hotKey.unregister();
+    qApp->installEventFilter(this);
+    showCombination();
+    emit recordingChanged(true);
+}
+
+void HotKeyRecorder::stopCapture() {
+    endRecording();
+    letGo();
+}
+
+/// By a key, which is still down. Held, it would repeat into the window, or press the hot key that it has just become.
+void HotKeyRecorder::endRecording() {
+    if (!isRecording())
+        return;
+    m_capture = Capture::untilRelease;
+    showCombination();
+    emit recordingChanged(false);
+}
+
+/// Takes no keys any more, and lets the hot key work again.
+void HotKeyRecorder::letGo() {
+    if (m_capture == Capture::none)
+        return;
+    m_capture = Capture::none;
+    qApp->removeEventFilter(this);
+    m_hotKey.registerGlobalHotKey();
+}
+
+bool HotKeyRecorder::eventFilter(QObject*, QEvent* event) {
+    const auto type = event->type();
+    if (type != QEvent::KeyPress && type != QEvent::KeyRelease && type != QEvent::ShortcutOverride)
+        return false;
+    const auto& key = static_cast<QKeyEvent&>(*event);
+    if (m_capture == Capture::untilRelease && !key.isAutoRepeat() && !RecordedKey::isModifier(key)) {
+        letGo();
+        return false;
+    }
+    if (m_capture == Capture::recording && type == QEvent::KeyPress)
+        handlePress(key);
+    event->accept();  // or the press would go on to a shortcut or a menu
+    return type != QEvent::KeyRelease;
+}
+
+void HotKeyRecorder::handlePress(const QKeyEvent& press) {
+    const auto keyCode = RecordedKey::keyCode(press);
+    if (keyCode == escapeKeyCode || press.key() == Qt::Key_Escape)
+        endRecording();
+    else if (keyCode && !RecordedKey::isModifier(press))
+        take(*keyCode, RecordedKey::modifiers(press));
+}
+
+void HotKeyRecorder::take(std::uint32_t keyCode, std::uint32_t modifiers) {
+    if (modifiers == 0) {
+        setRejected(true);
+        return;
+    }
+    m_preferences.setHotKeyCode(keyCode);
+    m_preferences.setHotKeyModifiers(modifiers);
+    m_hotKey.unregister();  // the change has registered it, and its keys are still down
+    endRecording();
+}
+
+void HotKeyRecorder::setRejected(bool isRejected) {
+    if (m_isRejected == isRejected)
+        return;
+    m_isRejected = isRejected;
+    emit rejectedChanged(isRejected);
+}
+
+void HotKeyRecorder::showCombination() {
+    setText(isRecording() ? recordingText()
+                          : qtText(HotKeyFormatter::describe({.keyCode = m_preferences.hotKeyCode(),
+                                                              .modifiers = m_preferences.hotKeyModifiers()})));
+    setAccessibleDescription(isRecording() ? hint() : QString());
+    update();
+}
+
+void HotKeyRecorder::focusOutEvent(QFocusEvent* event) {
+    QAbstractButton::focusOutEvent(event);
+    stopCapture();
+}
+
+void HotKeyRecorder::hideEvent(QHideEvent* event) {
+    QAbstractButton::hideEvent(event);
+    stopCapture();
+}
+
+QSize HotKeyRecorder::sizeHint() const {
+    return {recordingWidth() + 2 * padding, Metric::controlHeight};
+}
+
+void HotKeyRecorder::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    if (!isEnabled())
+        painter.setOpacity(disabledOpacity);
+    const QColor outline =
+        isRecording() ? Palette::accent : (underMouse() || isDown() ? Palette::lineStrong : Palette::line);
+    Painting::roundedBox(painter, rect(), Radius::control, isDown() ? Palette::surface : Palette::canvas, outline);
+    if (isRecording()) {
+        paintRecording(painter);
+        return;
+    }
+    painter.setFont(combinationFont());
+    painter.setPen(Palette::text);
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+}
+
+void HotKeyRecorder::paintRecording(QPainter& painter) const {
+    const QRect room = rect().adjusted(padding, 0, -padding, 0);
+    const auto placed = [&](int from, int wide) {
+        return QStyle::visualRect(layoutDirection(), room, QRect(room.left() + from, 0, wide, height()));
+    };
+    const QRect symbol = placed(0, symbolSide);
+    Symbol::paint(painter, QRectF(symbol.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide),
+                  QStringLiteral("record.circle.fill"), Palette::accent);
+    painter.setFont(recordingFont());
+    painter.setPen(Palette::text);
+    const int textFrom = symbolSide + gap;
+    painter.drawText(placed(textFrom, room.width() - textFrom), static_cast<int>(lineOf(*this, Qt::AlignLeading)),
+                     text());
+    painter.setFont(hintFont());
+    painter.setPen(Palette::textSoft);
+    painter.drawText(room, static_cast<int>(lineOf(*this, Qt::AlignTrailing)), hint());
+}
+
+void HotKeyRecorder::enterEvent(QEnterEvent* event) {
+    QAbstractButton::enterEvent(event);
+    update();
+}
+
+void HotKeyRecorder::leaveEvent(QEvent* event) {
+    QAbstractButton::leaveEvent(event);
+    update();
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ui/Environment.h"
+
+#include <QWidget>
+
+/// The settings window: clipboard, auto-type and the global hot key, one card each. What is set here is stored at once.
+class SettingsView : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Shows the settings of a window, or brings them to the front where they are open. They go with that window.
+    static void open(const Environment& environment, QWidget& owner);
+
+    explicit SettingsView(const Environment& environment, QWidget* owner = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void arrange(const Environment& environment);
+    void goWith(QWidget& owner);
+};
