@@ -28,7 +28,8 @@ constexpr SecretText::Dots passwordDots{.fewest = 8, .most = 32};
 constexpr SecretText::Dots customFieldDots{.fewest = 6, .most = 24};
 constexpr std::size_t shownVersions = 6;
 constexpr int rowSymbol = 14;
-constexpr int widgetGap = 6;  // from a label to what is no text
+constexpr int copyMargin = 12;  // a copy button has no ground: its word is what stands at the edge
+constexpr int widgetGap = 6;    // from a label to what is no text
 
 QWidget* flow(std::initializer_list<QWidget*> parts, int spacing) {
     auto* const line = new QWidget;
@@ -131,7 +132,7 @@ void EntryDetailContent::addActions() {
 /// A card of rows with lines between them, which are as far from the text as the card's edge is.
 Card* EntryDetailContent::addRowsCard() {
     auto* const card = new Card;
-    card->content()->setContentsMargins(Metric::l, Metric::m, Metric::l, Metric::m);
+    card->content()->setContentsMargins(Metric::l, Metric::m, copyMargin, Metric::m);
     m_column->addWidget(card);
     return card;
 }
@@ -191,6 +192,7 @@ void EntryDetailContent::addCustomFields() {
     if (m_entry.customFields.empty())
         return;
     auto* const card = new Card(tr("Özel alanlar"));
+    card->content()->setContentsMargins(Metric::l, Metric::l, copyMargin, Metric::l);
     for (const auto& [name, value] : m_entry.customFields)
         card->content()->addWidget(customFieldRow(name, value));
     m_column->addWidget(card);

@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int edge = 20;
+constexpr int widest = 720;
 constexpr int tileSide = 44;
 constexpr int titleSize = 22;
 constexpr int mostTitleLines = 3;
@@ -100,11 +101,19 @@ bool EntryDetailView::eventFilter(QObject* watched, QEvent* event) {
     return QScrollArea::eventFilter(watched, event);
 }
 
-/// The scroll bar stands in the right edge, so that what it scrolls is as wide with it as without.
+void EntryDetailView::resizeEvent(QResizeEvent* event) {
+    keepEdges();
+    QScrollArea::resizeEvent(event);
+}
+
+/// The scroll bar stands in the trailing edge, so that what it scrolls is as wide with it as without. In a wide column
+/// the rows end where the eye can still follow them.
 void EntryDetailView::keepEdges() {
     const auto* bar = verticalScrollBar();
-    const int right = bar->isVisibleTo(this) ? std::max(edge - bar->sizeHint().width(), 0) : edge;
-    widget()->layout()->setContentsMargins(edge, edge, right, edge);
+    const int barWidth = bar->isVisibleTo(this) ? bar->sizeHint().width() : 0;
+    const int trailing = std::max({width() - edge - widest, edge, barWidth}) - barWidth;
+    widget()->layout()->setContentsMargins(layoutDirection() == Qt::RightToLeft ? QMargins(trailing, edge, edge, edge)
+                                                                                : QMargins(edge, edge, trailing, edge));
 }
 
 void EntryDetailView::connectControls() {

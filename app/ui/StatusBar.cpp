@@ -21,6 +21,7 @@ constexpr int barHeight = 30;
 constexpr int symbolSide = 12;
 constexpr int dismissSide = 20;
 constexpr int dismissSymbol = 10;
+constexpr int keptOfStatus = 150;  // a confirmation is short, and a long failure leaves it its room
 
 class SymbolMark final : public QWidget {
 public:
@@ -109,6 +110,7 @@ void StatusBar::showAll() {
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard})
         widget->setVisible(seconds > 0);
     showMessage(*m_status, m_state.statusMessage());
+    m_status->setMinimumWidth(std::min(m_status->sizeHint().width(), keptOfStatus));
     showMessage(*m_error, m_state.lastError());
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_errorSymbol, m_dismissError})
         widget->setVisible(m_state.lastError().has_value());

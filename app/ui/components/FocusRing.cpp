@@ -16,6 +16,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QTextEdit>
 
 namespace {
 
@@ -32,7 +33,8 @@ bool isField(const QWidget* widget) {
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
            qobject_cast<const PasswordLabel*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
-           qobject_cast<const QAbstractSlider*>(widget) != nullptr;
+           qobject_cast<const QAbstractSlider*>(widget) != nullptr ||
+           qobject_cast<const QTextEdit*>(widget) != nullptr;  // a text to read and select from
 }
 
 /// Where the ring is drawn: the nearest widget around the control that does not cut it off, within its window and what

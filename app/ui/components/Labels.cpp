@@ -56,7 +56,8 @@ QString laidOutText(const QString& text) {
     return laidOut;
 }
 
-constexpr double lineSpacing = 1.15;
+constexpr double lineSpacing = 1.15;  // of running text; the lines of a heading stand closer
+constexpr int largestText = 16;
 constexpr int widestHint = 420;  // a paragraph asks for no more, and takes what it is given
 
 }  // namespace
@@ -147,7 +148,7 @@ void Paragraph::layOut(QTextLayout& lines, int width) const {
     for (auto line = lines.createLine(); line.isValid(); line = lines.createLine()) {
         line.setLineWidth(std::max(width, 1));
         line.setPosition(QPointF(0, top));
-        top += std::round(line.height() * lineSpacing);
+        top += std::round(line.height() * (font().pixelSize() > largestText ? 1 : lineSpacing));
     }
     lines.endLayout();
 }

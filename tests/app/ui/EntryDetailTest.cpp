@@ -661,6 +661,13 @@ TEST_F(EntryDetailTest, theCardsStandTwentyInFromBothEdgesWithAndWithoutAScrollB
     EXPECT_TRUE(scrollBar().isVisible());
 }
 
+TEST_F(EntryDetailTest, aWideColumnKeepsItsRowsShort) {
+    pane.resize(2960, 1900);
+    showBank([](KdbxEntry&) {});
+    EXPECT_EQ(shown<Card>().front()->mapTo(&pane, QPoint()).x(), 20);
+    EXPECT_EQ(shown<Card>().front()->width(), 720);
+}
+
 TEST_F(EntryDetailTest, aLineBetweenTwoRowsReachesTheEdgesOfItsCard) {
     showBank([](KdbxEntry&) {});
     auto* const card = shown<Card>().front();

@@ -125,6 +125,15 @@ TEST_F(StatusBarTest, aMessageThatIsTooLongIsElidedAndHasItAllAsItsTooltip) {
     EXPECT_EQ(label->toolTip(), "");
 }
 
+TEST_F(StatusBarTest, aLongFailureLeavesTheConfirmationItsRoom) {
+    state->setStatusMessage("Parola kopyalandı");
+    state->setLastError(std::string(400, 'w'));
+    bar.resize(720, bar.height());
+    QCoreApplication::processEvents();
+    bar.grab();
+    EXPECT_EQ(find<QLabel>(bar, "Parola kopyalandı")->toolTip(), "");
+}
+
 TEST_F(StatusBarTest, itsControlsAreReachedByKeyboard) {
     clipboard.copySecret("gizli");
     state->setLastError("Olmadı.");
