@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/ApplicationStyle.h"
 
+#include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/FocusRing.h"
 #include "app/ui/components/Motion.h"
@@ -20,8 +21,10 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        // The ring around the focused control is ours.
-        if (element != PE_FrameFocusRect)
+        // The ring around the focused control is ours, and so is a menu's tick.
+        if (element == PE_IndicatorMenuCheckMark)
+            Symbol::paint(*painter, option->rect, QStringLiteral("checkmark"), Palette::text);
+        else if (element != PE_FrameFocusRect)
             QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 

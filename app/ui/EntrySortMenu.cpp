@@ -3,8 +3,17 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/Texts.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/Labels.h"
 
 #include <QActionGroup>
+#include <QWidgetAction>
+
+namespace {
+
+constexpr int titleMargin = 10;  // where the menu's texts begin
+
+}  // namespace
 
 EntrySortMenu::EntrySortMenu(AppState& state, QWidget* parent) : QMenu(parent), m_state(state) {
     m_columns = addChoice(tr("Sırala"));
@@ -23,17 +32,25 @@ EntrySortMenu::EntrySortMenu(AppState& state, QWidget* parent) : QMenu(parent), 
                 [this, ascending] { m_state.setSort({.column = m_state.sort().column, .ascending = ascending}); });
     }
     addActions(m_directions->actions());
-    for (auto* const item : actions())
-        item->setCheckable(!item->isSeparator());
+    for (const auto* const choice : {m_columns, m_directions})
+        for (auto* const item : choice->actions())
+            item->setCheckable(true);
     connect(&m_state, &AppState::sortChanged, this, &EntrySortMenu::showSort);
     connect(&m_state, &AppState::isLockedChanged, this, &QMenu::close);
     showSort();
 }
 
+/// A group of items of which one is chosen, under its title.
 QActionGroup* EntrySortMenu::addChoice(const QString& title) {
     if (!isEmpty())
         addSeparator();
-    addSection(title);
+    auto* const label = new TextLabel(title, BrandFont::label(), Palette::textSoft);
+    label->setContentsMargins(titleMargin, Metric::xs, titleMargin, Metric::xs);
+    auto* const heading = new QWidgetAction(this);
+    heading->setText(title);
+    heading->setEnabled(false);
+    heading->setDefaultWidget(label);
+    addAction(heading);
     return new QActionGroup(this);
 }
 

@@ -17,15 +17,20 @@ namespace {
 
 constexpr int rowHeight = 30;
 constexpr int indent = 14;
-constexpr int deepestIndent = 8;  // levels; deeper ones would leave no room for the name
+constexpr int narrowestRow = 142;  // what a row takes without any indent, a few letters of the name included
 constexpr int chevronSide = 18;
 constexpr int chevronSymbol = 10;
 constexpr int tileSide = 20;
 
+/// Levels that would leave no room for the name stand beneath each other.
+int indentOf(int depth, int rowWidth) {
+    return std::min(depth * indent, std::max(rowWidth - narrowestRow, indent));
+}
+
 }  // namespace
 
 QRect GroupRowDelegate::chevronArea(const QRect& row, int depth, Qt::LayoutDirection direction) {
-    const int left = row.left() + Metric::s + Metric::xs + std::min(depth, deepestIndent) * indent;
+    const int left = row.left() + Metric::s + Metric::xs + indentOf(depth, row.width());
     return QStyle::visualRect(direction, row,
                               {left, row.top() + (rowHeight - chevronSide) / 2, chevronSide, chevronSide});
 }

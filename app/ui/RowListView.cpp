@@ -4,9 +4,9 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QPainter>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -48,12 +48,16 @@ void RowListView::keyboardSearch(const QString& typed) {
     const int rows = model()->rowCount();
     if (rows == 0 || typed.isEmpty())
         return;
-    // The first letter moves on from where we are, the next ones stay for as long as they fit.
-    const int current = currentIndex().row();
-    const int first = typed.size() > 1 ? std::max(current, 0) : current + 1;
+    const bool goesOn = m_lastTyped.isValid() && m_lastTyped.elapsed() < QApplication::keyboardInputInterval();
+    m_lastTyped.start();
+    m_typed = goesOn ? m_typed + typed : typed;
+    // One letter again and again goes through all that begin with it; a word stays for as long as it fits.
+    const bool isOneLetter = m_typed.count(m_typed.front()) == m_typed.size();
+    const QString wanted = isOneLetter ? m_typed.left(1) : m_typed;
+    const int first = isOneLetter ? currentIndex().row() + 1 : std::max(currentIndex().row(), 0);
     for (int step = 0; step < rows; ++step) {
         const auto index = model()->index((first + step) % rows, 0);
-        if (isTyped(index, typed)) {
+        if (isTyped(index, wanted)) {
             selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
             return;
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QElapsedTimer>
 #include <QListView>
 #include <QPersistentModelIndex>
 
@@ -77,5 +78,7 @@ private:
     QPersistentModelIndex m_pressed;
     QPersistentModelIndex m_doubleClicked;
     std::optional<RowMark> m_mark;
+    QString m_typed;
+    QElapsedTimer m_lastTyped;
     bool m_isKeyboardUsed = false;
 };

@@ -80,6 +80,65 @@ TEST_F(ListModelsTest, aChangedEntryIsAChangeOfItsRowAlone) {
     EXPECT_TRUE(resets.isEmpty());
 }
 
+TEST_F(ListModelsTest, entriesThatComeAndGoAreToldOneByOne) {
+    QSignalSpy resets(&entries, &EntryListModel::modelReset);
+    QSignalSpy inserts(&entries, &EntryListModel::rowsInserted);
+    QSignalSpy removals(&entries, &EntryListModel::rowsRemoved);
+    for (const auto* const title : {"Anahtar", "Kargo", "Zil"})
+        state->addEntry(entryNamed(title), state->root()->id);
+    showAll();
+    EXPECT_THAT(texts(entries), ElementsAre("Anahtar", "Banka", "Kargo", "Posta", "Zil"));
+    EXPECT_EQ(inserts.count(), 3);
+
+    state->deleteEntries({entries.entry(0).id, entries.entry(2).id, entries.entry(3).id});
+    showAll();
+    EXPECT_THAT(texts(entries), ElementsAre("Banka", "Zil"));
+    EXPECT_EQ(removals.count(), 2);
+    state->undo();
+    showAll();
+    EXPECT_THAT(texts(entries), ElementsAre("Anahtar", "Banka", "Kargo", "Posta", "Zil"));
+    EXPECT_TRUE(resets.isEmpty());
+}
+
+TEST_F(ListModelsTest, aRenamedEntryMovesWithItsRow) {
+    state->addEntry(entryNamed("Kargo"), state->root()->id);
+    showAll();
+    const QPersistentModelIndex bank = entries.index(0);
+    QSignalSpy moves(&entries, &EntryListModel::rowsMoved);
+    change([](KdbxEntry& entry) { entry.title = "Zeytin"; });
+    EXPECT_THAT(texts(entries), ElementsAre("Kargo", "Posta", "Zeytin"));
+    EXPECT_EQ(bank.row(), 2);
+    change([](KdbxEntry& entry) { entry.title = "Armut"; });
+    EXPECT_THAT(texts(entries), ElementsAre("Armut", "Kargo", "Posta"));
+    EXPECT_EQ(bank.row(), 0);
+    EXPECT_EQ(moves.count(), 2);
+}
+
+TEST_F(ListModelsTest, aListInQuiteAnotherOrderIsTold) {
+    QSignalSpy resets(&entries, &EntryListModel::modelReset);
+    for (const auto* const title : {"Anahtar", "Kargo", "Zil"})
+        state->addEntry(entryNamed(title), state->root()->id);
+    showAll();
+    state->setSort({.column = EntrySort::Column::title, .ascending = false});
+    showAll();
+    EXPECT_THAT(texts(entries), ElementsAre("Zil", "Posta", "Kargo", "Banka", "Anahtar"));
+    EXPECT_EQ(resets.count(), 1);
+}
+
+TEST_F(ListModelsTest, aGroupThatOpensAndClosesKeepsTheOtherRows) {
+    QSignalSpy resets(&groups, &GroupTreeModel::modelReset);
+    const QPersistentModelIndex root = groups.index(0);
+    state->setGroupExpanded(state->root()->id, false);
+    showAll();
+    EXPECT_TRUE(root.isValid());
+    state->setGroupExpanded(state->root()->id, true);
+    showAll();
+    EXPECT_THAT(texts(groups), ElementsAre("Kök", "Sosyal"));
+    EXPECT_TRUE(resets.isEmpty());
+    EXPECT_EQ(groups.parentOf(1), 0);
+    EXPECT_FALSE(groups.parentOf(0));
+}
+
 TEST_F(ListModelsTest, whatIsShownOutlivesTheVaultItCameFrom) {
     state->lock();
     EXPECT_THAT(texts(entries), ElementsAre("Banka", "Posta"));
