@@ -45,6 +45,7 @@ class DesktopTest(unittest.TestCase):
 
     def setUp(self):
         self.program = desktop.Program(options.program)
+        self.addCleanup(self.program.stop)
         self.settings_file = self.program.home / "config" / "brenvik" / "settings.json"
         if self.settings_at_start:
             self.settings_file.parent.mkdir(parents=True, mode=0o700)
@@ -61,7 +62,6 @@ class DesktopTest(unittest.TestCase):
         result = self._outcome.result
         if any(test is self for test, _ in result.failures + result.errors):
             self.keep_evidence()
-        self.program.stop()
 
     def keep_evidence(self):
         name = f"{type(self).__name__}.{self._testMethodName}"
