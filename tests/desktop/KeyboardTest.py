@@ -3,7 +3,7 @@
 
 import desktop
 import testcase
-from desktop import press, text_of, type_text, wait_for
+from desktop import choose_in_menu, press, text_of, type_text, wait_for
 from testcase import PASSWORD, DesktopTest, clipboard_text, entries_of
 
 
@@ -126,22 +126,13 @@ class KeyboardTest(DesktopTest):
         wait_for(lambda: "Listeler" in self.program.rows("Gruplar"), "the new group")
         self.go_to_group("Listeler")
         press("Menu")
-        self.choose_with_arrows("Grubu sil")
+        choose_in_menu("Grubu sil")
         wait_for(lambda: "Listeler" not in self.program.rows("Gruplar"), "the group gone")
-
-    def choose_with_arrows(self, name):
-        for _ in range(15):
-            press("Down")
-            desktop.time.sleep(0.03)
-            if self.focus_name() == name:
-                press("Return")
-                return
-        self.fail(f"the arrows do not reach {name} in the menu")
 
     def test_the_menu_bar_is_reached_by_its_letters_and_its_arrows(self):
         self.open_by_keys()
         press("alt+d")
-        self.choose_with_arrows("Kasayı Kilitle")
+        choose_in_menu("Kasayı Kilitle")
         self.program.focus_is_on("Ana parola")
 
     def test_the_keys_of_a_text_field_stay_with_the_field(self):

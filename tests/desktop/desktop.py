@@ -114,6 +114,66 @@ def place_of(node, from_left=0.5):
     return int((area.x + area.width * from_left) * scale), int((area.y + area.height / 2) * scale)
 
 
+class FocusEvents:
+    """Hears which node takes the focus. The items of a menu that is no part of the menu bar are told in this way alone:
+    such a menu hangs on no node of the tree."""
+
+    def __init__(self):
+        self._heard = []
+        self._listener = Atspi.EventListener.new(self._hear)
+        Atspi.EventListener.register(self._listener, "object:state-changed:focused")
+
+    def stop(self):
+        Atspi.EventListener.deregister(self._listener, "object:state-changed:focused")
+
+    def _hear(self, event):
+        if not event.detail1:
+            return
+        try:
+            self._heard.append((event.source.get_role_name(), event.source.get_name()))
+        except GLib.Error:
+            pass  # it is gone again
+
+    def next_menu_item(self):
+        """The name of the next menu item that takes the focus."""
+        def find():
+            while GLib.MainContext.default().iteration(False):
+                pass
+            while self._heard:
+                role, name = self._heard.pop(0)
+                if "menu item" in role:
+                    return name
+            return None
+        return wait_for(find, "an item of the menu to take the focus", patience=10)
+
+
+def menu_items():
+    """The items that the arrow keys reach in the menu that was just opened. The last one reached is the first again."""
+    events = FocusEvents()
+    names = []
+    try:
+        while not names or names[-1] != names[0] or len(names) == 1:
+            press("Down")
+            names.append(events.next_menu_item())
+    finally:
+        events.stop()
+    return names[:-1]
+
+
+def choose_in_menu(name):
+    """Walks down the menu that was just opened to an item, and chooses it."""
+    events = FocusEvents()
+    reached = []
+    try:
+        while name not in reached:
+            press("Down")
+            reached.append(events.next_menu_item())
+            assert reached.count(reached[0]) < 2 or reached[-1] == name, f"no {name} among {reached}"
+    finally:
+        events.stop()
+    press("Return")
+
+
 # Nodes of the accessible tree
 
 
