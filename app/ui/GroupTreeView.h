@@ -24,6 +24,8 @@ class GroupTreeView : public QWidget {
 public:
     explicit GroupTreeView(AppState& state, QWidget* parent = nullptr);
 
+    [[nodiscard]] RowListView* list() const noexcept { return m_list; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

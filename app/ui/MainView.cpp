@@ -34,18 +34,17 @@ void limit(QWidget& column, const ColumnWidth& width) {
 }  // namespace
 
 MainView::MainView(const Environment& environment, Commands& commands, QWidget* parent)
-    : QWidget(parent), m_entries(new EntryListView(environment.state)) {
+    : QWidget(parent), m_groups(new GroupTreeView(environment.state)), m_entries(new EntryListView(environment.state)) {
     auto& state = environment.state;
-    auto* const groups = new GroupTreeView(state);
     auto* const detail = new EntryDetailPane(environment);
-    limit(*groups, sidebarWidth);
+    limit(*m_groups, sidebarWidth);
     limit(*m_entries, listWidth);
     detail->setMinimumWidth(narrowestDetail);
 
     auto* const columns = new QSplitter(Qt::Horizontal);
     columns->setHandleWidth(Metric::hairline);
     columns->setChildrenCollapsible(false);
-    for (auto* const column : std::initializer_list<QWidget*>{groups, m_entries, detail})
+    for (auto* const column : std::initializer_list<QWidget*>{m_groups, m_entries, detail})
         columns->addWidget(column);
     columns->setStretchFactor(2, 1);
     columns->setSizes({sidebarWidth.ideal, listWidth.ideal, idealDetail});
@@ -59,5 +58,7 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
 }
 
 void MainView::takeFocus() {
-    m_entries->list()->setFocus();
+    // A list that an empty state stands for would take the focus later, when it shows, from whoever has it by then.
+    auto* const entries = m_entries->list();
+    (entries->isVisibleTo(this) ? entries : m_groups->list())->setFocus();
 }

@@ -7,6 +7,7 @@
 
 class Commands;
 class EntryListView;
+class GroupTreeView;
 
 /// What the window shows while unlocked: groups, entries and one entry's fields, under one toolbar and above one
 /// status bar.
@@ -16,9 +17,10 @@ class MainView : public QWidget {
 public:
     MainView(const Environment& environment, Commands& commands, QWidget* parent = nullptr);
 
-    /// Gives the list the keyboard.
+    /// Gives the keyboard to the entries, or to the groups where there are none.
     void takeFocus();
 
 private:
+    GroupTreeView* m_groups;
     EntryListView* m_entries;
 };
