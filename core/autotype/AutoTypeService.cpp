@@ -161,6 +161,9 @@ Coroutine AutoTypeService::type(Run& run) {
     if (!source)
         throw AutoTypeError::eventCreationFailed();
     for (const auto& action : run.actions)
+        if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
+            source->expect(text->view());
+    for (const auto& action : run.actions)
         co_await performAction(action, *source, run.sleeper);
 }
 

@@ -48,6 +48,10 @@ class KeyEventSource {
 public:
     virtual ~KeyEventSource() = default;
 
+    /// Tells what text is going to be typed, after what was told before. There are desktops that have to be made ready
+    /// for a character that no key gives, some time before it is typed.
+    virtual void expect(std::string_view text) = 0;
+
     /// Posts the events in their order; none of them, and false, where one of them cannot be made.
     [[nodiscard]] virtual bool post(std::span<const KeyEvent> events) = 0;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/SpareKeys.h"
 
+#include "platform/x11/KeySymbols.h"
 #include "platform/x11/XKeycode.h"
 
 #include <algorithm>
@@ -13,9 +14,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto loan = 1s;            // from the last stroke until the keys are taken back
-constexpr auto readingTime = 100ms;  // what a program may need between a stroke and its reading of the map
-constexpr auto rest = 200ms;         // the same, between two characters of one key, where nothing hurries
+constexpr auto loan = 1s;     // from the last stroke until the keys are taken back
+constexpr auto lead = 200ms;  // from a loan to the first stroke
+constexpr auto rest = 500ms;  // from a stroke to another character: by how much a program may lag behind
+constexpr auto readingTime =
+    100ms;  // from the last stroke to the end of the process, which somebody may be waiting for
 
 // Symbols are Latin-1's code points, and beyond it the code points in a range of their own.
 constexpr xcb_keysym_t unicodeSymbols = 0x01000000;
@@ -49,13 +52,13 @@ bool isLent(std::span<const xcb_keysym_t> symbols) {
 SpareKeys::SpareKeys(XConnection& connection) : m_connection(connection) {
     m_untilTakenBack.setSingleShot(true);
     m_untilTakenBack.setInterval(loan);
-    QObject::connect(&m_untilTakenBack, &QTimer::timeout, &m_untilTakenBack, [this] { takeBack(); });
+    QObject::connect(&m_untilTakenBack, &QTimer::timeout, &m_untilTakenBack, [this] { takeBackUnlessExpecting(); });
 }
 
 SpareKeys::~SpareKeys() {
     if (m_lent.empty())
         return;
-    std::this_thread::sleep_until(m_lastUse + readingTime);
+    std::this_thread::sleep_until(m_lastStroke + readingTime);
     takeBack();
 }
 
@@ -64,62 +67,106 @@ bool SpareKeys::canStandFor(char32_t character) noexcept {
 }
 
 bool SpareKeys::areThere() const {
-    return !spareKeycodes(KeySymbols(m_connection.get())).empty();
+    return !keys().empty();
+}
+
+void SpareKeys::expect(const Characters& characters) {
+    if (characters.empty())
+        return;
+    m_expected.insert(m_expected.end(), characters.begin(), characters.end());
+    auto all = keys();
+    giveAhead(all, 0);
+    m_connection.roundTrip();
 }
 
 std::optional<xcb_keycode_t> SpareKeys::lendTo(char32_t character) {
-    const KeySymbols symbols(m_connection.get());
-    const auto spare = spareKeycodes(symbols);
-    if (spare.empty())
+    auto all = keys();
+    if (all.empty())
         return std::nullopt;
-    const auto wanted = symbolOf(character);
-    const auto present =
-        std::ranges::find_if(spare, [&](xcb_keycode_t keycode) { return symbols.of(keycode)[0] == wanted; });
-    const auto keycode = present != spare.end() ? *present : longestRested(spare);
-    if (present == spare.end()) {
-        waitUntilRested(keycode);
-        give(keycode, wanted);
+    forgetUntil(character);
+    auto key = std::ranges::find(all, symbolOf(character), &Key::symbol);
+    if (key == all.end()) {
+        key = longestRested(all);
+        std::this_thread::sleep_until(m_times[key->keycode].struck + rest);
+        give(*key, symbolOf(character));
     }
-    use(keycode);
-    return keycode;
+    giveAhead(all, key->keycode);
+    m_connection.roundTrip();
+    remember(key->keycode);  // it may be one that a program left which crashed
+    auto& times = m_times[key->keycode];
+    std::this_thread::sleep_until(times.lent + lead);
+    m_lastStroke = times.struck = Clock::now();
+    m_untilTakenBack.start();
+    return key->keycode;
 }
 
 // A code that stands in our tables would be found there by the next search of the layout, and would outlive its loan in
 // what the search remembers.
-std::vector<xcb_keycode_t> SpareKeys::spareKeycodes(const KeySymbols& symbols) const {
+std::vector<SpareKeys::Key> SpareKeys::keys() const {
+    const KeySymbols symbols(m_connection.get());
     const auto* setup = xcb_get_setup(m_connection.get());
-    std::vector<xcb_keycode_t> spare;
+    std::vector<Key> keys;
     for (unsigned keycode = setup->min_keycode; keycode <= setup->max_keycode; ++keycode) {
         const auto meaning = symbols.of(static_cast<xcb_keycode_t>(keycode));
         const bool isUnused = keycode > 8 && !XKeycode::hasKeyCode(keycode);  // 8 is evdev's 0, which is no key
         if (isUnused && !meaning.empty() && (isEmpty(meaning) || isLent(meaning)))
-            spare.push_back(static_cast<xcb_keycode_t>(keycode));
+            keys.push_back({.keycode = static_cast<xcb_keycode_t>(keycode), .symbol = meaning[0]});
     }
-    return spare;
+    return keys;
 }
 
-xcb_keycode_t SpareKeys::longestRested(const std::vector<xcb_keycode_t>& keycodes) const {
-    return *std::ranges::min_element(keycodes, {}, [this](xcb_keycode_t keycode) { return m_lastUses[keycode]; });
+bool SpareKeys::isExpected(const Key& key) const {
+    return std::ranges::any_of(m_expected, [&](char32_t character) { return symbolOf(character) == key.symbol; });
 }
 
-void SpareKeys::waitUntilRested(xcb_keycode_t keycode) const {
-    if (m_lastUses[keycode] != Clock::time_point())
-        std::this_thread::sleep_until(m_lastUses[keycode] + rest);
+// Rather one that nobody is expecting.
+std::vector<SpareKeys::Key>::iterator SpareKeys::longestRested(std::vector<Key>& keys) const {
+    return std::ranges::min_element(
+        keys, {}, [this](const Key& key) { return std::pair(isExpected(key), m_times[key.keycode].struck); });
 }
 
-// The same at both levels, so that a lock of Shift makes no difference. Once the server has it, the stroke may follow
-// at once: each program hears of the change before it hears of the stroke.
-void SpareKeys::give(xcb_keycode_t keycode, xcb_keysym_t symbol) {
+void SpareKeys::forgetUntil(char32_t character) {
+    const auto next = std::ranges::find(m_expected, character);
+    if (next != m_expected.end())
+        m_expected.erase(m_expected.begin(), next + 1);
+}
+
+void SpareKeys::giveAhead(std::vector<Key>& keys, xcb_keycode_t exception) {
+    const auto now = Clock::now();
+    const auto isFree = [&](const Key& key) {
+        return key.keycode != exception && m_times[key.keycode].struck + rest <= now && !isExpected(key);
+    };
+    for (const auto character : m_expected) {
+        if (std::ranges::find(keys, symbolOf(character), &Key::symbol) != keys.end())
+            continue;
+        auto free = keys | std::views::filter(isFree);
+        if (free.empty())
+            return;
+        give(*std::ranges::min_element(free, {}, [this](const Key& key) { return m_times[key.keycode].struck; }),
+             symbolOf(character));
+    }
+}
+
+// The same at both levels, so that a lock of Shift makes no difference.
+void SpareKeys::give(Key& key, xcb_keysym_t symbol) {
     const std::array symbols{symbol, symbol};
-    xcb_change_keyboard_mapping(m_connection.get(), 1, keycode, symbols.size(), symbols.data());
-    m_connection.roundTrip();
+    xcb_change_keyboard_mapping(m_connection.get(), 1, key.keycode, symbols.size(), symbols.data());
+    key.symbol = symbol;
+    m_times[key.keycode].lent = Clock::now();
+    remember(key.keycode);
+    m_untilTakenBack.start();
 }
 
-void SpareKeys::use(xcb_keycode_t keycode) {
+void SpareKeys::remember(xcb_keycode_t keycode) {
     if (std::ranges::find(m_lent, keycode) == m_lent.end())
         m_lent.push_back(keycode);
-    m_lastUse = m_lastUses[keycode] = Clock::now();
-    m_untilTakenBack.start();
+}
+
+void SpareKeys::takeBackUnlessExpecting() {
+    if (m_expected.empty())
+        takeBack();
+    else
+        m_untilTakenBack.start();
 }
 
 // Another layout that was loaded meanwhile, or another program, may have given a key a meaning of its own.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/x11/KeySymbols.h"
+#include "core/primitives/Bytes.h"
 #include "platform/x11/XConnection.h"
 
 #include <QTimer>
@@ -14,12 +14,17 @@
 #include <vector>
 
 /// Keycodes to which the keyboard map gives no meaning, lent to characters that no key gives. A second after the last
-/// loan they mean nothing again.
+/// stroke they mean nothing again.
 ///
 /// A program that hears of a change asks the server for the map as it is by then, which may be later than the next
-/// change: so the loans go round, and a keycode rests between two characters.
+/// change; and there are programs that hear of changes on another connection than of strokes, and so in any order. So a
+/// character has its key some time before its stroke and some time after it. Nobody waits for that as long as the
+/// characters are known ahead and there are about as many keys.
 class SpareKeys {
 public:
+    /// Code points, which may be of a password.
+    using Characters = std::vector<char32_t, WipingAllocator<char32_t>>;
+
     /// The connection outlives the keys. Needs Qt's loop.
     explicit SpareKeys(XConnection& connection);
     SpareKeys(const SpareKeys&) = delete;
@@ -34,23 +39,43 @@ public:
     /// Whether the keyboard has any spare key.
     [[nodiscard]] bool areThere() const;
 
-    /// The key that gives the character from now on, with no modifier held; nothing where there is no spare one. It is
-    /// meant to be struck at once, and waits until a key has rested.
+    /// Tells what will be struck, after what was told before: the first of them get their keys now.
+    void expect(const Characters& characters);
+
+    /// Takes back all that was told.
+    void expectNothing() noexcept { m_expected = {}; }
+
+    /// The key that gives the character with no modifier held, to be struck at once; nothing where there is no spare
+    /// one. It waits until programs know the key, which takes up to 0.7 seconds for a character that was
+    /// not expected.
     [[nodiscard]] std::optional<xcb_keycode_t> lendTo(char32_t character);
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    [[nodiscard]] std::vector<xcb_keycode_t> spareKeycodes(const KeySymbols& symbols) const;
-    [[nodiscard]] xcb_keycode_t longestRested(const std::vector<xcb_keycode_t>& keycodes) const;
-    void waitUntilRested(xcb_keycode_t keycode) const;
-    void give(xcb_keycode_t keycode, xcb_keysym_t symbol);
-    void use(xcb_keycode_t keycode);
+    struct Key {
+        xcb_keycode_t keycode;
+        xcb_keysym_t symbol;  // what it gives now; none where it is not lent
+    };
+    struct Times {
+        Clock::time_point lent;
+        Clock::time_point struck;
+    };
+
+    [[nodiscard]] std::vector<Key> keys() const;
+    [[nodiscard]] bool isExpected(const Key& key) const;
+    [[nodiscard]] std::vector<Key>::iterator longestRested(std::vector<Key>& keys) const;
+    void forgetUntil(char32_t character);
+    void giveAhead(std::vector<Key>& keys, xcb_keycode_t exception);
+    void give(Key& key, xcb_keysym_t symbol);
+    void remember(xcb_keycode_t keycode);
     void takeBack();
+    void takeBackUnlessExpecting();
 
     XConnection& m_connection;
-    std::array<Clock::time_point, 256> m_lastUses{};  // by keycode
-    std::vector<xcb_keycode_t> m_lent;                // what has a meaning by us
-    Clock::time_point m_lastUse;
+    std::array<Times, 256> m_times{};  // by keycode
+    Characters m_expected;             // in the order of their strokes
+    std::vector<xcb_keycode_t> m_lent;
+    Clock::time_point m_lastStroke;
     QTimer m_untilTakenBack;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XKeyEventSource.h"
 
+#include "core/autotype/KeyStroke.h"
+#include "core/text/Text.h"
 #include "core/text/TextUTF8.h"
 #include "platform/x11/XKeycode.h"
 
@@ -39,6 +41,15 @@ XKeyEventSource::XKeyEventSource(Desktop desktop) : m_desktop(desktop), m_locksO
 
 XKeyEventSource::~XKeyEventSource() {
     m_desktop.posted.releaseAll();
+    m_desktop.spareKeys.expectNothing();
+}
+
+void XKeyEventSource::expect(std::string_view text) {
+    SpareKeys::Characters characters;
+    for (const auto character : Text::characters(text))
+        if (!isLineEnd(character) && !findKeyStroke(m_desktop.layout, character))
+            forEachCodePoint(character, [&](char32_t codePoint) { characters.push_back(codePoint); });
+    m_desktop.spareKeys.expect(characters);
 }
 
 bool XKeyEventSource::post(std::span<const KeyEvent> events) {

@@ -30,6 +30,7 @@ public:
     explicit XKeyEventSource(Desktop desktop);
     ~XKeyEventSource() override;
 
+    void expect(std::string_view text) override;
     [[nodiscard]] bool post(std::span<const KeyEvent> events) override;
 
 private:

@@ -62,6 +62,7 @@ public:
     int permissionRequests = 0;
     int releases = 0;
     int openSources = 0;
+    std::string expected;           // all that was told to come
     std::vector<TypedEvent> typed;  // since the start
 
 private:
@@ -69,6 +70,8 @@ private:
     public:
         explicit Source(FakeKeyboard& keyboard) : m_keyboard(keyboard) {}
         ~Source() override { --m_keyboard.openSources; }
+
+        void expect(std::string_view text) override { m_keyboard.expected += text; }
 
         [[nodiscard]] bool post(std::span<const KeyEvent> events) override {
             for (const auto& event : events)

@@ -8,8 +8,7 @@
 
 namespace {
 
-using testing::AnyOf;
-using testing::Contains;
+using namespace std::string_literals;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -90,15 +89,73 @@ TEST_F(SpareKeysTest, goToTheCharacterThatHasWaitedLongest) {
     EXPECT_EQ(spare->lendTo(U'火'), first);
 }
 
+TEST_F(SpareKeysTest, areKnownToProgramsForAWhileBeforeTheirStroke) {
+    QElapsedTimer timer;
+    timer.start();
+
+    EXPECT_TRUE(spare->lendTo(U'日'));
+
+    EXPECT_GE(timer.elapsed(), 200);
+}
+
 TEST_F(SpareKeysTest, restBetweenTwoCharacters) {
     leave(1);
-    QElapsedTimer timer;
     EXPECT_TRUE(spare->lendTo(U'日'));
+    QElapsedTimer timer;
     timer.start();
 
     EXPECT_TRUE(spare->lendTo(U'本'));
 
-    EXPECT_GE(timer.elapsed(), 199);
+    EXPECT_GE(timer.elapsed(), 700) << "after the one, and before the other";
+}
+
+TEST_F(SpareKeysTest, areReadyForWhatIsExpected) {
+    spare->expect({U'日', U'本', U'日'});
+    EXPECT_EQ(lentKeys().size(), 2U);
+    passTime(250);
+    QElapsedTimer timer;
+    timer.start();
+
+    EXPECT_THAT(symbols(*spare->lendTo(U'日')), Each(0x010065E5U));
+    EXPECT_THAT(symbols(*spare->lendTo(U'本')), Each(0x0100672CU));
+
+    EXPECT_LT(timer.elapsed(), 200);
+}
+
+TEST_F(SpareKeysTest, passOnToWhatIsExpectedLater) {
+    leave(2);
+    spare->expect({U'日', U'本', U'語', U'水'});
+    EXPECT_TRUE(spare->lendTo(U'日'));
+    EXPECT_TRUE(spare->lendTo(U'本'));
+    passTime(550);
+
+    spare->expect({U'火'});
+
+    std::set<xcb_keysym_t> lent;
+    for (const auto keycode : lentKeys())
+        lent.insert(symbols(keycode)[0]);
+    EXPECT_THAT(lent, ElementsAre(0x01006C34U, 0x01008A9EU)) << "the two that come next";
+    EXPECT_THAT(symbols(*spare->lendTo(U'語')), Each(0x01008A9EU));
+    EXPECT_THAT(symbols(*spare->lendTo(U'水')), Each(0x01006C34U));
+    EXPECT_THAT(symbols(*spare->lendTo(U'火')), Each(0x0100706BU));
+}
+
+TEST_F(SpareKeysTest, areRightWhateverComes) {
+    leave(2);
+    spare->expect({U'日', U'本', U'語'});
+
+    for (const char32_t character : U"水語火日"s)
+        EXPECT_THAT(symbols(*spare->lendTo(character)), Each(0x01000000U + character));
+}
+
+TEST_F(SpareKeysTest, areNotTakenBackAsLongAsTheyAreExpected) {
+    spare->expect({U'日'});
+    passTime(1500);
+    EXPECT_EQ(lentKeys().size(), 1U);
+
+    spare->expectNothing();
+
+    EXPECT_TRUE(waitUntil([&] { return lentKeys().empty(); }));
 }
 
 TEST_F(SpareKeysTest, areTakenBackASecondAfterTheLastUse) {
@@ -191,6 +248,18 @@ TEST_F(SpareKeysTest, areStruckForEachCodePointOfACharacter) {
             typed +=
                 static_cast<char32_t>(symbols(static_cast<xcb_keycode_t>(std::stoi(stroke.substr(1))))[0] & 0xFFFFFF);
     EXPECT_EQ(typed, U"👩\u200D👩\u200D👧");
+}
+
+TEST_F(SpareKeysTest, areReadyForTheCharactersOfARunThatNoKeyGives) {
+    select({"tr"});
+    auto source = keyboard->makeSource();
+
+    source->expect("ağI€\n\r\n日a");
+    source->expect("😀ß");
+
+    EXPECT_EQ(lentKeys().size(), 2U);
+    source.reset();
+    EXPECT_TRUE(waitUntil([&] { return lentKeys().empty(); }));
 }
 
 TEST_F(SpareKeysTest, areNotNeededForALineEnd) {
