@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int edge = 20;
-constexpr int widest = 720;
+constexpr int widest = 720;  // the eye still follows a row to its end
 constexpr int tileSide = 44;
 constexpr int titleSize = 22;
 constexpr int mostTitleLines = 3;
@@ -47,16 +47,10 @@ bool showTheSame(const KdbxEntry& a, const KdbxEntry& b) {
            a.expiryTime == b.expiryTime && showTheSame(a.historyItems, b.historyItems);
 }
 
-/// What scrolls. A layout's least height is the one at its least width; here the height follows from the width alone.
-class Page final : public QWidget {
-public:
-    [[nodiscard]] QSize minimumSizeHint() const override { return {}; }
-};
-
 }  // namespace
 
 EntryDetailView::EntryDetailView(const Environment& environment, QWidget* parent)
-    : QScrollArea(parent), m_environment(environment) {
+    : ScrollPage({edge, edge, edge, edge}, parent), m_environment(environment) {
     makeHeader();
     arrange();
     connectControls();
@@ -81,39 +75,9 @@ void EntryDetailView::makeHeader() {
 }
 
 void EntryDetailView::arrange() {
-    setFrameShape(QFrame::NoFrame);
-    setWidgetResizable(true);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setFocusPolicy(Qt::NoFocus);
-    auto* const page = new Page;
-    auto* const column = new QVBoxLayout(page);
-    column->setContentsMargins(edge, edge, edge, edge);
-    column->setSpacing(Metric::m);
-    column->addWidget(m_header);
-    column->addStretch(1);
-    setWidget(page);
-    verticalScrollBar()->installEventFilter(this);
-}
-
-bool EntryDetailView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == verticalScrollBar() && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
-        keepEdges();
-    return QScrollArea::eventFilter(watched, event);
-}
-
-void EntryDetailView::resizeEvent(QResizeEvent* event) {
-    keepEdges();
-    QScrollArea::resizeEvent(event);
-}
-
-/// The scroll bar stands in the trailing edge, so that what it scrolls is as wide with it as without. In a wide column
-/// the rows end where the eye can still follow them.
-void EntryDetailView::keepEdges() {
-    const auto* bar = verticalScrollBar();
-    const int barWidth = bar->isVisibleTo(this) ? bar->sizeHint().width() : 0;
-    const int trailing = std::max({width() - edge - widest, edge, barWidth}) - barWidth;
-    widget()->layout()->setContentsMargins(layoutDirection() == Qt::RightToLeft ? QMargins(trailing, edge, edge, edge)
-                                                                                : QMargins(edge, edge, trailing, edge));
+    setMaximumContentWidth(widest);
+    content()->addWidget(m_header);
+    content()->addStretch(1);
 }
 
 void EntryDetailView::connectControls() {
@@ -135,7 +99,7 @@ void EntryDetailView::show(const KdbxEntry& entry) {
     m_entry = entry;
     m_isExpired = entry.isExpired();
     if (!looksDifferent) {
-        m_content->showAccessed();
+        m_parts->showAccessed();
         return;
     }
     showHeader();
@@ -154,19 +118,18 @@ void EntryDetailView::showHeader() {
 void EntryDetailView::rebuild() {
     const int scrollPosition = verticalScrollBar()->value();
     setUpdatesEnabled(false);
-    auto* const former = std::exchange(m_content, new EntryDetailContent(m_environment, *m_entry, m_revealed));
-    auto* const column = static_cast<QVBoxLayout*>(widget()->layout());
-    column->insertWidget(1, m_content);
-    connect(m_content, &EntryDetailContent::reflowed, this, &EntryDetailView::reflow);
-    m_content->show();
+    auto* const former = std::exchange(m_parts, new EntryDetailContent(m_environment, *m_entry, m_revealed));
+    content()->insertWidget(1, m_parts);
+    connect(m_parts, &EntryDetailContent::reflowed, this, &EntryDetailView::reflow);
+    m_parts->show();
     takeTabOrder();
     if (former != nullptr) {
-        const auto* focused = former->isAncestorOf(QApplication::focusWidget()) ? QApplication::focusWidget() : nullptr;
-        if (focused != nullptr) {
-            auto* const successor = m_content->findChild<QWidget*>(focused->objectName());
+        const auto* focused = window()->focusWidget();  // also while another window has the keyboard
+        if (focused != nullptr && former->isAncestorOf(focused)) {
+            auto* const successor = m_parts->findChild<QWidget*>(focused->objectName());
             (successor != nullptr && successor->isEnabled() ? successor : m_edit)->setFocus(Qt::OtherFocusReason);
         }
-        column->removeWidget(former);
+        content()->removeWidget(former);
         former->hide();
         former->deleteLater();  // one of its buttons may be what led here
     }
@@ -177,7 +140,7 @@ void EntryDetailView::rebuild() {
 /// Tab goes through the content right after the header, whenever it was made.
 void EntryDetailView::takeTabOrder() {
     QWidget* former = m_edit;
-    for (auto* const stop : m_content->stops()) {
+    for (auto* const stop : m_parts->stops()) {
         setTabOrder(former, stop);
         former = stop;
     }
@@ -200,7 +163,7 @@ void EntryDetailView::placeAt(int scrollPosition) {
 }
 
 void EntryDetailView::forget() {
-    delete std::exchange(m_content, nullptr);
+    delete std::exchange(m_parts, nullptr);
     m_entry.reset();
     m_revealed = {};
     m_title->clear();

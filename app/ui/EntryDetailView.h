@@ -2,8 +2,7 @@
 #pragma once
 
 #include "app/ui/EntryDetailContent.h"
-
-#include <QScrollArea>
+#include "app/ui/components/ScrollPage.h"
 
 #include <optional>
 
@@ -13,7 +12,7 @@ class Paragraph;
 
 /// The right column for one entry: all its fields to read and to copy, its secrets masked until they are revealed.
 /// It changes nothing of the entry itself.
-class EntryDetailView : public QScrollArea {
+class EntryDetailView : public ScrollPage {
     Q_OBJECT
 
 public:
@@ -25,10 +24,6 @@ public:
     /// Lets go of the entry and of its texts.
     void forget();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     void makeHeader();
     void arrange();
@@ -36,7 +31,6 @@ private:
     void showHeader();
     void rebuild();
     void takeTabOrder();
-    void keepEdges();
     void reflow(QWidget* row);
     void placeAt(int scrollPosition);
 
@@ -48,5 +42,5 @@ private:
     IconTile* m_tile = nullptr;
     Paragraph* m_title = nullptr;
     IconButton* m_edit = nullptr;
-    EntryDetailContent* m_content = nullptr;
+    EntryDetailContent* m_parts = nullptr;
 };

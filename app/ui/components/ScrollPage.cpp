@@ -36,16 +36,25 @@ ScrollPage::ScrollPage(const QMargins& margins, QWidget* parent) : QScrollArea(p
     showMargins();
 }
 
+void ScrollPage::setMaximumContentWidth(int width) {
+    m_maximumContentWidth = width;
+    showMargins();
+}
+
 void ScrollPage::showMargins() {
     auto margins = m_margins;
-    if (verticalScrollBar()->isVisibleTo(this)) {
-        const int bar = verticalScrollBar()->sizeHint().width();
-        if (layoutDirection() == Qt::RightToLeft)
-            margins.setLeft(std::max(0, margins.left() - bar));
-        else
-            margins.setRight(std::max(0, margins.right() - bar));
-    }
+    const int spare = width() - margins.left() - margins.right() - m_maximumContentWidth;
+    const int bar = verticalScrollBar()->isVisibleTo(this) ? verticalScrollBar()->sizeHint().width() : 0;
+    if (layoutDirection() == Qt::RightToLeft)
+        margins.setLeft(std::max(0, margins.left() + std::max(0, spare) - bar));
+    else
+        margins.setRight(std::max(0, margins.right() + std::max(0, spare) - bar));
     m_content->setContentsMargins(margins);
+}
+
+void ScrollPage::resizeEvent(QResizeEvent* event) {
+    showMargins();
+    QScrollArea::resizeEvent(event);
 }
 
 bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {

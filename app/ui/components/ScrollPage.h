@@ -17,12 +17,17 @@ public:
     /// Where the page's parts go, one under the other.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
 
+    /// In more room than this, the parts stay as wide and stand at the leading edge.
+    void setMaximumContentWidth(int width);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void showMargins();
 
     QMargins m_margins;
+    int m_maximumContentWidth = QWIDGETSIZE_MAX;
     QVBoxLayout* m_content;
 };

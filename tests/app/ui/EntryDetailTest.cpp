@@ -8,6 +8,7 @@
 #include "app/ui/components/SecretText.h"
 #include "tests/app/ui/WindowProbe.h"
 #include "tests/app/ui/WindowTest.h"
+#include "tests/support/MemoryScan.h"
 
 #include <gmock/gmock.h>
 
@@ -547,6 +548,43 @@ TEST_F(EntryDetailTest, lockingForgetsTheTextsAndWhatWasRevealed) {
         EXPECT_THAT(label->text().toStdString(), Not(::testing::AnyOf("Banka", "ışıl")));
     EXPECT_TRUE(pane.findChildren<SecretText*>().isEmpty());
     EXPECT_TRUE(shows(pane, "Kayıt seçilmedi"));
+}
+
+/// Random, and nowhere else in the process.
+SecureString secureString(const MaskedSecret& secret) {
+    auto text = secret.clear();
+    SecureString secure(text);
+    wipe(text);
+    return secure;
+}
+
+/// The same as Qt's texts hold it.
+MaskedSecret asUTF16(const MaskedSecret& secret) {
+    Bytes bytes;
+    for (std::size_t i = 0; i < secret.size(); ++i) {
+        bytes.push_back(secret.at(i));
+        bytes.push_back(0);
+    }
+    return MaskedSecret::of(bytes);
+}
+
+TEST_F(EntryDetailTest, aPasswordThatWasShownIsNowhereInMemoryOnceItIsHiddenAndTheVaultLocked) {
+    const auto password = MaskedSecret::text();
+    const auto inUTF16 = asUTF16(password);
+    showBank([&](KdbxEntry& entry) { entry.password = secureString(password); });
+    MemoryScan memory;
+    for (const int width : {260, 468}) {
+        pane.resize(width, 620);
+        press("Göster", "Parola");
+        pane.grab();
+        press("Gizle", "Parola");
+        EXPECT_EQ(memory.occurrences(inUTF16), 0) << "hidden again";
+    }
+    press("Göster", "Parola");
+    pane.grab();
+    state->lock();
+    EXPECT_EQ(memory.occurrences(password), 0);
+    EXPECT_EQ(memory.occurrences(inUTF16), 0);
 }
 
 // What there is instead of one entry.
