@@ -1,59 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/ApplicationStyle.h"
 
-#include "app/ui/Symbol.h"
+#include "app/ui/Style.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/FocusRing.h"
-#include "app/ui/components/Motion.h"
 
 #include <QApplication>
 #include <QPalette>
-#include <QProxyStyle>
-#include <QStyleFactory>
-#include <QStyleOption>
 
 namespace {
-
-/// Fusion without its own focus frames, and with the menus' symbols in one size.
-class Style final : public QProxyStyle {
-public:
-    Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
-
-    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                       const QWidget* widget) const override {
-        // The ring around the focused control is ours, and so is a menu's tick.
-        if (element == PE_IndicatorMenuCheckMark)
-            Symbol::paint(*painter, option->rect, QStringLiteral("checkmark"), Palette::text);
-        else if (element != PE_FrameFocusRect)
-            QProxyStyle::drawPrimitive(element, option, painter, widget);
-    }
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* result) const override {
-        switch (hint) {
-            case SH_LineEdit_PasswordCharacter:
-                return 0x2022;  // the bullet, as wherever secrets are masked
-            case SH_LineEdit_PasswordMaskDelay:
-                return 0;
-            case SH_Menu_SubMenuPopupDelay:
-                return 120;
-            case SH_ToolTip_WakeUpDelay:
-                return 600;
-            case SH_Widget_Animation_Duration:
-                return Motion::milliseconds();
-            case SH_UnderlineShortcut:
-                return 0;
-            default:
-                return QProxyStyle::styleHint(hint, option, widget, result);
-        }
-    }
-
-    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
-        if (metric == PM_TextCursorWidth)
-            return 2;
-        return QProxyStyle::pixelMetric(metric, option, widget);
-    }
-};
 
 QPalette palette() {
     QPalette colours;
@@ -90,14 +45,6 @@ QMenuBar { background: @canvas; color: @textSoft; border: none; border-bottom: 1
 QMenuBar::item { background: transparent; padding: 4px 8px; border-radius: @smallRadius; }
 QMenuBar::item:selected { background: @hover; color: @text; }
 QMenuBar::item:disabled { color: @lineStrong; }
-QMenu { background: @elevated; color: @text; border: 1px solid @lineStrong; border-radius: @controlRadius; padding: 4px; }
-QMenu::item { padding: 5px 24px 5px 10px; border-radius: @smallRadius; }
-QMenu::item:selected { background: @selection; }
-QMenu::item:disabled { color: @textMuted; background: transparent; }
-QMenu::separator { height: 1px; background: @line; margin: 4px 6px; }
-QMenu::section { color: @textSoft; }
-QMenu::indicator { width: 14px; height: 14px; left: 6px; }
-QMenu::right-arrow { width: 10px; height: 10px; }
 QToolTip { background: @elevated; color: @text; border: 1px solid @lineStrong; padding: 4px 6px; }
 QScrollBar:vertical { background: transparent; width: 10px; margin: 2px; }
 QScrollBar:horizontal { background: transparent; height: 10px; margin: 2px; }
@@ -116,9 +63,8 @@ QCalendarWidget QAbstractItemView { background: @elevated; color: @text; selecti
 QCalendarWidget QAbstractItemView:disabled { color: @textMuted; }
 QCalendarWidget QToolButton { background: transparent; border: none; border-radius: @smallRadius; padding: 4px 8px; font-weight: 600; }
 QCalendarWidget QToolButton:hover { background: @hover; }
-QComboBox { background: @hover; color: @text; border: 1px solid @lineStrong; border-radius: @controlRadius; padding: 0 10px; min-height: 28px; }
-QComboBox::drop-down { border: none; width: 22px; }
-QComboBox QAbstractItemView { background: @elevated; color: @text; border: 1px solid @lineStrong; selection-background-color: @selection; selection-color: @text; outline: none; }
+QComboBox QAbstractItemView { background: @elevated; color: @text; border: 1px solid @lineStrong; selection-background-color: @selection; selection-color: @text; outline: none; padding: 4px; }
+QComboBox QAbstractItemView::item { min-height: 26px; }
 QDialog QPushButton { background: @hover; color: @text; border: 1px solid @lineStrong; border-radius: @controlRadius; padding: 0 14px; min-height: 28px; font-weight: 600; }
 QDialog QPushButton:hover { background: @lineStrong; }
 QDialog QPushButton:default { background: @accent; color: @canvas; border: none; }

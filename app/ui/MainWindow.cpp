@@ -8,12 +8,14 @@
 #include "app/ui/RouteSheet.h"
 #include "app/ui/ScreenFade.h"
 #include "app/ui/SettingsView.h"
+#include "app/ui/Style.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Sheet.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QStackedWidget>
 
@@ -98,6 +100,22 @@ void MainWindow::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     if (!std::exchange(m_hasAppeared, true))
         emit appeared();
+}
+
+bool MainWindow::event(QEvent* event) {
+    const auto type = event->type();
+    if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt)
+            showMnemonics(type == QEvent::KeyPress);
+    } else if (type == QEvent::WindowDeactivate) {
+        showMnemonics(false);
+    }
+    return QMainWindow::event(event);
+}
+
+void MainWindow::showMnemonics(bool areShown) {
+    Style::setMnemonicsShown(areShown);
+    menuBar()->update();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

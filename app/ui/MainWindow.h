@@ -30,12 +30,14 @@ signals:
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void arrange();
     void connectState();
     void keepPicture();
     void showScreen();
+    void showMnemonics(bool areShown);
     void showAbout();
     void hideAbout();
     void sizeWindow();

@@ -76,8 +76,8 @@ QAction* TextCommands::make(const QString& text, const char* verb, const QKeySeq
     action->setShortcut(key);
     action->setShortcutContext(Qt::WidgetShortcut);
     connect(action, &QAction::triggered, this, [this, verb] {
-        if (m_field)
-            QMetaObject::invokeMethod(m_field, verb);
+        if (auto* const current = field())
+            QMetaObject::invokeMethod(current, verb);
     });
     return action;
 }
@@ -89,22 +89,29 @@ void TextCommands::followFocus(QWidget* now) {
     showEnabled();
 }
 
+/// A screen that goes takes its fields along, but not always the focus.
+QWidget* TextCommands::field() const {
+    return m_field && m_field->isVisible() && m_field->isEnabled() ? m_field : nullptr;
+}
+
 void TextCommands::showEnabled() {
-    const bool takesText = m_field && m_field->isEnabled() && canChange(*m_field);
-    m_copy->setEnabled(m_field && canCopy(*m_field));
-    m_cut->setEnabled(takesText && canCopy(*m_field));
+    const auto* const current = field();
+    const bool takesText = current && canChange(*current);
+    const bool givesText = current && canCopy(*current);
+    m_copy->setEnabled(givesText);
+    m_cut->setEnabled(takesText && givesText);
     m_paste->setEnabled(takesText);  // asking the clipboard could keep a menu waiting for another program
-    m_selectAll->setEnabled(m_field || m_areRowsInReach);
+    m_selectAll->setEnabled(current || m_areRowsInReach);
 }
 
 void TextCommands::setRowsInReach(bool areInReach) {
     m_areRowsInReach = areInReach;
-    m_selectAll->setEnabled(m_field || m_areRowsInReach);
+    showEnabled();
 }
 
 void TextCommands::selectAll() {
-    if (m_field)
-        QMetaObject::invokeMethod(m_field, "selectAll");
+    if (auto* const current = field())
+        QMetaObject::invokeMethod(current, "selectAll");
     else
         emit allRowsWanted();
 }

@@ -37,6 +37,7 @@ protected:
 
 private:
     QAction* make(const QString& text, const char* verb, const QKeySequence& key);
+    [[nodiscard]] QWidget* field() const;
     void followFocus(QWidget* now);
     void selectAll();
 

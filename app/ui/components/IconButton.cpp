@@ -53,8 +53,11 @@ void IconButton::setOnHoverGround(bool isOnHoverGround) {
 }
 
 void IconButton::setMenu(QMenu* menu) {
-    connect(this, &IconButton::clicked, menu,
-            [this, menu] { menu->popup(mapToGlobal(QPoint(0, height() + Metric::xs))); });
+    connect(this, &IconButton::clicked, menu, [this, menu] {
+        // Under the button from its left edge, and inside the window where that has the room.
+        const int beyond = mapTo(window(), QPoint(menu->sizeHint().width(), 0)).x() - window()->width();
+        menu->popup(mapToGlobal(QPoint(-std::max(0, beyond + Metric::m), height() + Metric::xs)));
+    });
 }
 
 void IconButton::paintEvent(QPaintEvent*) {

@@ -14,6 +14,7 @@
 #include <QListView>
 #include <QMenuBar>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -465,6 +466,28 @@ TEST_F(CommandsTest, theEditMenuStillKnowsTheFieldWhileTheMenuBarHasTheKeyboard)
     EXPECT_TRUE(isEnabled("Düzen", "Yapıştır"));
     command("Düzen", "Tümünü Seç").trigger();
     EXPECT_EQ(searchField().selectedText(), "bank");
+}
+
+TEST_F(CommandsTest, anEmptyVaultHasTheKeyboardInItsGroupsAndNothingToPasteInto) {
+    auto vault = smallVault();
+    vault.root.entries.clear();
+    putVault(vault);
+    state->prepare(vaultFile);
+    field(window, "Ana parola")->setFocus();
+    state->unlock("parola", std::nullopt);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.focusWidget(), find<QListView>(window, "Gruplar"));
+    EXPECT_FALSE(isEnabled("Düzen", "Yapıştır"));
+}
+
+TEST_F(CommandsTest, theLettersOfTheMenusAreUnderlinedWhileAltIsHeld) {
+    const auto underlines = [this] { return window.style()->styleHint(QStyle::SH_UnderlineShortcut) == 1; };
+    EXPECT_FALSE(underlines());
+    QTest::keyPress(&window, Qt::Key_Alt);
+    EXPECT_TRUE(underlines());
+    QTest::keyRelease(&window, Qt::Key_Alt);
+    window.setFocus();
+    EXPECT_FALSE(underlines());
 }
 
 TEST_F(CommandsTest, whatLiesBehindASheetIsOutOfReach) {
