@@ -88,6 +88,10 @@ void DateTimeField::resizeEvent(QResizeEvent* event) {
     lineEdit()->setGeometry(placed({Metric::s, 0, width() - buttonSide - 2 * gap - Metric::s, height()}));
 }
 
+bool DateTimeField::focusNextPrevChild(bool next) {
+    return QWidget::focusNextPrevChild(next);  // the arrow keys walk from day to month; Tab goes on
+}
+
 void DateTimeField::wheelEvent(QWheelEvent* event) {
     event->ignore();  // scrolls the form; a date must not change by the way
 }

@@ -24,6 +24,15 @@ constexpr int ringWidth = 3;
 constexpr double ringOpacity = 0.22;
 constexpr const char* showsOwnFocus = "showsOwnFocus";
 
+constexpr const char* ringArea = "focusRingArea";
+constexpr const char* ringRadius = "focusRingRadius";
+
+/// What the ring goes around, in the widget's own coordinates.
+QRect areaOf(const QWidget& widget) {
+    const auto area = widget.property(ringArea);
+    return area.isValid() ? area.toRect() : widget.rect();
+}
+
 bool isField(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) != nullptr ||
            qobject_cast<const QPlainTextEdit*>(widget) != nullptr ||
@@ -42,7 +51,7 @@ bool isControl(const QWidget* widget) {
 QWidget* hostOf(const QWidget& target) {
     QWidget* host = target.parentWidget();
     const auto fits = [&] {
-        const QRect ring = target.rect().adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth);
+        const QRect ring = areaOf(target).adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth);
         return host->rect().contains(QRect(target.mapTo(host, ring.topLeft()), ring.size()));
     };
     const auto isScrolled = [&] { return qobject_cast<QAbstractScrollArea*>(host->parentWidget()) != nullptr; };
@@ -72,6 +81,11 @@ void FocusRing::install(QObject* owner) {
     qApp->installEventFilter(ring);
 }
 
+void FocusRing::setArea(QWidget* widget, const QRect& area, int radius) {
+    widget->setProperty(ringArea, area);
+    widget->setProperty(ringRadius, radius);
+}
+
 void FocusRing::setShowsOwnFocus(QWidget* widget) {
     widget->setProperty(showsOwnFocus, true);
 }
@@ -98,7 +112,8 @@ void FocusRing::place() {
     QWidget* const host = hostOf(*m_target);
     if (parentWidget() != host)
         setParent(host);
-    setGeometry(QRect(m_target->mapTo(host, QPoint()), m_target->size())
+    const QRect area = areaOf(*m_target);
+    setGeometry(QRect(m_target->mapTo(host, area.topLeft()), area.size())
                     .adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth));
     raise();
     show();
@@ -132,7 +147,9 @@ void FocusRing::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(Palette::withOpacity(Palette::accent, ringOpacity), ringWidth));
     const double inset = ringWidth / 2.0;
     const QRectF edge = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
-    const double radius = (height() < Metric::controlHeight ? Radius::small : Radius::control) + inset;
+    const auto given = m_target ? m_target->property(ringRadius) : QVariant();
+    const int usual = height() < Metric::controlHeight ? Radius::small : Radius::control;
+    const double radius = (given.isValid() ? given.toInt() : usual) + inset;
     painter.drawRoundedRect(edge, radius, radius);
     if (m_target && !isField(m_target)) {
         painter.setPen(QPen(Palette::accent, 1));

@@ -13,6 +13,9 @@ public:
     /// Follows the application's focus from now on. `owner` is any object that lives as long.
     static void install(QObject* owner);
 
+    /// Draws the ring around a part of a widget, as around the switch at the end of a line, with its corners.
+    static void setArea(QWidget* widget, const QRect& area, int radius);
+
     /// Keeps the ring off a widget that shows its focus by itself.
     static void setShowsOwnFocus(QWidget* widget);
 

@@ -2,6 +2,7 @@
 #include "app/ui/components/Toggle.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/FocusRing.h"
 #include "app/ui/components/Motion.h"
 #include "app/ui/components/Painting.h"
 
@@ -32,7 +33,13 @@ Toggle::Toggle(const QString& text, QWidget* parent) : QCheckBox(text, parent), 
 
 void Toggle::setSide(Side side) {
     m_side = side;
+    FocusRing::setArea(this, switchArea(), track.height() / 2);
     update();
+}
+
+QRect Toggle::switchArea() const {
+    const int left = m_side == Side::leading ? 0 : width() - track.width();
+    return QStyle::visualRect(layoutDirection(), rect(), {{left, (height() - track.height()) / 2}, track});
 }
 
 void Toggle::slide(bool isOn) {
@@ -72,13 +79,10 @@ void Toggle::paintEvent(QPaintEvent*) {
     if (!isEnabled())
         painter.setOpacity(0.4);
     const int rest = width() - track.width() - Metric::m;
-    const bool isLeading = m_side == Side::leading;
-    const auto placed = [&](int left, QSize size) {
-        return QStyle::visualRect(layoutDirection(), rect(), QRect({left, (height() - size.height()) / 2}, size));
-    };
-    paintText(painter, placed(isLeading ? width() - rest : 0, {rest, height()}));
+    const int wordsLeft = m_side == Side::leading ? width() - rest : 0;
+    paintText(painter, QStyle::visualRect(layoutDirection(), rect(), QRect(wordsLeft, 0, rest, height())));
 
-    const QRect box = placed(isLeading ? 0 : width() - track.width(), track);
+    const QRect box = switchArea();
     Painting::roundedBox(painter, box, Radius::pill,
                          underMouse() ? Palette::lineStrong.lighter(112) : Palette::lineStrong);
     if (m_position > 0) {
@@ -111,4 +115,9 @@ void Toggle::paintText(QPainter& painter, const QRect& room) const {
     painter.drawText(
         QStyle::visualRect(layoutDirection(), room, QRect(room.left() + from, room.top(), left, room.height())),
         static_cast<int>(line) | Qt::TextSingleLine, QFontMetrics(mono).elidedText(example(), Qt::ElideRight, left));
+}
+
+void Toggle::resizeEvent(QResizeEvent* event) {
+    QCheckBox::resizeEvent(event);
+    FocusRing::setArea(this, switchArea(), track.height() / 2);
 }

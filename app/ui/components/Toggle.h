@@ -23,6 +23,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     [[nodiscard]] bool hitButton(const QPoint& position) const override { return rect().contains(position); }
 
 private:
@@ -30,6 +31,7 @@ private:
     [[nodiscard]] QString words() const;
     [[nodiscard]] QString example() const;
     void slide(bool isOn);
+    [[nodiscard]] QRect switchArea() const;
 
     QVariantAnimation* m_motion;
     Side m_side = Side::trailing;

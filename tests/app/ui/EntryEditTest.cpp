@@ -353,6 +353,37 @@ TEST_F(EntryEditTest, aDateOfTheCalendarIsTheExpiryAndTheTimeOfDayStays) {
     EXPECT_EQ(edited().expiryTime->seconds, double(QDateTime(QDate(2027, 12, 5), QTime(8, 15)).toSecsSinceEpoch()));
 }
 
+TEST_F(EntryEditTest, anExpiryIsTypedPartByPartAndTabGoesOn) {
+    auto entry = fullEntry();
+    entry.expires = true;
+    entry.expiryTime = {double(QDateTime(QDate(2027, 11, 20), QTime(8, 15, 42)).toSecsSinceEpoch())};
+    editThis(entry);
+    button("Son kullanma tarihi var").setFocus();
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focusName(), "Son kullanma tarihi");
+    QTest::keyClicks(QApplication::focusWidget(), "05");
+    press(Qt::Key_Up);
+    EXPECT_EQ(expiryField()->text(), "05.12.2027 08:15");
+    press(Qt::Key_Tab);
+    EXPECT_EQ(focusName(), "Takvimi aç");
+    press(Qt::Key_Backtab);
+    press(Qt::Key_Return);
+    EXPECT_EQ(edited().expiryTime->seconds, double(QDateTime(QDate(2027, 12, 5), QTime(8, 15, 42)).toSecsSinceEpoch()));
+}
+
+TEST_F(EntryEditTest, theWheelScrollsTheFormAndChangesNoDate) {
+    auto entry = fullEntry();
+    entry.expires = true;
+    editThis(entry);
+    const auto before = expiryField()->text();
+    QWheelEvent turn(QPointF(5, 5), expiryField()->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                     Qt::NoModifier, Qt::NoScrollPhase, false);
+    expiryField()->setFocus();
+    QApplication::sendEvent(expiryField(), &turn);
+    EXPECT_EQ(expiryField()->text(), before);
+    EXPECT_FALSE(turn.isAccepted());
+}
+
 TEST_F(EntryEditTest, escapeClosesTheCalendarAlone) {
     open(Route::editEntry(bank().id));
     click("Son kullanma tarihi var");
