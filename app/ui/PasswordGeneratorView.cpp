@@ -10,8 +10,8 @@
 #include "app/ui/components/Card.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/PasswordLabel.h"
 #include "app/ui/components/QuickButtons.h"
+#include "app/ui/components/SelectableSecretText.h"
 #include "app/ui/components/Slider.h"
 #include "app/ui/components/Toggle.h"
 #include "core/clipboard/ClipboardService.h"
@@ -26,13 +26,14 @@ namespace {
 constexpr int shortest = 6;
 constexpr int longest = 128;
 constexpr QSize smallestSize(380, 320);
-constexpr QSize idealSize(460, 632);
+constexpr QSize idealSize(460, 612);
 constexpr int previewSize = 16;
-constexpr int longPreviewSize = 13;
+constexpr int longPreviewSize = 12;
 constexpr int previewHeight = 48;  // for the longest password at the ideal width, so that nothing moves
+constexpr int previewGap = 6;
 constexpr int lengthSize = 18;
 constexpr int eyeSymbol = 16;
-constexpr int rowGap = 6;
+constexpr int rowGap = Metric::xs;
 
 }  // namespace
 
@@ -46,20 +47,16 @@ PasswordGeneratorView::PasswordGeneratorView(const Environment& environment, con
     for (QWidget* const card : {makePreview(), makeLength(), makeCharacterSets()})
         content()->addWidget(card);
     content()->addStretch(1);  // the warning's room, while there is none
-    orderTabs();
+    setFirstField(m_length);
     connectControls();
     showOptions();
     setRevealed(false);
     regenerate();
 }
 
-PasswordGeneratorView::~PasswordGeneratorView() {
-    wipe(m_generated);
-}
-
 Card* PasswordGeneratorView::makePreview() {
     auto* const card = new Card;
-    m_preview = new PasswordLabel(tr("Önizleme"));
+    m_preview = new SelectableSecretText(tr("Önizleme"));
     m_preview->setFontSizes(previewSize, longPreviewSize);
     m_preview->setMinimumHeight(previewHeight);
     m_eye = new IconButton(QStringLiteral("eye"), tr("Göster"));
@@ -67,7 +64,7 @@ Card* PasswordGeneratorView::makePreview() {
 
     auto* const copy = new Button(tr("Kopyala"));
     copy->setSymbol(QStringLiteral("doc.on.doc"));
-    connect(copy, &Button::clicked, this, [this] { m_environment.clipboard.copySecret(m_generated); });
+    connect(copy, &Button::clicked, this, &PasswordGeneratorView::copy);
     auto* const again = new Button(tr("Yeniden üret"));
     again->setSymbol(QStringLiteral("arrow.triangle.2.circlepath"));
     connect(again, &Button::clicked, this, &PasswordGeneratorView::regenerate);
@@ -83,10 +80,10 @@ Card* PasswordGeneratorView::makePreview() {
     buttons->addWidget(copy);
     buttons->addWidget(again);
     buttons->addStretch(1);
-    card->content()->setSpacing(Metric::xs);
+    card->content()->setSpacing(0);
     card->content()->addLayout(heading);
     card->content()->addWidget(m_preview);
-    card->content()->addSpacing(Metric::xs);
+    card->content()->addSpacing(previewGap);
     card->content()->addLayout(buttons);
     return card;
 }
@@ -136,7 +133,7 @@ Card* PasswordGeneratorView::makeCharacterSets() {
 
 void PasswordGeneratorView::connectControls() {
     connect(m_eye, &IconButton::clicked, this, [this] { setRevealed(!m_preview->isRevealed()); });
-    connect(m_preview, &PasswordLabel::copyRequested, this,
+    connect(m_preview, &SelectableSecretText::copyRequested, this,
             [this](std::string_view part) { m_environment.clipboard.copySecret(part); });
     connect(m_length, &Slider::valueChanged, this, &PasswordGeneratorView::setLength);
     connect(m_quickLengths, &QuickButtons::chosen, this, &PasswordGeneratorView::setLength);
@@ -164,14 +161,11 @@ void PasswordGeneratorView::setOptions(const PasswordGenerator::Options& options
 }
 
 void PasswordGeneratorView::regenerate() {
-    wipe(m_generated);
-    if (anySetEnabled()) {
-        auto fresh = PasswordGenerator::generate(m_options);
-        const WipedAtEnd freshEnd(fresh);
-        m_generated = fresh;
-    }
-    m_preview->setPassword(m_generated);
-    setConfirmEnabled(!m_generated.empty());
+    auto fresh = anySetEnabled() ? PasswordGenerator::generate(m_options) : std::string();
+    const WipedAtEnd freshEnd(fresh);
+    m_generated = SecureString(fresh);
+    m_preview->setSecret(m_generated);
+    setConfirmEnabled(!m_generated.isEmpty());
 }
 
 void PasswordGeneratorView::showOptions() {
@@ -188,11 +182,17 @@ void PasswordGeneratorView::setRevealed(bool isRevealed) {
     m_eye->setTip(isRevealed ? tr("Gizle") : tr("Göster"));
 }
 
+void PasswordGeneratorView::copy() const {
+    auto password = m_generated.value();
+    const WipedAtEnd passwordEnd(password);
+    m_environment.clipboard.copySecret(password);
+}
+
 void PasswordGeneratorView::confirm() {
     if (m_applyTo)
         apply(*m_applyTo);
     else
-        m_environment.clipboard.copySecret(m_generated);
+        copy();
     closeSheet();
 }
 
@@ -201,7 +201,7 @@ void PasswordGeneratorView::apply(const UUID& entryID) {
     auto entry = root ? GroupTree::entryWithID(*root, entryID) : std::nullopt;
     if (!entry)
         return;
-    entry->password = SecureString(m_generated);
+    entry->password = m_generated;
     m_environment.state.updateEntry(std::move(*entry));
 }
 

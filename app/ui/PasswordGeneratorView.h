@@ -4,14 +4,14 @@
 #include "app/ui/Environment.h"
 #include "app/ui/components/Sheet.h"
 #include "core/generator/PasswordGenerator.h"
+#include "core/model/SecureString.h"
 #include "core/model/UUID.h"
 
 #include <optional>
-#include <string>
 
 class Card;
 class IconButton;
-class PasswordLabel;
+class SelectableSecretText;
 class QuickButtons;
 class Slider;
 class TextLabel;
@@ -25,7 +25,6 @@ public:
     /// `applyTo` is the entry that takes the password; without one the way out is the clipboard.
     PasswordGeneratorView(const Environment& environment, const std::optional<UUID>& applyTo,
                           QWidget* parent = nullptr);
-    ~PasswordGeneratorView() override;
 
 private:
     using Choice = bool PasswordGenerator::Options::*;
@@ -42,6 +41,7 @@ private:
     void showOptions();
     void setRevealed(bool isRevealed);
 
+    void copy() const;
     void confirm();
     void apply(const UUID& entryID);
     void closeSheet();
@@ -49,8 +49,8 @@ private:
     Environment m_environment;
     std::optional<UUID> m_applyTo;
     PasswordGenerator::Options m_options;
-    std::string m_generated;
-    PasswordLabel* m_preview = nullptr;
+    SecureString m_generated;
+    SelectableSecretText* m_preview = nullptr;
     IconButton* m_eye = nullptr;
     TextLabel* m_lengthText = nullptr;
     Slider* m_length = nullptr;

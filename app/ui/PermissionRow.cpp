@@ -15,7 +15,7 @@ namespace {
 
 constexpr int symbolSide = 20;
 constexpr int padding = 12;
-constexpr int rowPadding = 10;  // above and below
+constexpr int rowPadding = 9;  // above and below
 constexpr double groundOpacity = 0.1;
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
-#include "app/ui/components/PasswordLabel.h"
+#include "app/ui/components/SelectableSecretText.h"
 #include "app/ui/components/TextField.h"
 
 #include <QAbstractButton>
@@ -41,7 +41,8 @@ bool isField(const QWidget* widget) {
 
 bool isControl(const QWidget* widget) {
     return qobject_cast<const QAbstractButton*>(widget) != nullptr ||
-           qobject_cast<const PasswordLabel*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
+           qobject_cast<const SelectableSecretText*>(widget) != nullptr ||
+           qobject_cast<const QComboBox*>(widget) != nullptr ||
            qobject_cast<const QAbstractSlider*>(widget) != nullptr ||
            qobject_cast<const QTextEdit*>(widget) != nullptr;  // a text to read and select from
 }

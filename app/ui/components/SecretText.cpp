@@ -16,17 +16,19 @@
 namespace {
 
 constexpr int fontSize = 13;
-constexpr int lineHeight = 18;
-constexpr double dotRadius = 2.1;
+constexpr int usualLines = 2;  // what takes more is written smaller
+constexpr double lineSpacing = 1.35;
+constexpr double widestInColumn = 1.25;
+constexpr double dotRadius = 0.16;  // of the font's size
 constexpr QChar dot(0x2022);
 constexpr QChar none(0x2014);
 
-QFont face() {
-    return BrandFont::mono(fontSize);
+int lineHeight(const QFont& font) {
+    return qRound(lineSpacing * font.pixelSize());
 }
 
-double columnWidth() {
-    return std::ceil(QFontMetricsF(face()).horizontalAdvance(QLatin1Char('0')));
+double columnWidth(const QFont& font) {
+    return std::ceil(QFontMetricsF(font).horizontalAdvance(QLatin1Char('0')));
 }
 
 QString textOf(std::string_view character) {
@@ -75,45 +77,66 @@ QAccessibleInterface* accessibleFor(const QString&, QObject* object) {
 }  // namespace
 
 SecretText::SecretText(SecureString secret, Dots dots, const QString& field, QWidget* parent)
-    : QWidget(parent), m_secret(std::move(secret)) {
+    : QWidget(parent), m_dots(dots), m_usualSize(fontSize), m_longSize(fontSize) {
     [[maybe_unused]] static const bool isTaught = (QAccessible::installFactory(accessibleFor), true);
-    auto text = m_secret.value();
-    const WipedAtEnd textEnd(text);
-    m_dotCount = std::clamp(Text::characterCount(text), dots.fewest, dots.most);
     setAccessibleDescription(field);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
+    setSecret(std::move(secret));
+}
+
+void SecretText::setSecret(SecureString secret) {
+    m_secret = std::move(secret);
+    auto text = m_secret.value();
+    const WipedAtEnd textEnd(text);
+    m_dotCount = std::clamp(Text::characterCount(text), m_dots.fewest, m_dots.most);
+    showAnew();
+}
+
+void SecretText::setFontSizes(int usual, int whenLong) {
+    m_usualSize = usual;
+    m_longSize = whenLong;
+    showAnew();
 }
 
 void SecretText::setRevealed(bool isRevealed) {
     if (m_isRevealed == isRevealed)
         return;
     m_isRevealed = isRevealed;
+    showAnew();
+}
+
+void SecretText::showAnew() {
     updateGeometry();
     update();
     QAccessibleEvent changed(this, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&changed);
 }
 
+/// An empty secret that shows dots all the same says that it is empty once it is revealed.
 QString SecretText::shownText() const {
     if (!m_isRevealed)
         return QString(static_cast<qsizetype>(m_dotCount), dot);
     auto text = m_secret.value();
     const WipedAtEnd textEnd(text);
-    return text.empty() ? QString(none) : textOf(text);
+    return text.empty() && m_dots.fewest > 0 ? QString(none) : textOf(text);
 }
 
 /// A secret has no words: a line ends where it is full, and goes from left to right whatever the language.
-std::vector<SecretText::Cell> SecretText::cells(const std::vector<std::string_view>& characters, int width) const {
-    const QFontMetricsF metrics(face());
-    const double column = columnWidth();
+std::vector<SecretText::Cell> SecretText::cells(const std::vector<std::string_view>& characters, const QFont& font,
+                                                int width) const {
+    const QFontMetricsF metrics(font);
+    const double column = columnWidth(font);
     const int columnsInLine = std::max(2, static_cast<int>(width / column));
     std::vector<Cell> cells;
-    cells.reserve(characters.size());
+    const auto count = m_isRevealed ? characters.size() : m_dotCount;
+    cells.reserve(count);
     Cell next{.line = 0, .column = 0, .columns = 1};
-    for (const auto character : characters) {
-        next.columns = metrics.horizontalAdvance(glyphOf(character).text) > 1.25 * column ? 2 : 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        const bool isWide =
+            m_isRevealed && metrics.horizontalAdvance(glyphOf(characters[i]).text) > widestInColumn * column;
+        next.columns = isWide ? 2 : 1;
         if (next.column + next.columns > columnsInLine)
             next = {.line = next.line + 1, .column = 0, .columns = next.columns};
         cells.push_back(next);
@@ -122,24 +145,44 @@ std::vector<SecretText::Cell> SecretText::cells(const std::vector<std::string_vi
     return cells;
 }
 
-int SecretText::heightForWidth(int width) const {
-    if (!m_isRevealed) {
-        const int dotsInLine = std::max(1, static_cast<int>(width / columnWidth()));
-        return lineHeight * ((static_cast<int>(m_dotCount) + dotsInLine - 1) / dotsInLine);
-    }
+SecretText::Grid SecretText::grid(const std::vector<std::string_view>& characters, int width) const {
+    const QFont usual = BrandFont::mono(m_usualSize);
+    auto placed = cells(characters, usual, width);
+    if (placed.empty() || placed.back().line < usualLines)
+        return {.font = usual, .cells = std::move(placed)};
+    const QFont small = BrandFont::mono(m_longSize);
+    return {.font = small, .cells = cells(characters, small, width)};
+}
+
+SecretText::Grid SecretText::grid(int width) const {
     auto text = m_secret.value();
     const WipedAtEnd textEnd(text);
-    const auto placed = cells(Text::characters(text), width);
-    return placed.empty() ? lineHeight : lineHeight * (placed.back().line + 1);
+    return grid(Text::characters(text), width);
+}
+
+int SecretText::Grid::height() const {
+    return lineHeight(font) * (cells.empty() ? 1 : cells.back().line + 1);
+}
+
+QRectF SecretText::Grid::box(const Cell& cell, int widgetHeight) const {
+    const double column = columnWidth(font);
+    const int line = lineHeight(font);
+    const int top = (widgetHeight - height()) / 2;
+    return {cell.column * column, double(top + cell.line * line), cell.columns * column, double(line)};
+}
+
+int SecretText::heightForWidth(int width) const {
+    return grid(width).height();
 }
 
 QSize SecretText::sizeHint() const {
-    const int usual = static_cast<int>(columnWidth() * 24);
+    const int usual = static_cast<int>(columnWidth(BrandFont::mono(m_usualSize)) * 24);
     return {usual, heightForWidth(usual)};
 }
 
 QSize SecretText::minimumSizeHint() const {
-    return {static_cast<int>(2 * columnWidth()), lineHeight};
+    const QFont font = BrandFont::mono(m_usualSize);
+    return {static_cast<int>(2 * columnWidth(font)), lineHeight(font)};
 }
 
 void SecretText::paintEvent(QPaintEvent* event) {
@@ -154,28 +197,25 @@ void SecretText::paintDots(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Palette::text);
-    const double column = columnWidth();
-    const int dotsInLine = std::max(1, static_cast<int>(width() / column));
-    for (int i = 0; i < static_cast<int>(m_dotCount); ++i)
-        painter.drawEllipse(QPointF((i % dotsInLine + 0.5) * column, (i / dotsInLine + 0.5) * lineHeight), dotRadius,
-                            dotRadius);
+    const auto dots = grid({}, width());
+    const double radius = dotRadius * dots.font.pixelSize();
+    for (const auto& cell : dots.cells)
+        painter.drawEllipse(dots.box(cell, height()).center(), radius, radius);
 }
 
 void SecretText::paintCharacters(QPainter& painter, const QRect& area) const {
-    painter.setFont(face());
-    if (m_secret.isEmpty()) {
-        painter.setPen(Palette::textMuted);
-        painter.drawText(QRect(0, 0, width(), lineHeight), Qt::AlignVCenter | Qt::AlignLeft, none);
-        return;
-    }
     auto text = m_secret.value();
     const WipedAtEnd textEnd(text);
     const auto characters = Text::characters(text);
-    const auto placed = cells(characters, width());
-    const double column = columnWidth();
-    for (std::size_t i = 0; i < placed.size(); ++i) {
-        const auto& cell = placed[i];
-        const QRectF box(cell.column * column, cell.line * lineHeight, cell.columns * column, lineHeight);
+    const auto placed = grid(characters, width());
+    painter.setFont(placed.font);
+    if (text.empty()) {
+        painter.setPen(Palette::textMuted);
+        painter.drawText(rect(), Qt::AlignVCenter | Qt::AlignLeft, shownText());
+        return;
+    }
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        const QRectF box = placed.box(placed.cells[i], height());
         if (!box.intersects(area))
             continue;
         const auto glyph = glyphOf(characters[i]);

@@ -3,6 +3,7 @@
 
 #include "core/model/SecureString.h"
 
+#include <QFont>
 #include <QWidget>
 
 #include <vector>
@@ -23,6 +24,11 @@ public:
     /// `field` is the accessible description; the name is what shows.
     SecretText(SecureString secret, Dots dots, const QString& field, QWidget* parent = nullptr);
 
+    /// Shows another secret in its place.
+    void setSecret(SecureString secret);
+    /// The usual size of the characters, and the one of a secret that takes more than two lines at the usual size.
+    void setFontSizes(int usual, int whenLong);
+
     [[nodiscard]] bool isRevealed() const noexcept { return m_isRevealed; }
     void setRevealed(bool isRevealed);
 
@@ -35,20 +41,37 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    /// Where a character stands among equally wide columns. A wide one takes two of them.
+    /// Where a character or a dot stands among equally wide columns. A wide one takes two of them.
     struct Cell {
         int line;
         int column;
         int columns;
     };
-    [[nodiscard]] std::vector<Cell> cells(const std::vector<std::string_view>& characters, int width) const;
+    /// All that shows, at one size of the font.
+    struct Grid {
+        QFont font;
+        std::vector<Cell> cells;
+        [[nodiscard]] int height() const;
+        /// A cell's place in a widget of that height, in whose middle the lines stand.
+        [[nodiscard]] QRectF box(const Cell& cell, int widgetHeight) const;
+    };
+
+    [[nodiscard]] Grid grid(int width) const;
+    [[nodiscard]] const SecureString& secret() const noexcept { return m_secret; }
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] Grid grid(const std::vector<std::string_view>& characters, int width) const;
+    [[nodiscard]] std::vector<Cell> cells(const std::vector<std::string_view>& characters, const QFont& font,
+                                          int width) const;
+    void showAnew();
     void paintDots(QPainter& painter) const;
     void paintCharacters(QPainter& painter, const QRect& area) const;
 
     SecureString m_secret;
-    std::size_t m_dotCount;
+    Dots m_dots;
+    std::size_t m_dotCount = 0;
     bool m_isRevealed = false;
+    int m_usualSize;
+    int m_longSize;
 };
