@@ -76,7 +76,7 @@ CustomFieldRow::Value CustomFieldRow::value() const {
 void CustomFieldRow::showProtection() {
     m_protection->setSymbol(m_isProtected ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"));
     m_protection->setTip(m_isProtected ? tr("Korumalı") : tr("Düz metin"));
-    m_protection->setTint(m_isProtected ? Palette::accent : Palette::textSoft);
+    m_protection->setTint(m_isProtected ? Palette::text : Palette::textSoft);
     m_value->setMasking(m_isProtected);
 }
 

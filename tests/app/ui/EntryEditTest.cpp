@@ -502,6 +502,31 @@ TEST_F(EntryEditTest, anIconIsChosenFromTheGridWithTheArrowKeys) {
     EXPECT_EQ(bank().iconID, 1);
 }
 
+TEST_F(EntryEditTest, everyIconHasAButtonAndANameOfItsOwn) {
+    open(Route::editEntry(bank().id));
+    click("Simge seç");
+    const auto* const grid = QApplication::focusWidget()->parentWidget();
+    QStringList names;
+    for (const auto* const choice : grid->findChildren<QAbstractButton*>()) {
+        EXPECT_EQ(choice->size(), QSize(32, 32));
+        EXPECT_EQ(choice->toolTip(), choice->accessibleName());
+        names.append(choice->accessibleName());
+    }
+    EXPECT_EQ(names.size(), 37) << "the key, and those of the table";
+    EXPECT_FALSE(names.contains(QString()));
+    EXPECT_EQ(names.removeDuplicates(), 0);
+    EXPECT_EQ(grid->width(), 6 * 32 + 5 * 8);
+}
+
+TEST_F(EntryEditTest, theIconGridGoesWithTheVault) {
+    open(Route::editEntry(bank().id));
+    click("Simge seç");
+    state->lock();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(has("Dünya"));
+    EXPECT_EQ(focusName(), "Ana parola");
+}
+
 TEST_F(EntryEditTest, theIconGridOpensAtTheCurrentIconAndClosesWithEscape) {
     auto entry = fullEntry();
     entry.iconID = 68;
