@@ -118,6 +118,7 @@ QWidget* EntryEditView::makeBasicsCard() {
     auto* const expiry = new AdaptiveRow(narrowestPair);
     expiry->add(m_expires);
     expiry->add(m_expiryDate, 0);
+    expiry->setMinimumHeight(Metric::controlHeight);  // with and without the date, so that nothing below it moves
 
     card->content()->addLayout(heading);
     card->content()->addWidget(account);
@@ -187,6 +188,7 @@ void EntryEditView::load() {
     auto password = entry.password.value();
     const WipedAtEnd passwordEnd(password);
     m_password->setSecret(qtText(password));
+    m_password->setCursorPosition(0);
     m_tags->setText(joined(entry.tags));
     m_tags->setCursorPosition(0);
     m_expires->setChecked(entry.expires);
