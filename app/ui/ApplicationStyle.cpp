@@ -75,6 +75,7 @@ QFileDialog QAbstractItemView { background: @surface; border: 1px solid @line; b
 QFileDialog QAbstractItemView::item { padding: 4px; }
 QFileDialog QAbstractItemView::item:hover { background: @hover; }
 QFileDialog QAbstractItemView::item:selected { background: @selection; color: @text; }
+QFileDialog QHeaderView { background: transparent; border: none; }
 QFileDialog QHeaderView::section { background: @surface; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 4px 8px; }
 QFileDialog QToolButton { background: transparent; border: none; border-radius: @smallRadius; padding: 4px; }
 QFileDialog QToolButton:hover, QFileDialog QToolButton:focus { background: @hover; }

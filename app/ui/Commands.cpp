@@ -222,7 +222,7 @@ bool Commands::losesNoForm() const {
 }
 
 void Commands::createDatabase() {
-    const auto file = FilePanels::newDatabaseDestination(&m_window);
+    const auto file = FilePanels::newDatabaseDestination(&m_window, m_state.databaseURL());
     if (!file)
         return;
     emit sessionWillEnd();
@@ -232,7 +232,7 @@ void Commands::createDatabase() {
 }
 
 void Commands::openDatabase() {
-    const auto file = FilePanels::chooseDatabase(&m_window);
+    const auto file = FilePanels::chooseDatabase(&m_window, m_state.databaseURL());
     if (!file)
         return;
     emit sessionWillEnd();
@@ -246,8 +246,8 @@ void Commands::save() {
 
 void Commands::saveAs() {
     const auto& url = m_state.databaseURL();
-    const auto file =
-        FilePanels::saveAsDestination(&m_window, url ? qtPath(url->filename()) : QStringLiteral("Kasam.kdbx"));
+    const auto suggested = url ? qtPath(url->filename()) : QStringLiteral("Kasam.kdbx");
+    const auto file = FilePanels::saveAsDestination(&m_window, suggested, url);
     if (!file)
         return;
     const Waiting waiting;

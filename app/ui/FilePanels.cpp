@@ -7,7 +7,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace {
 
@@ -15,14 +17,35 @@ QString tr(const char* text) {
     return QCoreApplication::translate("FilePanels", text);
 }
 
+QString lastFolder;  // in which a panel of this run was answered
+
 QString vaultFilter() {
     return tr("Parola kasaları (*.kdbx *.KDBX)") + QStringLiteral(";;") + tr("Tüm dosyalar (*)");
 }
 
-/// Where the user looks first: where he was last, else among his documents.
-QString startFolder() {
-    const auto documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return QDir(documents).exists() ? documents : QDir::homePath();
+QString documents() {
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(folder).exists() ? folder : QDir::homePath();
+}
+
+/// Where the user looks first.
+QString startFolder(const FilePanels::File& vault) {
+    if (!lastFolder.isEmpty() && QDir(lastFolder).exists())
+        return lastFolder;
+    const auto beside = vault ? qtPath(vault->parent_path()) : QString();
+    return !beside.isEmpty() && QDir(beside).exists() ? beside : documents();
+}
+
+/// The folders beside the files: those that a home usually has, as far as this one has them.
+QList<QUrl> places() {
+    QList<QUrl> places{QUrl::fromLocalFile(QDir::homePath())};
+    for (const auto place :
+         {QStandardPaths::DocumentsLocation, QStandardPaths::DesktopLocation, QStandardPaths::DownloadLocation}) {
+        const auto folder = QUrl::fromLocalFile(QStandardPaths::writableLocation(place));
+        if (QDir(folder.toLocalFile()).exists() && !places.contains(folder))
+            places += folder;
+    }
+    return places += QUrl(QStringLiteral("file:"));  // the computer itself
 }
 
 struct Panel {
@@ -32,12 +55,20 @@ struct Panel {
     QString name;  // empty for a panel that opens
 };
 
-std::optional<std::filesystem::path> ask(QWidget* parent, const Panel& panel) {
-    QFileDialog dialog(parent, panel.title, startFolder(), panel.filter);
+bool mayReplace(QWidget* parent, const std::filesystem::path& file) {
+    return QMessageBox::warning(
+               parent, tr("Yeni Veritabanı"),
+               tr("“%1” zaten var. Yerine yenisi konsun mu?").arg(qtPath(file.filename()).toHtmlEscaped()),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+FilePanels::File ask(QWidget* parent, const Panel& panel, const FilePanels::File& vault) {
+    QFileDialog dialog(parent, panel.title, startFolder(vault), panel.filter);
     const bool isSaving = !panel.name.isEmpty();
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(isSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(isSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setSidebarUrls(places());
     if (isSaving)
         dialog.selectFile(panel.name);
     if (!panel.prompt.isEmpty())
@@ -45,29 +76,39 @@ std::optional<std::filesystem::path> ask(QWidget* parent, const Panel& panel) {
     FilePanelLook::apply(dialog);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
-    return pathOf(dialog.selectedFiles().constFirst());
+    const auto chosen = dialog.selectedFiles().constFirst();
+    lastFolder = QFileInfo(chosen).absolutePath();
+    return pathOf(chosen);
 }
 
 }  // namespace
 
-std::optional<std::filesystem::path> FilePanels::chooseDatabase(QWidget* parent) {
-    return ask(parent, {.title = tr("Veritabanı Aç"), .prompt = tr("Aç"), .filter = vaultFilter(), .name = {}});
+FilePanels::File FilePanels::chooseDatabase(QWidget* parent, const File& vault) {
+    return ask(parent, {.title = tr("Veritabanı Aç"), .prompt = tr("Aç"), .filter = vaultFilter(), .name = {}}, vault);
 }
 
-std::optional<std::filesystem::path> FilePanels::chooseKeyFile(QWidget* parent) {
-    return ask(parent, {.title = tr("Anahtar Dosyası Seç"), .prompt = tr("Seç"), .filter = {}, .name = {}});
+FilePanels::File FilePanels::chooseKeyFile(QWidget* parent, const File& vault) {
+    return ask(parent, {.title = tr("Anahtar Dosyası Seç"), .prompt = tr("Seç"), .filter = {}, .name = {}}, vault);
 }
 
-std::optional<std::filesystem::path> FilePanels::newDatabaseDestination(QWidget* parent) {
-    auto file = ask(parent, {.title = tr("Yeni Veritabanı"),
-                             .prompt = tr("Oluştur"),
-                             .filter = vaultFilter(),
-                             .name = QStringLiteral("Kasam.kdbx")});
-    return file ? std::optional(withVaultExtension(std::move(*file))) : std::nullopt;
+FilePanels::File FilePanels::newDatabaseDestination(QWidget* parent, const File& vault) {
+    const auto file = ask(parent,
+                          {.title = tr("Yeni Veritabanı"),
+                           .prompt = tr("Oluştur"),
+                           .filter = vaultFilter(),
+                           .name = QStringLiteral("Kasam.kdbx")},
+                          vault);
+    if (!file)
+        return std::nullopt;
+    const auto vaultFile = withVaultExtension(*file);
+    // The panel has asked about the name that was typed, not about the one that it becomes.
+    if (vaultFile != *file && QFileInfo::exists(qtPath(vaultFile)) && !mayReplace(parent, vaultFile))
+        return std::nullopt;
+    return vaultFile;
 }
 
-std::optional<std::filesystem::path> FilePanels::saveAsDestination(QWidget* parent, const QString& suggested) {
-    return ask(parent, {.title = tr("Farklı Kaydet"), .prompt = {}, .filter = vaultFilter(), .name = suggested});
+FilePanels::File FilePanels::saveAsDestination(QWidget* parent, const QString& suggested, const File& vault) {
+    return ask(parent, {.title = tr("Farklı Kaydet"), .prompt = {}, .filter = vaultFilter(), .name = suggested}, vault);
 }
 
 std::filesystem::path FilePanels::withVaultExtension(std::filesystem::path file) {

@@ -9,13 +9,17 @@
 class QWidget;
 
 /// The panels in which the user chooses a file. Each blocks until it is answered; nothing when it is cancelled.
+/// A panel opens where the user has chosen a file last, before that beside the vault in use, else among his documents.
 namespace FilePanels {
 
-[[nodiscard]] std::optional<std::filesystem::path> chooseDatabase(QWidget* parent);
-[[nodiscard]] std::optional<std::filesystem::path> chooseKeyFile(QWidget* parent);
+using File = std::optional<std::filesystem::path>;
+
+[[nodiscard]] File chooseDatabase(QWidget* parent, const File& vault);
+[[nodiscard]] File chooseKeyFile(QWidget* parent, const File& vault);
 /// A name without the vaults' extension, in whatever case, gets it.
-[[nodiscard]] std::optional<std::filesystem::path> newDatabaseDestination(QWidget* parent);
-[[nodiscard]] std::optional<std::filesystem::path> saveAsDestination(QWidget* parent, const QString& suggested);
+[[nodiscard]] File newDatabaseDestination(QWidget* parent, const File& vault);
+/// The name is taken as it is.
+[[nodiscard]] File saveAsDestination(QWidget* parent, const QString& suggested, const File& vault);
 
 /// With ".kdbx" behind it unless it has that extension.
 [[nodiscard]] std::filesystem::path withVaultExtension(std::filesystem::path file);

@@ -179,6 +179,8 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
             return 600;
         case SH_Widget_Animation_Duration:
             return Motion::milliseconds();
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
         case SH_ComboBox_Popup:
             return 0;  // a list below the box
         case SH_UnderlineShortcut:
@@ -188,10 +190,24 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
     }
 }
 
+QIcon Style::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    switch (icon) {
+        case SP_MessageBoxWarning:
+        case SP_MessageBoxQuestion:
+            return Symbol::icon(QStringLiteral("exclamationmark.triangle.fill"), Palette::warn);
+        case SP_MessageBoxCritical:
+            return Symbol::icon(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger);
+        default:
+            return QProxyStyle::standardIcon(icon, option, widget);
+    }
+}
+
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
     switch (metric) {
         case PM_TextCursorWidth:
             return 2;
+        case PM_MessageBoxIconSize:
+            return Metric::xl;
         case PM_MenuPanelWidth:
             return 0;
         case PM_MenuHMargin:

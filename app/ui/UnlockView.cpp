@@ -21,6 +21,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 
 #include <fstream>
 #include <iterator>
@@ -99,6 +100,7 @@ UnlockView::UnlockView(AppState& state, QWidget* parent)
       m_password(new SecretField(tr("Ana parola"))),
       m_confirmation(new SecretField(tr("Parolayı doğrula"))),
       m_strength(new StrengthMeter),
+      m_mismatch(new TextLabel(tr("Parolalar eşleşmiyor."), BrandFont::label(), Palette::danger)),
       m_chooseKeyFile(new Button(tr("Dosya seç…"))),
       m_keyFileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::success)),
       m_banner(new ShakingBanner),
@@ -160,14 +162,23 @@ QWidget* UnlockView::makeForm() {
     auto* const column = bareColumn(form, formSpacing);
     column->addWidget(makePathCard());
     column->addWidget(new FormField(tr("Ana parola"), m_password));
-    m_confirmationField = new FormField(tr("Parolayı doğrula"), m_confirmation);
-    column->addWidget(m_confirmationField);
-    column->addWidget(m_strength);
+    column->addWidget(makeConfirmation());
     m_keyFileField = new FormField(tr("Anahtar dosyası"), makeKeyFileField());
     column->addWidget(m_keyFileField);
     column->addWidget(m_banner);
     column->addWidget(makeActionRow());
     return form;
+}
+
+QWidget* UnlockView::makeConfirmation() {
+    m_mismatch->hide();
+    m_strength->hide();
+    m_confirmationBlock = new QWidget;
+    auto* const column = bareColumn(m_confirmationBlock, 10);
+    column->addWidget(new FormField(tr("Parolayı doğrula"), m_confirmation));
+    column->addWidget(m_strength);
+    column->addWidget(m_mismatch);
+    return m_confirmationBlock;
 }
 
 QWidget* UnlockView::makePathCard() {
@@ -193,7 +204,7 @@ QWidget* UnlockView::makePathCard() {
 QWidget* UnlockView::makeKeyFileField() {
     m_chosenKeyFile = new QWidget;
     auto* const chosen = bareRow(m_chosenKeyFile, Metric::s);
-    auto* const symbol = new IconButton(QStringLiteral("key.fill"), {});
+    auto* const symbol = new IconButton(QStringLiteral("key.horizontal"), {});
     symbol->setTint(Palette::success);
     symbol->setSides(14, 14);
     symbol->setFocusPolicy(Qt::NoFocus);
@@ -308,7 +319,7 @@ void UnlockView::showMode() {
     m_subtitle->setText(m_isCreating ? tr("Ana parolanı belirle, kasayı mühürleyelim.")
                                      : tr("Parolaların yerel, şifreli ve sende."));
     m_password->setPlaceholderText(m_isCreating ? tr("Güçlü bir parola seç") : tr("Ana parolan"));
-    m_confirmationField->setVisible(m_isCreating);
+    m_confirmationBlock->setVisible(m_isCreating);
     m_submit->setText(m_isCreating ? tr("Kasayı oluştur") : tr("Kilidi aç"));
     m_submit->setSymbol(m_isCreating ? QStringLiteral("lock.fill") : QStringLiteral("lock.open.fill"));
     showSubmit();
@@ -323,7 +334,7 @@ void UnlockView::showKeyFile() {
 
 void UnlockView::showSubmit() {
     const bool differs = !m_confirmation->text().isEmpty() && m_confirmation->text() != m_password->text();
-    m_confirmationField->setError(differs ? tr("Parolalar eşleşmiyor.") : QString());
+    m_mismatch->setVisible(differs);
     m_strength->setVisible(m_isCreating && !m_password->text().isEmpty());
     m_strength->showStrengthOf(m_isCreating ? m_password->text() : QString());
     m_submit->setEnabled(canSubmit());
@@ -383,12 +394,12 @@ void UnlockView::submit() {
 }
 
 void UnlockView::chooseDatabase() {
-    if (const auto file = FilePanels::chooseDatabase(this))
+    if (const auto file = FilePanels::chooseDatabase(this, m_state.databaseURL()))
         m_state.prepare(*file);
 }
 
 void UnlockView::chooseNewDatabase() {
-    const auto file = FilePanels::newDatabaseDestination(this);
+    const auto file = FilePanels::newDatabaseDestination(this, m_state.databaseURL());
     if (!file)
         return;
     m_state.prepare(*file);
@@ -397,7 +408,7 @@ void UnlockView::chooseNewDatabase() {
 }
 
 void UnlockView::chooseKeyFile() {
-    setKeyFile(FilePanels::chooseKeyFile(this));
+    setKeyFile(FilePanels::chooseKeyFile(this, m_state.databaseURL()));
 }
 
 void UnlockView::setKeyFile(std::optional<std::filesystem::path> file) {
@@ -408,6 +419,14 @@ void UnlockView::setKeyFile(std::optional<std::filesystem::path> file) {
 
 int UnlockView::cardHeight() const {
     return m_card->layout()->totalHeightForWidth(cardWidth);
+}
+
+/// Return is the way on, from wherever on the card; a button is pressed with the space bar.
+void UnlockView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        submit();
+    else
+        QScrollArea::keyPressEvent(event);
 }
 
 bool UnlockView::eventFilter(QObject* watched, QEvent* event) {

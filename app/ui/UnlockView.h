@@ -34,6 +34,7 @@ signals:
     void cardHeightChanged(int height);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -42,6 +43,7 @@ private:
     [[nodiscard]] QWidget* makeHeader();
     [[nodiscard]] QWidget* makeForm();
     [[nodiscard]] QWidget* makePathCard();
+    [[nodiscard]] QWidget* makeConfirmation();
     [[nodiscard]] QWidget* makeKeyFileField();
     [[nodiscard]] QWidget* makeActionRow();
     [[nodiscard]] QWidget* makeChooser();
@@ -77,8 +79,9 @@ private:
     TextLabel* m_folder;
     SecretField* m_password;
     SecretField* m_confirmation;
-    FormField* m_confirmationField = nullptr;
+    QWidget* m_confirmationBlock = nullptr;
     StrengthMeter* m_strength;
+    TextLabel* m_mismatch;
     Button* m_chooseKeyFile;
     QWidget* m_chosenKeyFile = nullptr;
     TextLabel* m_keyFileName;

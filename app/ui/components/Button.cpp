@@ -99,6 +99,8 @@ void Button::paintEvent(QPaintEvent*) {
                       QStringLiteral("checkmark"), Palette::success);
         return;
     }
+    if (m_variant == Variant::primary)
+        painter.setOpacity(1);  // dark text that faded as well could not be read on the faded ground
     painter.setFont(textFont());
     const QFontMetrics metrics(textFont());
     const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/UnlockView.h"
 
+#include "app/ui/components/StrengthMeter.h"
 #include "tests/app/state/StateFakes.h"
 #include "tests/app/ui/WindowProbe.h"
 #include "tests/platform/TemporaryFolder.h"
@@ -226,6 +227,94 @@ TEST_F(UnlockViewTest, theCardGrowsWithWhatItShows) {
     state->setLastError("bir hata");
     QCoreApplication::processEvents();
     EXPECT_GT(view.cardHeight(), before);
+}
+
+TEST_F(UnlockViewTest, returnIsTheWayOnFromWhereverOnTheCard) {
+    state->prepare(existing);
+    chooseKeyFile();
+    QTest::keyClick(button(view, "Kaldır"), Qt::Key_Return);
+    EXPECT_FALSE(state->lastError().value_or("").empty()) << "the key file alone was tried";
+    EXPECT_TRUE(shows(view, "kasam.keyx"));
+}
+
+TEST_F(UnlockViewTest, returnWithNothingToSubmitDoesNothing) {
+    state->prepare(existing);
+    QTest::keyClick(field(view, "Ana parola"), Qt::Key_Return);
+    EXPECT_FALSE(state->lastError());
+}
+
+TEST_F(UnlockViewTest, theSameFailureAgainIsNoNews) {
+    state->prepare(existing);
+    for (const auto* password : {"yanlış", "yine yanlış"}) {
+        type(view, "Ana parola", password);
+        click(view, "Kilidi aç");
+    }
+    EXPECT_EQ(field(view, "Ana parola")->text(), "yine yanlış");
+
+    click(view, "Kapat");
+    click(view, "Kilidi aç");
+    EXPECT_EQ(field(view, "Ana parola")->text(), "") << "a dismissed failure that comes back is news";
+}
+
+TEST_F(UnlockViewTest, theStrengthShowsBetweenTheFieldAndTheMismatch) {
+    state->prepare(missing);
+    EXPECT_EQ(find<StrengthMeter>(view, "Parola gücü"), nullptr);
+    type(view, "Ana parola", "uzun parola");
+    EXPECT_TRUE(shows(view, "11 karakter"));
+    EXPECT_FALSE(shows(view, "Parolalar eşleşmiyor.")) << "nothing repeated yet";
+    type(view, "Parolayı doğrula", "kısa");
+    const auto yOf = [this](QWidget* widget) { return widget->mapTo(&view, QPoint()).y(); };
+    EXPECT_LT(yOf(field(view, "Parolayı doğrula")), yOf(find<QLabel>(view, "11 karakter")));
+    EXPECT_LT(yOf(find<QLabel>(view, "11 karakter")), yOf(find<QLabel>(view, "Parolalar eşleşmiyor.")));
+}
+
+TEST_F(UnlockViewTest, theStrengthIsForANewVaultAlone) {
+    state->prepare(existing);
+    type(view, "Ana parola", "uzun parola");
+    EXPECT_FALSE(shows(view, "11 karakter"));
+}
+
+TEST_F(UnlockViewTest, anotherChoiceOfKeyFileThatIsLeftTakesItAway) {
+    state->prepare(existing);
+    chooseKeyFile();
+    click(view, "Kaldır");
+    answerPanel(std::nullopt);
+    click(view, "Dosya seç…");
+    EXPECT_TRUE(shows(view, "İsteğe bağlı — ikinci bir faktör."));
+}
+
+TEST_F(UnlockViewTest, aKeyFileThatCannotBeReadIsNoneForANewVault) {
+    state->prepare(missing);
+    chooseKeyFile();
+    std::filesystem::remove(folder / "kasam.keyx");
+    type(view, "Ana parola", "uzun parola");
+    type(view, "Parolayı doğrula", "uzun parola");
+    click(view, "Kasayı oluştur");
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_FALSE(codec.lastKey->keyFileData);
+    EXPECT_FALSE(state->lastError());
+}
+
+TEST_F(UnlockViewTest, afterALockTheFormStartsOver) {
+    state->prepare(existing);
+    click(*field(view, "Ana parola"), "Göster");
+    chooseKeyFile();
+    view.startOver();
+    EXPECT_EQ(field(view, "Ana parola")->echoMode(), QLineEdit::Password);
+    EXPECT_TRUE(shows(view, "İsteğe bağlı — ikinci bir faktör."));
+    EXPECT_EQ(view.focusWidget(), field(view, "Ana parola"));
+}
+
+TEST_F(UnlockViewTest, theFootIsTheSameForEveryVault) {
+    for (const auto* word : {"KDBX 4.x", "Argon2id", "Yerel"})
+        EXPECT_NE(find<QWidget>(view, word), nullptr) << word;
+}
+
+TEST_F(UnlockViewTest, theButtonsTellWhatTheyDo) {
+    state->prepare(existing);
+    for (const auto* tip : {"Başka bir veritabanı aç", "Yeni veritabanı oluştur"})
+        EXPECT_EQ(button(view, tip)->toolTip(), tip);
+    EXPECT_NE(button(view, "Değiştir"), nullptr);
 }
 
 }  // namespace
