@@ -12,6 +12,19 @@
 
 namespace {
 
+/// Null where the window is not on an X display itself: keys would go to other windows than those that the user sees.
+std::unique_ptr<XDesktop> xDesktop() {
+    return QGuiApplication::platformName() == QLatin1String("xcb") ? XDesktop::connected() : nullptr;
+}
+
+template <class Services>
+Desktop servicesOf(Services& services) {
+    return {.keyboard = services.keyboard,
+            .layout = services.layout,
+            .applications = services.applications,
+            .hotKeys = services.hotKeys};
+}
+
 /// The user may change his mind while the program runs: it asks again whenever it is turned to.
 void followMotionSetting(QApplication& application) {
     const auto ask = [] { Motion::setReduced(MotionSetting::isReduced()); };
@@ -30,6 +43,8 @@ BrenvikApp::BrenvikApp(QApplication& application)
       m_desktopClipboard(desktopClipboard()),
       m_clipboard(*m_desktopClipboard, m_scheduler),
       m_preferences(m_settings, m_clipboard),
+      m_xDesktop(xDesktop()),
+      m_desktop(m_xDesktop ? servicesOf(*m_xDesktop) : servicesOf(m_noDesktop)),
       m_autoType({.keyboard = m_desktop.keyboard,
                   .layout = m_desktop.layout,
                   .applications = m_desktop.applications,

@@ -7,12 +7,14 @@
 #include "app/ui/MainWindow.h"
 #include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
+#include "core/platform/Desktop.h"
 #include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/SettingsFile.h"
+#include "platform/x11/XDesktop.h"
 
 #include <memory>
 #include <optional>
@@ -37,7 +39,9 @@ private:
     ClipboardService m_clipboard;
     Preferences m_preferences;
     QtWorkspace m_workspace;
-    NoDesktop m_desktop;
+    std::unique_ptr<XDesktop> m_xDesktop;  // null where there is none
+    NoDesktop m_noDesktop;
+    Desktop m_desktop;  // the better one of the two
     AutoTypeService m_autoType;
     AppState m_state;
     GlobalHotKey m_hotKey;

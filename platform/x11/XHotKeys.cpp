@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XHotKeys.h"
 
-#include "core/autotype/KeyCodes.h"
 #include "platform/x11/XAnswer.h"
+#include "platform/x11/XKeycode.h"
 #include "platform/x11/Xkb.h"
 
 #include <algorithm>
@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr std::uint32_t evdevOffset = 8;  // by which X's keycodes are above evdev's
 constexpr int releasePollMilliseconds = 30;
 
 // Otherwise a key that is held looks like one that is pressed again and again.
@@ -61,11 +60,6 @@ std::array<std::uint16_t, 4> withLocks(std::uint16_t state, const ModifierBits& 
 
 }  // namespace
 
-std::unique_ptr<XHotKeys> XHotKeys::connected(HotKeyState& state) {
-    auto connection = XConnection::connected();
-    return connection ? std::unique_ptr<XHotKeys>(new XHotKeys(std::move(connection), state)) : nullptr;
-}
-
 XHotKeys::XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state)
     : m_connection(std::move(connection)), m_state(state), m_bits(ModifierBits::of(m_connection->get())) {
     useKeyboardExtension();
@@ -101,11 +95,10 @@ void XHotKeys::removeHandler() {
 }
 
 bool XHotKeys::registerHotKey(const HotKey& hotKey, Identifier identifier) {
-    const auto evdevCode = KeyCodes::evdevCode(hotKey.keyCode);
-    if (!evdevCode || !hasKey(*evdevCode + evdevOffset))
+    const auto keycode = XKeycode::of(hotKey.keyCode);
+    if (!keycode || !hasKey(*keycode))
         return false;
-    const Combination combination{
-        .identifier = identifier, .hotKey = hotKey, .keycode = static_cast<xcb_keycode_t>(*evdevCode + evdevOffset)};
+    const Combination combination{.identifier = identifier, .hotKey = hotKey, .keycode = *keycode};
     if (!grab(combination))
         return false;
     m_combinations.push_back(combination);
@@ -124,7 +117,7 @@ void XHotKeys::unregisterHotKey(Identifier identifier) {
     tellState();
 }
 
-bool XHotKeys::hasKey(std::uint32_t keycode) const {
+bool XHotKeys::hasKey(xcb_keycode_t keycode) const {
     const auto* const setup = xcb_get_setup(m_connection->get());
     return m_connection->isOpen() && keycode >= setup->min_keycode && keycode <= setup->max_keycode;
 }

@@ -23,9 +23,8 @@
 /// any more, and nothing else happens.
 class XHotKeys final : public HotKeys {
 public:
-    /// Connects to the display of the environment; null where that fails. `state` outlives the hot keys. Needs Qt's
-    /// loop.
-    [[nodiscard]] static std::unique_ptr<XHotKeys> connected(HotKeyState& state);
+    /// `state` outlives the hot keys. Needs Qt's loop.
+    XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state);
     ~XHotKeys() override;
 
     bool installHandler(std::function<void(Identifier)> pressed) override;
@@ -40,10 +39,8 @@ private:
         xcb_keycode_t keycode;
     };
 
-    XHotKeys(std::unique_ptr<XConnection> connection, HotKeyState& state);
-
     void useKeyboardExtension();
-    [[nodiscard]] bool hasKey(std::uint32_t keycode) const;
+    [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
     [[nodiscard]] bool isDown(xcb_keycode_t keycode);
 
     [[nodiscard]] bool grab(const Combination& combination);
