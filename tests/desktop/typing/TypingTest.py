@@ -23,6 +23,7 @@ LAYOUTS = {
     "tr(f)": ["tr", "-variant", "f"],
     "de": ["de"],
     "fr": ["fr"],
+    "tr as second": ["us,tr"],
 }
 
 
@@ -34,10 +35,18 @@ class Typist:
 
     def type(self, job):
         """Seconds."""
-        print(json.dumps(job), file=self._program.stdin, flush=True)
-        answer = json.loads(self._program.stdout.readline())
+        answer = self._perform(job)
         assert answer["failure"] is None, answer
         return answer["seconds"]
+
+    def select(self, layout):
+        subprocess.run(["setxkbmap", *layout], check=True)
+        group = layout[0].count(",")
+        assert self._perform({"group": group}) == {"group": group}
+
+    def _perform(self, job):
+        print(json.dumps(job), file=self._program.stdin, flush=True)
+        return json.loads(self._program.stdout.readline())
 
     def stop(self):
         self._program.stdin.close()
@@ -90,7 +99,7 @@ def type_all(options):
     typist = Typist(options.typing_program)
     is_right = True
     for layout, arguments in LAYOUTS.items():
-        subprocess.run(["setxkbmap", *arguments], check=True)
+        typist.select(arguments)
         source = random.Random(f"{options.seed} {receiver.name} {layout}")
         result = Result()
         for _ in range(options.passwords - 1):
@@ -115,6 +124,7 @@ def main():
     options = parser.parse_args()
     print("seed", options.seed, flush=True)
     display = Display()
+    subprocess.run(["xdotool", "key", "Num_Lock"], check=True)  # as most users have it
     try:
         return 0 if type_all(options) else 1
     finally:

@@ -169,7 +169,7 @@ class LoginForm(Receiver):
 def patiently(read, expected):
     """What `read` gives: at once where it is what is expected, else what it is after a while."""
     try:
-        wait_for(lambda: read() == expected, "what was typed", patience=10)
+        wait_for(lambda: read() == expected, "what was typed", patience=20)
     except AssertionError:
         pass
     return read()
