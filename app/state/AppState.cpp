@@ -29,8 +29,11 @@ void AppState::announce(Signal changed) {
 
 // Two vaults are not compared: their equality looks at identifiers and times alone.
 void AppState::assignDatabase(std::optional<KdbxDatabase> database) {
-    if (!database)
+    if (!database) {
         m_search.forget();
+        m_groupOrder.forget();
+        m_searchOrder.forget();
+    }
     m_database = std::move(database);
     announce(&AppState::databaseChanged);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/EntryOrder.h"
 #include "app/state/EntryReferences.h"
 #include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
@@ -107,6 +108,9 @@ public:
     /// What the list shows, in its order: what the search finds anywhere, else the selected group's own entries.
     /// Made anew at each call; good until the vault changes.
     [[nodiscard]] EntryReferences visibleEntries() const;
+    /// Does a little of what the first letter of a search would have to wait for, some milliseconds long in a large
+    /// vault. Whether there is more to do.
+    bool prepareSearch();
     /// Those of the selected entries that the vault has, in no particular order.
     [[nodiscard]] EntryReferences selectedEntries() const;
     /// The one selected entry; none where there are several.
@@ -270,7 +274,9 @@ private:
     std::optional<std::string> m_undoLabel;
     std::optional<std::string> m_redoLabel;
     std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts
-    mutable EntrySearch m_search;           // what it remembers goes when the vault is locked
+    mutable EntrySearch m_search;           // what it remembers goes when the vault is locked, as the orders do
+    mutable EntryOrder m_groupOrder;        // of the selected group's entries
+    mutable EntryOrder m_searchOrder;       // of all entries
     std::vector<Signal> m_changes;          // to be told at the end of the outermost step
     int m_openSteps = 0;
 };

@@ -12,8 +12,26 @@ bool AppState::isSearching() const {
 EntryReferences AppState::visibleEntries() const {
     if (!m_database)
         return {};
-    return m_sort.apply(isSearching() ? m_search.matching(m_database->root, m_searchText)
-                                      : entriesOf(*selectedGroup()));
+    if (!isSearching()) {
+        const auto& group = *selectedGroup();
+        return m_groupOrder.sorted(group, entriesOf(group), m_sort);
+    }
+    const auto found = m_search.matching(m_database->root, m_searchText);
+    return m_searchOrder.sortedPart(m_database->root, m_search.matching(m_database->root, ""), found, m_sort);
+}
+
+bool AppState::prepareSearch() {
+    constexpr std::size_t someEntries = 4000;
+    if (!m_database)
+        return false;
+    const auto& root = m_database->root;
+    if (!m_search.prepare(root, someEntries))
+        return true;
+    // In a step of its own: the first time it takes as long as many of the others.
+    const auto entries = m_search.matching(root, "");
+    if (m_searchOrder.isFarFrom(entries, m_sort))
+        static_cast<void>(m_searchOrder.sorted(root, entries, m_sort));
+    return false;
 }
 
 EntryReferences AppState::selectedEntries() const {

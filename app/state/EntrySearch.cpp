@@ -8,10 +8,11 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <optional>
+#include <limits>
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -68,12 +69,12 @@ bool matches(const KdbxEntry& entry, std::string_view query) {
     return words.empty() || hasAll(SearchText::lowered(entry), words);
 }
 
-/// What was remembered before the vault changed, found by what it belongs to.
-class EntrySearch::OldTexts {
+/// What was remembered before the vault changed.
+class EntrySearch::OldParts {
 public:
-    explicit OldTexts(std::vector<Part> parts) : m_parts(std::move(parts)) {
+    explicit OldParts(std::vector<Part> parts) : m_parts(std::move(parts)) {
         for (auto& part : m_parts)
-            m_partsByFirst.emplace(part.remembered.front().entry, &part);
+            m_partsByFirst.emplace(&part.entries.front(), &part);
     }
 
     /// The part of these very entries, which is handed out once.
@@ -83,31 +84,22 @@ public:
             return nullptr;
         auto* part = found->second;
         m_partsByFirst.erase(found);
+        m_isTaken.insert(part);
         return part;
     }
 
-    /// The text of an entry that is in one of the parts not taken.
-    std::optional<ByteView> text(const KdbxEntry* entry) {
-        if (m_texts.empty())
-            collectTexts();
-        const auto found = m_texts.find(entry);
-        return found == m_texts.end() ? std::nullopt : std::optional(found->second);
+    /// The parts not taken, one after the other; none after the last. Groups keep their order when one changes.
+    const Part* next() {
+        while (m_next < m_parts.size() && m_isTaken.contains(&m_parts[m_next]))
+            ++m_next;
+        return m_next < m_parts.size() ? &m_parts[m_next++] : nullptr;
     }
 
 private:
-    void collectTexts() {
-        for (const auto& [first, part] : m_partsByFirst) {
-            std::size_t begin = 0;
-            for (const auto& [entry, end] : part->remembered) {
-                m_texts.emplace(entry, ByteView(part->texts).subspan(begin, end - begin));
-                begin = end;
-            }
-        }
-    }
-
     std::vector<Part> m_parts;
     std::unordered_map<const KdbxEntry*, Part*> m_partsByFirst;
-    std::unordered_map<const KdbxEntry*, ByteView> m_texts;
+    std::unordered_set<const Part*> m_isTaken;
+    std::size_t m_next = 0;
 };
 
 EntryReferences EntrySearch::matching(const KdbxGroup& root, std::string_view query) {
@@ -116,20 +108,31 @@ EntryReferences EntrySearch::matching(const KdbxGroup& root, std::string_view qu
     // The longest word is the rarest: it is looked for everywhere, the others where it was found.
     std::ranges::sort(words, std::greater(), &std::string_view::size);
 
-    remember(root);
+    prepare(root, std::numeric_limits<std::size_t>::max());
     EntryReferences found;
     for (const auto& part : m_parts)
         addMatching(found, part, words);
     return found;
 }
 
-void EntrySearch::remember(const KdbxGroup& root) {
+bool EntrySearch::prepare(const KdbxGroup& root, std::size_t most) {
+    follow(root);
+    for (auto& part : m_parts) {
+        most -= extend(part, most);
+        if (part.remembered.size() < part.entries.size())
+            return false;
+    }
+    return true;
+}
+
+/// Makes the parts those of the vault as it is now, with the texts that are known.
+void EntrySearch::follow(const KdbxGroup& root) {
     const auto arrays = entryArraysOf(root);
     if (std::ranges::equal(arrays, m_parts, [](const auto* entries, const Part& part) {
             return part.entries.sharesStorageWith(*entries);
         }))
         return;
-    OldTexts old(std::exchange(m_parts, {}));
+    OldParts old(std::exchange(m_parts, {}));
     std::vector<Part> parts(arrays.size());
     std::vector<std::size_t> changed;
     for (std::size_t i = 0; i < arrays.size(); ++i) {
@@ -138,26 +141,57 @@ void EntrySearch::remember(const KdbxGroup& root) {
         else
             changed.push_back(i);
     }
-    for (const auto i : changed)
-        parts[i] = partOf(*arrays[i], old);
+    for (const auto i : changed) {
+        parts[i].entries = *arrays[i];
+        if (const auto* part = old.next())
+            takeOver(parts[i], *part);
+    }
     m_parts = std::move(parts);
 }
 
-EntrySearch::Part EntrySearch::partOf(const SharedArray<KdbxEntry>& entries, OldTexts& old) {
-    Part part{.entries = entries, .remembered = {}, .texts = {}};
-    std::size_t size = 0;
-    for (const auto& entry : entries)
-        size += SearchText::size(entry);
-    part.texts.reserve(size);
-    part.remembered.reserve(entries.size());
-    for (const auto& entry : entries) {
-        if (const auto text = old.text(&entry))
-            appendTo(part.texts, *text);
-        else
+/// The texts of entries that both have, which mostly stand in the same order. Where too many are new, the rest waits.
+void EntrySearch::takeOver(Part& part, const Part& old) {
+    constexpr std::size_t mostNew = 64;
+    constexpr std::ptrdiff_t mostGone = 64;  // in a row
+    part.texts.reserve(old.texts.size());
+    part.remembered.reserve(part.entries.size());
+    std::size_t newCount = 0;
+    auto known = old.remembered.begin();
+    for (const auto& entry : part.entries) {
+        const auto last = known + std::min(mostGone, old.remembered.end() - known);
+        const auto found = std::find_if(known, last, [&](const auto& text) { return text.entry == &entry; });
+        if (found != last) {
+            const auto begin = found == old.remembered.begin() ? 0 : std::prev(found)->end;
+            appendTo(part.texts, ByteView(old.texts).subspan(begin, found->end - begin));
+            known = std::next(found);
+        } else if (newCount++ < mostNew) {
             SearchText::appendLowered(part.texts, entry);
+        } else {
+            return;
+        }
         part.remembered.push_back({.entry = &entry, .end = part.texts.size()});
     }
-    return part;
+}
+
+/// Adds the texts of the next entries, at most so many. How many it were.
+std::size_t EntrySearch::extend(Part& part, std::size_t most) {
+    const auto first = part.remembered.size();
+    const auto count = std::min(most, part.entries.size() - first);
+    if (count == 0)
+        return 0;
+    if (first == 0) {
+        std::size_t size = 0;
+        for (const auto& entry : part.entries)
+            size += SearchText::size(entry);
+        part.texts.reserve(size);
+        part.remembered.reserve(part.entries.size());
+    }
+    auto next = part.entries.begin() + static_cast<std::ptrdiff_t>(first);
+    for (std::size_t i = 0; i < count; ++i, ++next) {
+        SearchText::appendLowered(part.texts, *next);
+        part.remembered.push_back({.entry = &*next, .end = part.texts.size()});
+    }
+    return count;
 }
 
 void EntrySearch::addMatching(EntryReferences& found, const Part& part, const std::vector<std::string_view>& words) {

@@ -30,6 +30,10 @@ public:
     /// The matching entries of the tree, a group's own before those of its subgroups, in stored order.
     [[nodiscard]] EntryReferences matching(const KdbxGroup& root, std::string_view query);
 
+    /// Lowers the texts of at most so many more entries, so that the first letter need not wait for all of them.
+    /// Whether all are ready now.
+    bool prepare(const KdbxGroup& root, std::size_t most);
+
     /// Wipes the texts and lets go of the entries.
     void forget() noexcept { m_parts.clear(); }
 
@@ -39,18 +43,19 @@ private:
         std::size_t end;  // in the part's texts, behind the space that closes it
     };
 
-    /// The entries of one group and their texts in a row. The entries are held, not only pointed at: nobody changes an
-    /// entry in place that is held here, and no other gets its address.
+    /// The entries of one group and their texts in a row, as far as they are ready. The entries are held, not only
+    /// pointed at: nobody changes an entry in place that is held here, and no other gets its address.
     struct Part {
         SharedArray<KdbxEntry> entries;
         std::vector<RememberedText> remembered;
         Bytes texts;
     };
 
-    class OldTexts;
+    class OldParts;
 
-    void remember(const KdbxGroup& root);
-    static Part partOf(const SharedArray<KdbxEntry>& entries, OldTexts& old);
+    void follow(const KdbxGroup& root);
+    static void takeOver(Part& part, const Part& old);
+    static std::size_t extend(Part& part, std::size_t most);
     static void addMatching(EntryReferences& found, const Part& part, const std::vector<std::string_view>& words);
 
     std::vector<Part> m_parts;  // one a group that has entries, in the order of the search

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -26,42 +27,35 @@ const Names& namesOf(EntrySort::Column column) noexcept {
     return names[static_cast<std::size_t>(column)];
 }
 
-EntryReferences sortedByText(const EntryReferences& entries, std::string KdbxEntry::*field) {
+std::string KdbxEntry::*fieldOf(EntrySort::Column column) noexcept {
+    switch (column) {
+        case EntrySort::Column::username:
+            return &KdbxEntry::username;
+        case EntrySort::Column::url:
+            return &KdbxEntry::url;
+        default:
+            return &KdbxEntry::title;
+    }
+}
+
+std::vector<std::uint32_t> orderByText(const EntryReferences& entries, std::string KdbxEntry::*field) {
     std::vector<std::string_view> texts(entries.size());
     std::ranges::transform(entries, texts.begin(),
                            [field](const KdbxEntry* entry) { return std::string_view(entry->*field); });
-    EntryReferences sorted(entries.size());
-    std::ranges::transform(Collation::ofUser().order(texts), sorted.begin(),
-                           [&](std::uint32_t index) { return entries[index]; });
-    return sorted;
+    return Collation::ofUser().order(texts);
 }
 
 // Times are copied out first: entries lie scattered, and a sort looks at each many times. A time that is no number
 // must have a place too, or the sort would have no order to go by.
-EntryReferences sortedByTime(const EntryReferences& entries) {
-    std::vector<std::pair<double, const KdbxEntry*>> times(entries.size());
-    std::ranges::transform(entries, times.begin(),
-                           [](const KdbxEntry* entry) { return std::pair(entry->modified.seconds, entry); });
+std::vector<std::uint32_t> orderByTime(const EntryReferences& entries) {
+    std::vector<std::pair<double, std::uint32_t>> times;
+    times.reserve(entries.size());
+    for (const auto* entry : entries)
+        times.emplace_back(entry->modified.seconds, static_cast<std::uint32_t>(times.size()));
     std::ranges::stable_sort(times, [](const auto& a, const auto& b) { return std::weak_order(a.first, b.first) < 0; });
-    EntryReferences sorted(entries.size());
-    std::ranges::transform(times, sorted.begin(), [](const auto& timed) { return timed.second; });
-    return sorted;
-}
-
-EntryReferences ascendingBy(EntrySort::Column column, const EntryReferences& entries) {
-    switch (column) {
-        case EntrySort::Column::title:
-            return sortedByText(entries, &KdbxEntry::title);
-        case EntrySort::Column::username:
-            return sortedByText(entries, &KdbxEntry::username);
-        case EntrySort::Column::url:
-            return sortedByText(entries, &KdbxEntry::url);
-        case EntrySort::Column::modified:
-            return sortedByTime(entries);
-        case EntrySort::Column::manual:
-            break;
-    }
-    return entries;
+    std::vector<std::uint32_t> order(entries.size());
+    std::ranges::transform(times, order.begin(), [](const auto& timed) { return timed.second; });
+    return order;
 }
 
 }  // namespace
@@ -82,10 +76,29 @@ std::string_view EntrySort::label(Column column) noexcept {
 EntryReferences EntrySort::apply(EntryReferences entries) const {
     if (column == Column::manual)
         return entries;
-    auto sorted = ascendingBy(column, entries);
+    EntryReferences sorted(entries.size());
+    std::ranges::transform(order(entries), sorted.begin(), [&](std::uint32_t place) { return entries[place]; });
     if (!ascending)
         std::ranges::reverse(sorted);
     return sorted;
+}
+
+std::vector<std::uint32_t> EntrySort::order(const EntryReferences& entries) const {
+    if (column == Column::modified)
+        return orderByTime(entries);
+    if (column != Column::manual)
+        return orderByText(entries, fieldOf(column));
+    std::vector<std::uint32_t> asTheyCome(entries.size());
+    std::iota(asTheyCome.begin(), asTheyCome.end(), 0U);
+    return asTheyCome;
+}
+
+std::weak_ordering EntrySort::compare(Column column, const KdbxEntry& a, const KdbxEntry& b) {
+    if (column == Column::manual)
+        return std::weak_ordering::equivalent;
+    if (column == Column::modified)
+        return std::weak_order(a.modified.seconds, b.modified.seconds);
+    return Collation::ofUser().compare(a.*fieldOf(column), b.*fieldOf(column));
 }
 
 void EntrySort::toggle(Column chosen) noexcept {

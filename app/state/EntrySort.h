@@ -4,9 +4,11 @@
 #include "app/state/EntryReferences.h"
 
 #include <array>
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 /// How the entry list is ordered.
 struct EntrySort {
@@ -31,6 +33,12 @@ struct EntrySort {
     /// The entries in this order, texts by the user's collation. Ties keep their order; descending is the whole
     /// ascending list turned round, ties included. The manual order is the one that the entries come in, either way.
     [[nodiscard]] EntryReferences apply(EntryReferences entries) const;
+
+    /// The places of the entries in ascending order, whichever the direction is.
+    [[nodiscard]] std::vector<std::uint32_t> order(const EntryReferences& entries) const;
+
+    /// Which of two entries comes first in ascending order; in the manual one neither.
+    [[nodiscard]] static std::weak_ordering compare(Column column, const KdbxEntry& a, const KdbxEntry& b);
 
     /// Turns the current column round, or takes another one, ascending.
     void toggle(Column chosen) noexcept;

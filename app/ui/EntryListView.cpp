@@ -26,8 +26,16 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <chrono>
+#include <unordered_set>
 #include <utility>
 #include <vector>
+
+namespace {
+
+constexpr std::chrono::milliseconds preparationPause{10};  // between two steps, so that a key is answered first
+
+}  // namespace
 
 EntryListView::EntryListView(AppState& state, QWidget* parent)
     : QWidget(parent),
@@ -84,6 +92,14 @@ void EntryListView::connectState() {
     connect(&m_state, &AppState::selectedGroupIDChanged, this, &EntryListView::showList);
     connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showList);
     connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
+
+    m_preparing.setSingleShot(true);
+    m_preparing.setInterval(preparationPause);
+    connect(&m_state, &AppState::databaseChanged, &m_preparing, qOverload<>(&QTimer::start));
+    connect(&m_preparing, &QTimer::timeout, this, [this] {
+        if (m_state.prepareSearch())
+            m_preparing.start();
+    });
 }
 
 /// Another list than before: it begins at its top.
@@ -169,8 +185,9 @@ void EntryListView::showSelection() {
 
 QItemSelection EntryListView::rowsOf(const std::set<UUID>& ids) const {
     QItemSelection selection;
-    for (int row = 0; !ids.empty() && row < m_model->rowCount(); ++row) {
-        if (!ids.contains(m_model->entry(row).id))
+    const std::unordered_set<UUID> wanted(ids.begin(), ids.end(), 2 * ids.size());  // a tree is slow to ask often
+    for (int row = 0; !wanted.empty() && row < m_model->rowCount(); ++row) {
+        if (!wanted.contains(m_model->entry(row).id))
             continue;
         const auto index = m_model->index(row);
         if (!selection.isEmpty() && selection.last().bottom() == row - 1)

@@ -3,6 +3,7 @@
 
 #include "core/model/UUID.h"
 
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -64,5 +65,6 @@ private:
     QStackedWidget* m_content;
     RowListView* m_list;
     QWidget* m_empty = nullptr;
+    QTimer m_preparing;        // of the search, while nothing else is asked of us
     bool m_isShowing = false;  // a selection that is shown was not chosen, and one that was chosen is shown already
 };

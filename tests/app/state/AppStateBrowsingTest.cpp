@@ -190,4 +190,21 @@ TEST_F(AppStateBrowsingTest, clearingTheSelectionLeavesTheAnchor) {
     EXPECT_THAT(selected(), UnorderedElementsAre("b", "c"));
 }
 
+TEST_F(AppStateBrowsingTest, aSearchFindsTheSameWhetherItWasPreparedOrNot) {
+    while (state->prepareSearch()) {
+    }
+    EXPECT_FALSE(state->prepareSearch());
+    state->setSearchText("e");
+    EXPECT_THAT(shown(), ElementsAre("e"));
+    state->setSort({.column = EntrySort::Column::title, .ascending = false});
+    state->edit("Adım", [](KdbxDatabase& database) { database.root.entries.mutableAt(0).title = "eski"; });
+    state->prepareSearch();
+    EXPECT_THAT(shown(), ElementsAre("eski", "e"));
+}
+
+TEST_F(AppStateBrowsingTest, thereIsNothingToPrepareWhileLocked) {
+    state->lock();
+    EXPECT_FALSE(state->prepareSearch());
+}
+
 }  // namespace

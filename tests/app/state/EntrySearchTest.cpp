@@ -356,6 +356,37 @@ TEST(EntrySearchTest, findsWhatLookingAtEachEntryFindsWhateverIsChangedBetween) 
     }
 }
 
+TEST(EntrySearchTest, findsTheSameHoweverMuchIsPreparedBefore) {
+    for (unsigned seed = 0; seed < 20; ++seed) {
+        RandomVault maker(seed);
+        auto root = maker.group(2);
+        for (int entry = 0; entry < 300; ++entry)
+            root.entries.append(entryTitled(maker.text(6)));
+        EntrySearch search;
+        for (int step = 0; step < 30; ++step) {
+            search.prepare(root, maker.below(200));
+            if (maker.below(4) == 0) {
+                ASSERT_EQ(search.matching(root, "a"), foundOneByOne(root, "a")) << seed << ' ' << step;
+            }
+            for (auto changes = maker.below(8) == 0 ? 150 : maker.below(3); changes > 0; --changes)
+                maker.change(root);
+        }
+    }
+}
+
+TEST(EntrySearchTest, isPreparedAfterAsManyStepsAsItTakes) {
+    KdbxGroup root;
+    for (int entry = 0; entry < 10; ++entry)
+        root.entries.append(entryTitled("a"));
+    EntrySearch search;
+    EXPECT_FALSE(search.prepare(root, 4));
+    EXPECT_FALSE(search.prepare(root, 4));
+    EXPECT_TRUE(search.prepare(root, 4));
+    EXPECT_TRUE(search.prepare(root, 4));
+    root.entries.mutableAt(3).title = "b";
+    EXPECT_TRUE(search.prepare(root, 0)) << "the few that change are looked at at once";
+}
+
 TEST(EntrySearchTest, aHundredThousandEntriesAreSearchedAsOneByOne) {
     RandomVault random(17);
     std::vector<KdbxEntry> some;

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/EntryOrder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+using testing::ElementsAre;
+using Column = EntrySort::Column;
+
+constexpr EntrySort byTitle{.column = Column::title, .ascending = true};
+
+KdbxEntry entryTitled(std::string title, double modified = 0) {
+    KdbxEntry entry;
+    entry.title = std::move(title);
+    entry.modified = Timestamp{modified};
+    return entry;
+}
+
+std::vector<std::string> titlesOf(const EntryReferences& entries) {
+    std::vector<std::string> titles;
+    for (const auto* entry : entries)
+        titles.push_back(entry->title);
+    return titles;
+}
+
+TEST(EntryOrderTest, followsEntriesThatComeChangeAndGo) {
+    EntryOrder order;
+    KdbxGroup group;
+    group.entries = {entryTitled("Posta"), entryTitled("Banka"), entryTitled("Zil")};
+    EXPECT_THAT(titlesOf(order.sorted(group, entriesOf(group), byTitle)), ElementsAre("Banka", "Posta", "Zil"));
+    group.entries.append(entryTitled("Kargo"));
+    EXPECT_THAT(titlesOf(order.sorted(group, entriesOf(group), byTitle)),
+                ElementsAre("Banka", "Kargo", "Posta", "Zil"));
+    group.entries.mutableAt(0).title = "Zeytin";
+    EXPECT_THAT(titlesOf(order.sorted(group, entriesOf(group), byTitle)),
+                ElementsAre("Banka", "Kargo", "Zeytin", "Zil"));
+    group.entries.removeAt(1);
+    EXPECT_FALSE(order.isFarFrom(entriesOf(group), byTitle));
+    EXPECT_THAT(titlesOf(order.sorted(group, entriesOf(group), byTitle)), ElementsAre("Kargo", "Zeytin", "Zil"));
+}
+
+TEST(EntryOrderTest, isFarFromAnotherListAndAnotherColumnButNotFromTheOtherDirection) {
+    EntryOrder order;
+    KdbxGroup group;
+    for (int number = 0; number < 200; ++number)
+        group.entries.append(entryTitled(std::to_string(number)));
+    EXPECT_TRUE(order.isFarFrom(entriesOf(group), byTitle));
+    static_cast<void>(order.sorted(group, entriesOf(group), byTitle));
+    EXPECT_FALSE(order.isFarFrom(entriesOf(group), {.column = Column::title, .ascending = false}));
+    EXPECT_TRUE(order.isFarFrom(entriesOf(group), {.column = Column::url, .ascending = true}));
+    const KdbxGroup other{.entries = std::vector(200, entryTitled("x"))};
+    EXPECT_TRUE(order.isFarFrom(entriesOf(other), byTitle));
+    order.forget();
+    EXPECT_TRUE(order.isFarFrom(entriesOf(group), byTitle));
+}
+
+/// A group that changes at random, few entries or many at a time.
+class ChangingGroup {
+public:
+    explicit ChangingGroup(unsigned seed) : m_random(seed) {
+        for (auto count = below(300); count > 0; --count)
+            group.entries.append(entry());
+    }
+
+    void change() {
+        for (auto count = below(10) == 0 ? below(120) : below(4); count > 0; --count)
+            changeOne();
+        if (below(12) == 0)
+            shuffle();
+    }
+    EntryReferences someOf(const EntryReferences& entries) {
+        EntryReferences some;
+        const auto sparseness = below(6) + 1;
+        for (const auto* entry : entries)
+            if (below(sparseness) == 0)
+                some.push_back(entry);
+        return some;
+    }
+    std::size_t below(std::size_t end) { return m_random() % end; }
+
+    KdbxGroup group;
+
+private:
+    KdbxEntry entry() {
+        auto entry =
+            entryTitled(std::string(below(3), 'a') + static_cast<char>('a' + below(5)), static_cast<double>(below(9)));
+        entry.url = std::to_string(below(40));
+        return entry;
+    }
+    void changeOne() {
+        auto& entries = group.entries;
+        const auto kind = below(3);
+        if (entries.empty() || kind == 0)
+            entries.insert(below(entries.size() + 1), entry());
+        else if (kind == 1)
+            entries.removeAt(below(entries.size()));
+        else
+            entries.mutableAt(below(entries.size())) = entry();
+    }
+    void shuffle() {
+        std::vector<std::size_t> places(group.entries.size());
+        for (std::size_t place = 0; place < places.size(); ++place)
+            places[place] = place;
+        for (auto count = below(4); count > 0 && !places.empty(); --count)
+            std::swap(places[below(places.size())], places[below(places.size())]);
+        group.entries.rearrange(places);
+    }
+
+    std::mt19937 m_random;
+};
+
+TEST(EntryOrderTest, givesWhatSortingAnewGives) {
+    for (unsigned seed = 0; seed < 40; ++seed) {
+        ChangingGroup changing(seed);
+        EntryOrder order;
+        for (int step = 0; step < 60; ++step) {
+            const auto entries = entriesOf(changing.group);
+            const auto part = changing.someOf(entries);
+            const EntrySort sort{.column = EntrySort::allCases[changing.below(12) == 0 ? changing.below(5) : 1],
+                                 .ascending = changing.below(4) != 0};
+            ASSERT_EQ(order.sorted(changing.group, entries, sort), sort.apply(entries)) << seed << ' ' << step;
+            ASSERT_EQ(order.sortedPart(changing.group, entries, part, sort), sort.apply(part)) << seed << ' ' << step;
+            changing.change();
+        }
+    }
+}
+
+}  // namespace
