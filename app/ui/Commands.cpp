@@ -11,7 +11,10 @@
 #include <QApplication>
 #include <QMenuBar>
 
+#include <algorithm>
+#include <set>
 #include <variant>
+#include <vector>
 
 namespace {
 
@@ -155,10 +158,11 @@ void Commands::connectState() {
                               &AppState::selectedEntryIDsChanged, &AppState::routeChanged})
         connect(&m_state, signal, this, &Commands::showEnabled);
     connect(m_text, &TextCommands::allRowsWanted, this, [this] {
-        std::set<UUID> ids;
+        std::vector<UUID> ids;
         for (const auto* entry : m_state.visibleEntries())
-            ids.insert(entry->id);
-        m_state.setSelectedEntryIDs(std::move(ids));
+            ids.push_back(entry->id);
+        std::ranges::sort(ids);  // a set takes what is sorted many times as fast
+        m_state.setSelectedEntryIDs(std::set(ids.begin(), ids.end()));
     });
 }
 

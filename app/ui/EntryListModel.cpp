@@ -9,19 +9,26 @@
 
 namespace {
 
+// More than a row shows or a voice would speak; a text of megabytes would take its time at each paint.
+constexpr std::size_t mostBytes = 4096;
+
+QString shownText(std::string_view text) {
+    return qtText(text.substr(0, mostBytes));
+}
+
 QString titleOf(const KdbxEntry& entry) {
-    return entry.title.empty() ? EntryListModel::tr("Adsız kayıt") : qtText(entry.title);
+    return entry.title.empty() ? EntryListModel::tr("Adsız kayıt") : shownText(entry.title);
 }
 
 QString displayURL(const KdbxEntry& entry) {
     const auto host = urlHost(entry.url);
-    return qtText(host ? *host : entry.url);
+    return shownText(host ? *host : entry.url);
 }
 
 QString subtitleOf(const KdbxEntry& entry) {
     QStringList parts;
     if (!entry.username.empty())
-        parts += qtText(entry.username);
+        parts += shownText(entry.username);
     if (!entry.url.empty())
         parts += displayURL(entry);
     return parts.isEmpty() ? QStringLiteral("—") : parts.join(QStringLiteral("  ·  "));

@@ -8,7 +8,9 @@
 namespace {
 
 QString nameOf(const KdbxGroup& group) {
-    return group.name.empty() ? GroupTreeModel::tr("Adsız grup") : qtText(group.name);
+    constexpr std::size_t mostBytes = 4096;  // more than a row shows or a voice would speak
+    return group.name.empty() ? GroupTreeModel::tr("Adsız grup")
+                              : qtText(std::string_view(group.name).substr(0, mostBytes));
 }
 
 }  // namespace
