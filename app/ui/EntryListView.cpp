@@ -262,9 +262,22 @@ bool EntryListView::answerKey(const QKeyEvent& event) {
         case Qt::Key_Delete:
             m_state.deleteEntries(m_state.selectedEntryIDs());
             return true;
+        case Qt::Key_Up:
+            return selectAtEnd(0);
+        case Qt::Key_Down:
+            return selectAtEnd(m_model->rowCount() - 1);
         default:
             return false;
     }
+}
+
+/// Where nothing is selected, an arrow that has no row to go to selects the one that it is on.
+bool EntryListView::selectAtEnd(int row) {
+    const auto current = m_list->currentIndex();
+    if (!m_state.selectedEntryIDs().empty() || !current.isValid() || current.row() != row)
+        return false;
+    m_list->setCurrentIndex(current);
+    return true;
 }
 
 void EntryListView::drag(const QModelIndex& index) {

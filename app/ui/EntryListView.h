@@ -52,6 +52,7 @@ private:
     void editFocusedEntry();
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);
     bool answerKey(const QKeyEvent& event);
+    bool selectAtEnd(int row);
 
     void drag(const QModelIndex& index);
     [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;

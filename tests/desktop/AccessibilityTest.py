@@ -11,8 +11,8 @@ from testcase import DesktopTest
 # Roles of things to be worked with; something that takes the focus and has another role tells nobody what it is.
 CONTROLS = {"push button", "toggle button", "check box", "radio button", "text", "password text", "list", "list item",
             "combo box", "slider", "spin button", "menu item", "check menu item", "radio menu item", "date editor",
-            "link", "table cell", "tree", "page tab", "menu", "entry", "calendar", "table", "table column header"}
-NAMELESS = {"separator", "popup menu"}  # as menus have them
+            "link", "label", "table cell", "tree", "page tab", "menu", "entry", "calendar", "table", "table column header"}
+IGNORED = {"separator", "popup menu", "scroll bar"}  # they need no name: nobody goes to them
 
 
 class AccessibilityTest(DesktopTest):
@@ -24,7 +24,7 @@ class AccessibilityTest(DesktopTest):
             states = node.get_state_set()
             can_act = node.get_n_actions() > 0
             can_focus = states.contains(Atspi.StateType.FOCUSABLE)
-            if role in NAMELESS or not (can_act or can_focus):
+            if role in IGNORED or not (can_act or can_focus):
                 continue
             if not node.get_name():
                 faults.append(f"{screen}: a {role} without a name in {self.way_to(node)}")

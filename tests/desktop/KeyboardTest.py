@@ -64,11 +64,18 @@ class KeyboardTest(DesktopTest):
     def go_to_entry(self, title):
         self.tab_to_list("Kayıtlar")
         press("Home")
+        if not self.is_row_selected():
+            press("Up")  # there is no row to go to
+            wait_for(self.is_row_selected, "a row selected")
         for _ in range(60):
             if self.focus_name() == title:
                 return
             self.press_and_see_focus_move("Down")
         self.fail(f"no entry {title}")
+
+    def is_row_selected(self):
+        focused = self.program.focused()
+        return focused and desktop.has_state(focused, desktop.Atspi.StateType.SELECTED)
 
     def test_a_vault_is_opened_searched_and_its_password_copied(self):
         self.open_by_keys()

@@ -243,6 +243,8 @@ class Program:
         self.home.chmod(0o700)
         self._process = subprocess.Popen([self._executable], env=environment)
         self.window = wait_for(self._find_window, "the program's window")
+        wait_for(lambda: any(has_state(window, Atspi.StateType.ACTIVE) for window in children_of(self.window)),
+                 "the window manager to give the window the keyboard")
 
     def _find_window(self):
         if self._process.poll() is not None:

@@ -155,6 +155,15 @@ TEST_F(EntryListTest, deleteTakesOutAllThatIsSelectedAndNothingElse) {
     EXPECT_EQ(state->undoLabel(), "2 Kaydı Sil");
 }
 
+TEST_F(EntryListTest, anArrowSelectsTheOnlyRow) {
+    fill(1);
+    entries().setCurrentIndex({});
+    entries().setFocus(Qt::TabFocusReason);
+    ASSERT_EQ(state->focusedEntry(), nullptr);
+    QTest::keyClick(&entries(), Qt::Key_Down);
+    EXPECT_NE(state->focusedEntry(), nullptr);
+}
+
 TEST_F(EntryListTest, afterADeletionTheKeysGoOnAtTheNeighbour) {
     fill(10);
     click(entries(), 4);
