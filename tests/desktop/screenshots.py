@@ -239,16 +239,17 @@ class Walk:
 
     def drop_line(self):
         self.sosyal()
-        drag(self.program.row("Kayıtlar", "Reddit"), self.program.row("Kayıtlar", "LinkedIn"), drop=False)
-        self.shot("drag-entry")
-        press("Escape")
-        desktop.xdotool("mouseup", 1)
+        self.picture_of_drag(self.program.row("Kayıtlar", "LinkedIn"), "drag-entry")
 
     def drop_on_group(self):
         self.sosyal()
-        drag(self.program.row("Kayıtlar", "Reddit"), self.program.row("Gruplar", "E-posta"), drop=False)
-        self.shot("drag-to-group")
-        press("Escape")
+        self.picture_of_drag(self.program.row("Gruplar", "E-posta"), "drag-to-group")
+
+    def picture_of_drag(self, target, name):
+        drag(self.program.row("Kayıtlar", "Reddit"), target, drop=False)
+        self.shot(name)
+        point_at(self.program.node("text", "Kayıtlarda ara"))  # where nothing can be dropped
+        desktop.time.sleep(SETTLED)
         desktop.xdotool("mouseup", 1)
 
     def dirty(self):
@@ -354,7 +355,7 @@ class Walk:
         press("ctrl+g")
         self.program.button("Yeniden üret")
         self.shot("generator")
-        self.program.push("Göster")
+        self.show_generated()
         self.shot("generator-shown")
         switches = ("Büyük harf  A–Z", "Küçük harf  a–z", "Rakam  0–9", "Sembol  !@#$…")
         for name in switches:
@@ -364,6 +365,10 @@ class Walk:
         for name in switches:
             act(self.program.node("check box", name))
         self.leave_sheet()
+
+    def show_generated(self):
+        self.program.button("Yeniden üret")
+        act(next(eye for eye in self.program.nodes("push button", "Göster") if desktop.is_enabled(eye)))
 
     # Windows beside
 
@@ -404,14 +409,34 @@ class Walk:
         self.resize(1020, 680)
 
     def readme(self):
-        """The README's four pictures."""
-        docs = pathlib.Path("docs")
-        for name, picture in (("unlock", "unlock"), ("main", "main-hover"), ("editor", "sheet-edit-entry"),
-                              ("generator", "generator-shown")):
-            taken = self.options.folder / f"{picture}-{SCALE}x.png"
-            small = ["pngquant", "--force", "--quality", "80-100", "--strip", "--output", docs / f"{name}.png", taken]
-            subprocess.run(small, check=True)
-            subprocess.run(["optipng", "-quiet", "-o4", docs / f"{name}.png"], check=True)
+        """The README's four pictures, small enough to be kept."""
+        self.start()
+        self.choose_vault()
+        type_text(PASSWORD)
+        self.keep("unlock")
+        press("Return")
+        self.program.node("list", "Gruplar")
+        self.sosyal()
+        self.entry("GitHub")
+        press("ctrl+c")
+        point_at(self.program.row("Kayıtlar", "Mastodon"), 0.3)
+        self.keep("main")
+        press("ctrl+e")
+        self.program.node("text", "Başlık")
+        self.keep("editor")
+        self.leave_sheet()
+        self.program.is_gone("text", "Başlık")
+        press("ctrl+g")
+        self.show_generated()
+        self.keep("generator")
+        self.program.stop()
+
+    def keep(self, name):
+        self.shot(name)
+        kept = pathlib.Path("docs") / f"{name}.png"
+        subprocess.run(["pngquant", "--force", "--quality", "80-100", "--strip", "--output", kept,
+                        self.options.folder / f"{name}-{SCALE}x.png"], check=True)
+        subprocess.run(["optipng", "-quiet", "-o2", kept], check=True)
 
     # The whole walk
 
@@ -479,7 +504,8 @@ def main():
     desktop.PATIENCE = 8
 
     walk = Walk(options)
-    for part, can_type in ((walk.locked, True), (walk.unlocked, True), (walk.without_typing, False)):
+    parts = ((walk.locked, True), (walk.unlocked, True), (walk.without_typing, False))
+    for part, can_type in ((walk.readme, True),) if options.readme else parts:
         display = desktop.Display("1920x1080" if SCALE == 1 else "3840x2160", can_type)
         try:
             part()
@@ -489,8 +515,6 @@ def main():
             walk.program.stop()
         finally:
             display.stop()
-    if options.readme and SCALE == 2:
-        walk.readme()
     print(f"{walk.taken} pictures at scale {SCALE} in {options.folder}")
     if walk.missing:
         print("Not taken:", *walk.missing, sep="\n  ")
