@@ -88,7 +88,8 @@ QSize TextLabel::sizeHint() const {
     int width = 0;
     for (const auto& run : figureRuns(text(), fontMetrics()))
         width += run.width;
-    return {width, QLabel::sizeHint().height()};
+    // The runs are whole points wide each, and the text as one may be a little wider than their sum.
+    return {width + 2, QLabel::sizeHint().height()};
 }
 
 QSize TextLabel::minimumSizeHint() const {
