@@ -16,6 +16,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QStackedWidget>
 
@@ -41,6 +42,8 @@ void MainWindow::arrange() {
     setWindowIcon(BrandMark::windowIcon());
     menuBar()->setNativeMenuBar(false);  // the window has its own, on every desktop
     m_commands->fill(*menuBar());
+    for (const auto* const title : menuBar()->actions())  // an open menu has the key that Alt is let go with
+        connect(title->menu(), &QMenu::aboutToHide, this, [this] { showMnemonics(false); });
     m_screens->addWidget(m_unlockView);
     m_screens->addWidget(m_mainView);
     setCentralWidget(m_screens);

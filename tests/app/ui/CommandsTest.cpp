@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QListView>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QTemporaryDir>
@@ -412,6 +413,27 @@ TEST_F(CommandsTest, aFieldKeepsTheKeysOfItsText) {
     press(Qt::Key_Y);
     EXPECT_EQ(searchField().text(), "hesap");
     EXPECT_EQ(state->undoLabel(), steps) << "the vault's own steps stay";
+}
+
+TEST_F(CommandsTest, aTextOfSeveralLinesKeepsItsKeysToo) {
+    open();
+    select(bank());
+    QPlainTextEdit notes(&window);
+    notes.show();
+    notes.setFocus();
+    QTest::keyClicks(&notes, "bir iki");
+    QTest::keyClick(&notes, Qt::Key_Home);
+    press(Qt::Key_Delete);
+    EXPECT_EQ(notes.toPlainText().trimmed(), "iki");
+    EXPECT_EQ(root().entries.size(), 2U);
+    press(Qt::Key_Z);
+    EXPECT_EQ(notes.toPlainText(), "bir iki");
+    press(Qt::Key_Y);
+    EXPECT_EQ(notes.toPlainText().trimmed(), "iki");
+    press(Qt::Key_A);
+    press(Qt::Key_C);
+    EXPECT_EQ(QApplication::clipboard()->text().trimmed(), "iki");
+    EXPECT_EQ(pasteboard.text(), "");
 }
 
 TEST_F(CommandsTest, aFieldWithoutSelectionCopiesNothing) {
