@@ -119,6 +119,7 @@ void EntryDetailView::rebuild() {
     const int scrollPosition = verticalScrollBar()->value();
     setUpdatesEnabled(false);
     auto* const former = std::exchange(m_parts, new EntryDetailContent(m_environment, *m_entry, m_revealed));
+    m_parts->resize(m_header->width(), m_parts->height());  // or all is laid out for a width that nobody sees
     content()->insertWidget(1, m_parts);
     connect(m_parts, &EntryDetailContent::reflowed, this, &EntryDetailView::reflow);
     m_parts->show();

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int usualWidth = 300;
+constexpr std::size_t mostHeights = 8;
 
 }  // namespace
 
@@ -33,19 +33,26 @@ SelectableText::SelectableText(const QString& name, const QString& text, QWidget
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
+    ensurePolished();  // a style that comes later has the whole text laid out once more
     setPlainText(text);
 }
 
+// A long text takes its time to be laid out, and layouts ask many times over for the same few widths.
 int SelectableText::heightForWidth(int width) const {
-    const double shown = document()->textWidth();
+    if (const auto known = m_heights.find(width); known != m_heights.end())
+        return known->second;
     document()->setTextWidth(width);
     const int height = static_cast<int>(std::ceil(document()->size().height()));
-    document()->setTextWidth(shown);
+    if (m_heights.size() == mostHeights)
+        m_heights.clear();
+    m_heights.emplace(width, height);
+    m_lastWidth = width;
     return height;
 }
 
+// The height for that width is asked for too, so it is one that is known.
 QSize SelectableText::sizeHint() const {
-    return {usualWidth, heightForWidth(usualWidth)};
+    return {m_lastWidth, heightForWidth(m_lastWidth)};
 }
 
 QSize SelectableText::minimumSizeHint() const {
@@ -55,6 +62,13 @@ QSize SelectableText::minimumSizeHint() const {
 // What is around it scrolls.
 void SelectableText::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+/// What was measured for another width is laid out for the shown one again.
+void SelectableText::paintEvent(QPaintEvent* event) {
+    if (document()->textWidth() != viewport()->width())
+        document()->setTextWidth(viewport()->width());
+    QTextEdit::paintEvent(event);
 }
 
 void SelectableText::keyPressEvent(QKeyEvent* event) {

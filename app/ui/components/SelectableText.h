@@ -3,6 +3,8 @@
 
 #include <QTextEdit>
 
+#include <map>
+
 /// A text to read and to select from, as high as it takes at its width. It does not scroll by itself.
 class SelectableText : public QTextEdit {
     Q_OBJECT
@@ -17,5 +19,10 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    mutable std::map<int, int> m_heights;  // for widths that were asked for
+    mutable int m_lastWidth = 300;
 };
