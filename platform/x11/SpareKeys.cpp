@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 constexpr auto loan = 1s;     // from the last stroke until the keys are taken back
 constexpr auto lead = 200ms;  // from a loan to the first stroke
-constexpr auto rest = 500ms;  // from a stroke to another character: by how much a program may lag behind
+constexpr auto rest = 1s;     // from a stroke to another character: by how much a program may lag behind
 constexpr auto readingTime =
     100ms;  // from the last stroke to the end of the process, which somebody may be waiting for
 

@@ -46,7 +46,7 @@ public:
     void expectNothing() noexcept { m_expected = {}; }
 
     /// The key that gives the character with no modifier held, to be struck at once; nothing where there is no spare
-    /// one. It waits until programs know the key, which takes up to 0.7 seconds for a character that was
+    /// one. It waits until programs know the key, which takes up to 1.2 seconds for a character that was
     /// not expected.
     [[nodiscard]] std::optional<xcb_keycode_t> lendTo(char32_t character);
 

@@ -106,7 +106,7 @@ TEST_F(SpareKeysTest, restBetweenTwoCharacters) {
 
     EXPECT_TRUE(spare->lendTo(U'本'));
 
-    EXPECT_GE(timer.elapsed(), 700) << "after the one, and before the other";
+    EXPECT_GE(timer.elapsed(), 1200) << "after the one, and before the other";
 }
 
 TEST_F(SpareKeysTest, areReadyForWhatIsExpected) {
@@ -127,7 +127,7 @@ TEST_F(SpareKeysTest, passOnToWhatIsExpectedLater) {
     spare->expect({U'日', U'本', U'語', U'水'});
     EXPECT_TRUE(spare->lendTo(U'日'));
     EXPECT_TRUE(spare->lendTo(U'本'));
-    passTime(550);
+    passTime(1050);
 
     spare->expect({U'火'});
 
