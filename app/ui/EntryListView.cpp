@@ -140,8 +140,13 @@ void EntryListView::showHeader() {
 }
 
 void EntryListView::showContent() {
+    const auto search = m_state.isSearching() ? m_state.searchText() : std::string();
+    const bool isEmpty = m_model->rowCount() == 0 && !m_state.isLocked();
+    if (isEmpty && m_empty && m_emptySearch == search)
+        return;  // its button may have the focus
+    m_emptySearch = search;
     auto* const former = std::exchange(m_empty, nullptr);
-    if (m_model->rowCount() == 0 && !m_state.isLocked()) {
+    if (isEmpty) {
         m_empty = emptyState();
         m_content->addWidget(m_empty);
         m_content->setCurrentWidget(m_empty);

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <set>
+#include <string>
 
 class AppState;
 class EntryListModel;
@@ -66,6 +67,7 @@ private:
     QStackedWidget* m_content;
     RowListView* m_list;
     QWidget* m_empty = nullptr;
-    QTimer m_preparing;        // of the search, while nothing else is asked of us
-    bool m_isShowing = false;  // a selection that is shown was not chosen, and one that was chosen is shown already
+    std::string m_emptySearch;  // what it says that nothing matches
+    QTimer m_preparing;         // of the search, while nothing else is asked of us
+    bool m_isShowing = false;   // a selection that is shown was not chosen, and one that was chosen is shown already
 };

@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPainter>
@@ -235,6 +236,32 @@ TEST_F(EntryListTest, anEmptyGroupOffersToAddAnEntryToIt) {
     EXPECT_TRUE(shows(window, "Buraya ilk kaydını ekle; kullanıcı adı, parola ve otomatik yazma sekansı saklanır."));
     WindowProbe::click(window, "Kayıt ekle");
     EXPECT_EQ(state->route(), Route::newEntry(social().id));
+}
+
+TEST_F(EntryListTest, theButtonOfAnEmptyGroupKeepsTheFocusWhenTheVaultChanges) {
+    state->edit("Adım", [](KdbxDatabase& database) { database.root.entries.clear(); });
+    auto* const add = button(window, "Kayıt ekle");
+    ASSERT_NE(add, nullptr);
+    add->setFocus();
+    state->setGroupExpanded(root().id, false);
+    EXPECT_EQ(button(window, "Kayıt ekle"), add);
+    EXPECT_TRUE(add->hasFocus());
+}
+
+TEST_F(EntryListTest, aScreenReaderHearsTheListsAndTheirRows) {
+    state->edit("Adım", [](KdbxDatabase& database) { database.root.entries.mutableAt(0).username = "ayşe"; });
+    click(entries(), 0);
+    auto* const list = QAccessible::queryAccessibleInterface(&entries());
+    EXPECT_EQ(list->text(QAccessible::Name), "Kayıtlar");
+    ASSERT_EQ(list->childCount(), 2);
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "Banka");
+    EXPECT_EQ(list->child(0)->text(QAccessible::Description), "ayşe");
+    EXPECT_TRUE(list->child(0)->state().selected);
+    EXPECT_FALSE(list->child(1)->state().selected);
+
+    auto* const tree = QAccessible::queryAccessibleInterface(&groups());
+    EXPECT_EQ(tree->text(QAccessible::Name), "Gruplar");
+    EXPECT_EQ(tree->child(0)->text(QAccessible::Description), "Genişletilmiş, 3 kayıt");
 }
 
 TEST_F(EntryListTest, aSearchWithoutMatchesOffersToClearIt) {
