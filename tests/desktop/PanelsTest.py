@@ -20,12 +20,13 @@ class GeneratorTest(DesktopTest):
         self.program.button("Yeniden üret")
 
     def password(self):
-        """What the preview shows in the clear."""
+        """What the preview shows in the clear: its name is its text, as a label's is."""
         if self.program.nodes("push button", "Göster"):
             self.program.push("Göster")
             self.program.button("Gizle")
-        preview = next(node for node in self.program.nodes(name="Önizleme") if node.get_role_name() != "label")
-        return desktop.text_of(preview)
+        preview = wait_for(lambda: next((node for node in self.program.nodes("label")
+                                         if node.get_description() == "Önizleme"), None), "the preview")
+        return preview.get_name()
 
     def test_each_switch_is_stored_and_makes_another_password(self):
         for name, key in SETS.items():
@@ -35,17 +36,19 @@ class GeneratorTest(DesktopTest):
             act(switch)
             self.setting_becomes_option(key, not was_on)
             wait_for(lambda: self.password() != before, "another password")
+            act(switch)  # without any set there would be no other password
+            self.setting_becomes_option(key, was_on)
 
     def setting_becomes_option(self, key, value):
-        wait_for(lambda: self.settings()["generatorOptions"][key] == value, f"{key} to be stored as {value}")
+        wait_for(lambda: self.settings().get("generatorOptions", {}).get(key) == value,
+                 f"{key} to be stored as {value}")
 
     def test_the_length_comes_from_the_slider_and_from_its_buttons(self):
         slider = self.program.node("slider", "Uzunluk")
         Atspi.Value.set_current_value(slider, 77)
         self.setting_becomes_option("length", 77)
         wait_for(lambda: len(self.password()) == 77, "77 characters")
-        act(wait_for(lambda: next((node for node in self.program.nodes(name="12") if "button" in node.get_role_name()),
-                                  None), "the button 12"))
+        act(self.program.node("check box", "12"))
         self.setting_becomes_option("length", 12)
         wait_for(lambda: len(self.password()) == 12, "12 characters")
 
@@ -81,8 +84,7 @@ class SettingsTest(DesktopTest):
         Atspi.Value.set_current_value(self.program.node("slider", re.compile("temizleme")), 45)
         self.setting_becomes("clipboardTimeout", 45)
         self.shows("45 sn")
-        act(wait_for(lambda: next((node for node in self.program.nodes(name="30 sn") if "button" in node.get_role_name()),
-                                  None), "the button 30 sn"))
+        act(self.program.node("check box", "30 sn"))
         self.setting_becomes("clipboardTimeout", 30)
 
     def test_the_sequence_is_stored_and_goes_back_to_its_default(self):
@@ -95,9 +97,13 @@ class SettingsTest(DesktopTest):
         self.shows("Erişilebilirlik izni verildi")
         self.shows("Otomatik yazma kullanılabilir.")
 
+    def start_recording(self):
+        """The button takes its time to be pressed, and a key before that would go to the window."""
+        self.program.push("⌥⌘A")
+        self.program.button("Tuş kombinasyonuna bas…")
+
     def test_a_hot_key_is_recorded_refused_and_reset(self):
-        self.program.push(re.compile("⌥⌘A"))
-        wait_for(lambda: self.program.nodes(name=re.compile("Tuş kombinasyonuna bas…")), "the recording")
+        self.start_recording()
         press("k")
         wait_for(lambda: self.program.nodes(name=re.compile("En az bir değiştirici tuş gerekli")), "the refusal")
         press("ctrl+shift+k")
@@ -110,9 +116,9 @@ class SettingsTest(DesktopTest):
         self.setting_becomes("hotKeyModifiers", 2304)
 
     def test_escape_ends_the_recording_and_then_the_window(self):
-        self.program.push(re.compile("⌥⌘A"))
+        self.start_recording()
         press("Escape")
-        self.program.button(re.compile("⌥⌘A"))
+        self.program.button("⌥⌘A")
         press("Escape")
         self.program.is_gone("label", "Otomatik temizleme")
 

@@ -87,7 +87,8 @@ class DesktopTest(unittest.TestCase):
         return next((group for group in groups_of(self.load()["root"]) if group["name"] == name), None)
 
     def settings(self):
-        return json.loads(self.settings_file.read_text())
+        """What is stored, which is nothing before the first change."""
+        return json.loads(self.settings_file.read_text()) if self.settings_file.exists() else {}
 
     def setting_becomes(self, key, value):
         wait_for(lambda: self.settings().get(key) == value, f"{key} to be stored as {value}")

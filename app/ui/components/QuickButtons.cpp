@@ -5,6 +5,7 @@
 #include "app/ui/components/Button.h"
 
 #include <QHBoxLayout>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -21,9 +22,10 @@ QuickButtons::QuickButtons(const QList<int>& numbers, const QString& label, Widt
         auto* const button = new Button(label.arg(number), Button::Variant::secondary, this);
         button->setSmall(true);
         button->setCheckable(true);
-        connect(button, &Button::clicked, this, [this, number] {
+        // A click turns the check round, and so does a screen reader, which does not click.
+        connect(button, &Button::toggled, this, [this, number] {
             emit chosen(number);
-            showNumber(m_number);  // the click has turned the check round, and only the number may
+            showNumber(m_number);  // only the number may turn a check round
         });
         m_choices.append({number, button});
         row->addWidget(button, width == Width::equal ? 1 : 0);
@@ -34,6 +36,8 @@ QuickButtons::QuickButtons(const QList<int>& numbers, const QString& label, Widt
 
 void QuickButtons::showNumber(double number) {
     m_number = number;
-    for (const auto& choice : m_choices)
+    for (const auto& choice : m_choices) {
+        const QSignalBlocker showing(choice.button);
         choice.button->setChecked(choice.number == number);
+    }
 }
