@@ -110,7 +110,8 @@ void AutoTypeCard::arrange() {
 }
 
 void AutoTypeCard::connectControls() {
-    connect(m_sequence, &TextField::textEdited, &m_preferences,
+    // A screen reader's change of the text is no typing.
+    connect(m_sequence, &TextField::textChanged, &m_preferences,
             [this](const QString& text) { m_preferences.setDefaultAutoTypeSequence(vaultText(text)); });
     connect(m_reset, &Button::clicked, &m_preferences,
             [this] { m_preferences.setDefaultAutoTypeSequence(std::string(AutoTypeService::defaultSequence)); });
@@ -123,8 +124,10 @@ void AutoTypeCard::connectControls() {
 
 void AutoTypeCard::showSequence() {
     const QString sequence = qtText(m_preferences.defaultAutoTypeSequence());
-    if (m_sequence->text() != sequence)  // setting the same text would take the cursor to its end
-        m_sequence->setText(sequence);
+    if (m_sequence->text() == sequence)  // setting the same text would take the cursor to its end
+        return;
+    const QSignalBlocker showing(m_sequence);
+    m_sequence->setText(sequence);
 }
 
 void AutoTypeCard::showPermission() {
