@@ -70,6 +70,7 @@ void GroupTreeView::arrange() {
 void GroupTreeView::connectList() {
     connect(m_add, &IconButton::clicked, this, &GroupTreeView::addGroup);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupTreeView::storeSelection);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &GroupTreeView::followSelection);
     connect(m_list, &RowListView::clicked, this, &GroupTreeView::choose);
     connect(m_list, &RowListView::menuRequested, this, &GroupTreeView::openMenu);
     new RowDropTarget(*m_list,
@@ -105,6 +106,13 @@ void GroupTreeView::showSelection() {
 void GroupTreeView::storeSelection() {
     if (!m_isShowing)
         choose(m_list->currentIndex());
+}
+
+// A screen reader selects a row without going to it.
+void GroupTreeView::followSelection() {
+    const auto selected = m_list->selectionModel()->selectedIndexes();
+    if (!m_isShowing && selected.size() == 1 && selected.first() != m_list->currentIndex())
+        m_list->setCurrentIndex(selected.first());
 }
 
 /// Also of the group that is selected already: a click on it still empties the selection of entries.

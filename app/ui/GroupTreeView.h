@@ -39,6 +39,7 @@ private:
     void showGroups();
     void showSelection();
     void storeSelection();
+    void followSelection();
     void choose(const QModelIndex& index);
     void addGroup();
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);

@@ -136,10 +136,17 @@ class ClipboardTest(DesktopTest):
         self.program.is_gone("label", re.compile("^Pano"))
         self.assertEqual(clipboard_text(), "başkasının")
 
-    def test_a_name_is_copied_for_good(self):
+    def test_a_name_is_wiped_as_a_password_is(self):
         press("ctrl+b")
         wait_for(lambda: clipboard_text() == "isilkaya", "the user name on the clipboard")
-        self.assertFalse(self.program.nodes("label", re.compile("^Pano")), "a name is no secret")
+        self.shows(re.compile("^Pano [0-9]+ sn sonra temizlenecek$"))
+        self.program.push("Temizle")
+        wait_for(lambda: clipboard_text() == "", "the clipboard wiped")
+
+    def test_an_address_is_copied_for_good(self):
+        press("ctrl+shift+u")
+        wait_for(lambda: clipboard_text() == "https://github.com/login", "the address on the clipboard")
+        self.assertFalse(self.program.nodes("label", re.compile("^Pano")), "an address is no secret")
 
     def test_a_password_shows_only_while_it_is_asked_to_and_never_for_the_next_entry(self):
         self.assertFalse(self.program.nodes(name=re.compile(re.escape(self.password))))

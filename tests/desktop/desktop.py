@@ -300,6 +300,8 @@ class Program:
     def focused(self):
         """Where the keys go: an open menu's item, else the focused control, and in a list its current row."""
         found = [node for node in self.nodes() if has_state(node, Atspi.StateType.FOCUSED)]
+        # The viewport of a text that scrolls says that it is focused along with the text.
+        found = [node for node in found if node.get_role_name() != "filler" or node.get_parent() not in found]
         # Every list's current row says that it is focused, also while the list is not.
         controls = [node for node in found if node.get_role_name() not in ("list item", "popup menu", "menu bar")]
         items = [node for node in controls if "menu item" in node.get_role_name()]

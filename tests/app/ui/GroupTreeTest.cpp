@@ -53,6 +53,13 @@ TEST_F(GroupTreeTest, theHeaderNamesTheVaultAndAsksForANewGroup) {
     EXPECT_EQ(state->route(), Route::newGroup(root().id));
 }
 
+TEST_F(GroupTreeTest, aRowThatAScreenReaderSelectsIsTheGroupThatShows) {
+    click(groups(), 0);
+    groups().selectionModel()->select(groups().model()->index(1, 0), QItemSelectionModel::ClearAndSelect);
+    EXPECT_EQ(state->selectedGroupID(), social().id);
+    EXPECT_EQ(currentName(), "Sosyal");
+}
+
 TEST_F(GroupTreeTest, selectingAGroupEmptiesTheSelectionOfEntries) {
     click(entries(), 0);
     click(groups(), 1);
