@@ -179,7 +179,7 @@ class KeyboardTest(DesktopTest):
         for key, name in (("ctrl+i", "Başlık"), ("ctrl+e", "Başlık"), ("ctrl+shift+g", "Grup adı")):
             press(key)
             self.program.focus_is_on(name)
-            self.walk_tab_chain(f"the sheet of {key}", at_least=6)
+            self.walk_tab_chain(f"the sheet of {key}", at_least=5)
             press("Escape")
             self.program.is_gone("push button", "Vazgeç")
         press("ctrl+g")
