@@ -71,7 +71,13 @@ void EntryDetailView::makeHeader() {
     row->setSpacing(Metric::m);
     row->addWidget(m_tile, 0, Qt::AlignTop);
     row->addWidget(m_title, 1);
-    row->addWidget(m_edit, 0, Qt::AlignTop);
+    // At the height of the title's first line, however many follow.
+    auto* const edit = new QVBoxLayout;
+    edit->setSpacing(0);
+    edit->addSpacing((tileSide - Metric::controlHeight) / 2);
+    edit->addWidget(m_edit);
+    edit->addStretch(1);
+    row->addLayout(edit);
 }
 
 void EntryDetailView::arrange() {
