@@ -17,6 +17,13 @@
 #include <string>
 #include <string_view>
 
+/// Whether a scan says something: a sanitizer keeps what is freed.
+#if defined(__SANITIZE_ADDRESS__)
+#define BRENVIK_MEMORY_IS_SCANNABLE false  // what is freed is kept for a while, among terabytes of its own
+#else
+#define BRENVIK_MEMORY_IS_SCANNABLE true
+#endif
+
 /// A secret that a test knows and does not hold: its bytes lie masked, and are put together one at a time.
 class MaskedSecret {
 public:

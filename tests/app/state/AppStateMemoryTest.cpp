@@ -134,12 +134,6 @@ protected:
     }
 };
 
-#if defined(__SANITIZE_ADDRESS__)
-#define BRENVIK_MEMORY_IS_SCANNABLE false  // what is freed is kept for a while, among terabytes of its own
-#else
-#define BRENVIK_MEMORY_IS_SCANNABLE true
-#endif
-
 TEST_F(AppStateMemoryTest, theScanFindsWhatIsThere) {
     if (!BRENVIK_MEMORY_IS_SCANNABLE)
         GTEST_SKIP() << "the sanitizer keeps what is freed";
