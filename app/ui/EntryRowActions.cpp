@@ -10,6 +10,8 @@
 
 #include <QHBoxLayout>
 
+#include <functional>
+
 namespace {
 
 constexpr int buttonSide = Metric::controlHeightSmall;
@@ -46,7 +48,7 @@ IconButton* EntryRowActions::add(const QString& symbol, const QString& tip, void
     connect(button, &IconButton::clicked, this, [this, verb] {
         const auto* root = m_state.root();
         if (const auto* entry = root && m_entryID ? GroupTree::findEntry(*root, *m_entryID) : nullptr)
-            (m_state.*verb)(entry);
+            std::invoke(verb, m_state, entry);
     });
     return button;
 }
