@@ -127,6 +127,12 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
     connect(qApp, &QApplication::focusChanged, this, &SheetScaffold::revealFocus);
 }
 
+// The controls go after this and give the focus away as they do: nobody is there any more to follow it.
+SheetScaffold::~SheetScaffold() {
+    disconnect(qApp, nullptr, this, nullptr);
+    disconnect(m_scroll->verticalScrollBar(), nullptr, this, nullptr);
+}
+
 void SheetScaffold::arrange() {
     m_subtitle->hide();
     m_scrolledEdge->setSizePolicy(retaining(m_scrolledEdge->sizePolicy()));

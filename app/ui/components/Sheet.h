@@ -63,6 +63,7 @@ class SheetScaffold : public SheetCard {
 public:
     SheetScaffold(const QString& title, const QString& cancelTitle, const QString& confirmTitle,
                   QWidget* parent = nullptr);
+    ~SheetScaffold() override;
 
     /// The line under the title; an empty one takes no room.
     void setSubtitle(const QString& subtitle);
