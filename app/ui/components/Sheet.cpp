@@ -217,6 +217,7 @@ void SheetHost::present(QWidget* sheet) {
     sheet->setParent(this);
     if (m_below)
         m_below->setEnabled(false);
+    setAttribute(Qt::WA_TransparentForMouseEvents, false);
     setGeometry(parentWidget()->rect());
     raise();
     show();
@@ -246,6 +247,7 @@ void SheetHost::dismiss() {
     if (m_below)
         m_below->setEnabled(true);
     giveFocusBack();
+    setAttribute(Qt::WA_TransparentForMouseEvents);  // nobody waits for the backdrop to fade
     fadeTo(0, [this] {
         if (!m_sheet)
             hide();
