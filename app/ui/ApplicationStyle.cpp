@@ -41,7 +41,7 @@ QPalette palette() {
 constexpr auto sheetTemplate = R"(
 QMainWindow, QDialog { background: @canvas; }
 QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; }
-QMenuBar { background: @canvas; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 2px 8px; }
+QMenuBar { background: @canvas; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 2px 8px; spacing: 0px; }
 QMenuBar::item { background: transparent; padding: 4px 8px; border-radius: @smallRadius; }
 QMenuBar::item:selected { background: @hover; color: @text; }
 QMenuBar::item:disabled { color: @lineStrong; }

@@ -5,8 +5,11 @@
 #include "app/ui/components/ScrollPage.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace {
 
@@ -21,6 +24,7 @@ void SettingsView::open(const Environment& environment, QWidget& owner) {
     if (settings == nullptr) {
         settings = new SettingsView(environment, &owner);
         settings->setAttribute(Qt::WA_DeleteOnClose);
+        settings->standOver(owner);
     }
     settings->setWindowState(settings->windowState() & ~Qt::WindowMinimized);
     settings->show();
@@ -53,6 +57,16 @@ void SettingsView::arrange(const Environment& environment) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(page);
+}
+
+/// In the middle of the owner, as far as the screen has room. A window manager would put it anywhere.
+void SettingsView::standOver(const QWidget& owner) {
+    const QRect screen = owner.screen()->availableGeometry();
+    const QSize borders = owner.frameGeometry().size() - owner.size();  // its own are known once it shows
+    QRect frame(QPoint(), size() + borders);
+    frame.moveCenter(owner.frameGeometry().center());
+    move(std::max(screen.left(), std::min(frame.left(), screen.right() + 1 - frame.width())),
+         std::max(screen.top(), std::min(frame.top(), screen.bottom() + 1 - frame.height())));
 }
 
 /// Closing the program's window ends the program, whether or not its settings are open.

@@ -22,5 +22,6 @@ protected:
 
 private:
     void arrange(const Environment& environment);
+    void standOver(const QWidget& owner);
     void goWith(QWidget& owner);
 };

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -100,6 +101,14 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& box) {
                   Palette::textSoft);
 }
 
+/// Where no compositor runs, what is clear of a window shows black: its corners are cut off, a point outside of the
+/// round outline, so that a compositor still shows that one smooth.
+QRegion withoutCorners(const QRect& panel) {
+    QPainterPath outline;
+    outline.addRoundedRect(panel, Radius::control - 1, Radius::control - 1);
+    return outline.toFillPolygon().toPolygon();
+}
+
 }  // namespace
 
 Style::Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -174,6 +183,10 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
         case SH_Menu_SubMenuPopupDelay:
             return 120;
         case SH_Menu_SupportsSections:
+            return 1;
+        case SH_Menu_Mask:
+            if (auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(result))
+                mask->region = withoutCorners(option->rect);
             return 1;
         case SH_ToolTip_WakeUpDelay:
             return 600;

@@ -102,6 +102,22 @@ class BrowsingTest(DesktopTest):
         wait_for(lambda: self.program.rows("Kayıtlar").index("YouTube") + 1 == self.program.rows("Kayıtlar").index("GitHub"),
                  "YouTube right above GitHub")
 
+    def test_a_drag_ends_without_a_trace_on_the_search_and_with_escape(self):
+        self.select_group("Sosyal")
+        rows = self.program.rows("Kayıtlar")
+        search = self.program.node("text", "Kayıtlarda ara")
+        drag(self.program.row("Kayıtlar", "Reddit"), search)
+        self.select_group("E-posta")
+        self.assertEqual(desktop.text_of(search), "")
+
+        self.select_group("Sosyal")
+        drag(self.program.row("Kayıtlar", "Reddit"), self.program.row("Gruplar", "E-posta"), drop=False)
+        desktop.cancel_drag()
+        self.select_group("E-posta")
+        self.assertNotIn("Reddit", self.program.rows("Kayıtlar"))
+        self.select_group("Sosyal")
+        self.assertEqual(self.program.rows("Kayıtlar"), rows)
+
 
 class ClipboardTest(DesktopTest):
     settings_at_start = {"clipboardTimeout": 2}

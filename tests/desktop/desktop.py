@@ -71,7 +71,12 @@ def xdotool(*words):
 
 
 def press(*keys):
+    """Strikes keys as if no other were held. A held button of the mouse would count as one and be let go."""
     xdotool("key", "--clearmodifiers", *keys)
+
+
+def cancel_drag():
+    xdotool("key", "Escape", "mouseup", 1)
 
 
 def type_text(text):

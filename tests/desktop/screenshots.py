@@ -12,7 +12,7 @@ import sys
 import desktop
 from desktop import act, click, click_with, drag, point_at, press, set_text, type_text, wait_for
 
-SCALE = int(os.environ.get("QT_SCALE_FACTOR", "1"))
+SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))
 PASSWORD = "parola"
 SETTLED = 0.35  # seconds; what appears moves for 0.14 and a picture of it waits until it has
 
@@ -52,7 +52,7 @@ class Walk:
     def resize(self, width, height):
         window = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Brenvik$"], capture_output=True,
                                 text=True).stdout.split()[-1]
-        desktop.xdotool("windowsize", window, width * SCALE, height * SCALE)
+        desktop.xdotool("windowsize", window, round(width * SCALE), round(height * SCALE))
         wait_for(lambda: abs(self.geometry()[2] - width * SCALE) < 2, f"a window {width} wide", 5)
 
     # Taking pictures
@@ -65,7 +65,7 @@ class Walk:
             name = " ".join([step.__name__, *map(str, arguments)])
             self.missing.append(f"{name}: {failure}")
             print(f"  NOT {name}: {failure}", file=sys.stderr)
-            desktop.Display.picture(self.options.folder / f"missing-{step.__name__}-{SCALE}x.png")
+            desktop.Display.picture(self.options.folder / f"missing-{step.__name__}-{SCALE:g}x.png")
             self.back_to_rest()
 
     def back_to_rest(self):
@@ -84,7 +84,7 @@ class Walk:
         if not whole:
             x, y, width, height = self.geometry()
             area = f"{width}x{height}+{x}+{y}"
-        file = self.options.folder / f"{name}-{SCALE}x.png"
+        file = self.options.folder / f"{name}-{SCALE:g}x.png"
         desktop.Display.picture(file, area)
         self.taken += 1
 
@@ -117,6 +117,7 @@ class Walk:
         for name in ("Vazgeç", "Kapat"):
             if self.program.nodes("push button", name):
                 self.program.push(name)
+                self.program.is_gone("push button", name)
                 return
         press("Escape")
 
@@ -248,9 +249,7 @@ class Walk:
     def picture_of_drag(self, target, name):
         drag(self.program.row("Kayıtlar", "Reddit"), target, drop=False)
         self.shot(name)
-        point_at(self.program.node("text", "Kayıtlarda ara"))  # where nothing can be dropped
-        desktop.time.sleep(SETTLED)
-        desktop.xdotool("mouseup", 1)
+        desktop.cancel_drag()
 
     def dirty(self):
         self.sosyal()
@@ -435,7 +434,7 @@ class Walk:
         self.shot(name)
         kept = pathlib.Path("docs") / f"{name}.png"
         subprocess.run(["pngquant", "--force", "--quality", "80-100", "--strip", "--output", kept,
-                        self.options.folder / f"{name}-{SCALE}x.png"], check=True)
+                        self.options.folder / f"{name}-{SCALE:g}x.png"], check=True)
         subprocess.run(["optipng", "-quiet", "-o2", kept], check=True)
 
     # The whole walk
@@ -470,6 +469,19 @@ class Walk:
             self.scene(step)
         self.program.stop()
 
+    def on_a_large_display(self):
+        self.start()
+        self.choose_vault()
+        self.unlock()
+        self.sosyal()
+        self.entry("GitHub")
+        self.resize(3820, 2100)
+        self.shot("main-4k")
+        press("ctrl+e")
+        self.program.node("text", "Başlık")
+        self.shot("sheet-4k")
+        self.program.stop()
+
     def without_typing(self):
         """A display that lets nobody type: the settings say so. Only AT-SPI reaches the window there."""
         self.start()
@@ -479,7 +491,7 @@ class Walk:
         set_text(self.program.node("password text", "Ana parola"), PASSWORD)
         self.program.push("Kilidi aç")
         self.program.node("list", "Gruplar")
-        self.program.choose(re.compile("Dosya|Araçlar|Düzen"), re.compile("^(Ayarlar|Tercihler)"))
+        self.program.choose("Düzen", "Ayarlar…")
         self.program.node("label", "Erişilebilirlik izni gerekli")
         self.shot("settings-not-granted", whole=True)
         self.program.stop()
@@ -499,23 +511,28 @@ def main():
     options = parser.parse_args()
     options.program = options.program.resolve()
     options.folder.mkdir(parents=True, exist_ok=True)
-    for old in options.folder.glob(f"missing-*-{SCALE}x.png"):
+    for old in options.folder.glob(f"missing-*-{SCALE:g}x.png"):
         old.unlink()
     desktop.PATIENCE = 8
 
     walk = Walk(options)
-    parts = ((walk.locked, True), (walk.unlocked, True), (walk.without_typing, False))
-    for part, can_type in ((walk.readme, True),) if options.readme else parts:
-        display = desktop.Display("1920x1080" if SCALE == 1 else "3840x2160", can_type)
+    usual = "1920x1080" if SCALE == 1 else "3840x2160"
+    parts = [(walk.locked, usual, True), (walk.unlocked, usual, True), (walk.without_typing, usual, False)]
+    if SCALE == 1:
+        parts.append((walk.on_a_large_display, "3840x2160", True))
+    if options.readme:
+        parts = [(walk.readme, usual, True)]
+    for part, size, can_type in parts:
+        display = desktop.Display(size, can_type)
         try:
             part()
         except AssertionError as failure:
             walk.missing.append(f"{part.__name__}: {failure}")
-            desktop.Display.picture(options.folder / f"missing-{part.__name__}-{SCALE}x.png")
+            desktop.Display.picture(options.folder / f"missing-{part.__name__}-{SCALE:g}x.png")
             walk.program.stop()
         finally:
             display.stop()
-    print(f"{walk.taken} pictures at scale {SCALE} in {options.folder}")
+    print(f"{walk.taken} pictures at scale {SCALE:g} in {options.folder}")
     if walk.missing:
         print("Not taken:", *walk.missing, sep="\n  ")
     sys.exit(1 if walk.missing else 0)

@@ -36,4 +36,11 @@ void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orienta
     painter.fillRect(QRectF(from, size), colour);
 }
 
+void tintCaret(QPainter& painter, const QRectF& caret) {
+    painter.save();
+    painter.setCompositionMode(QPainter::CompositionMode_Darken);
+    painter.fillRect(caret, Palette::accent);
+    painter.restore();
+}
+
 }  // namespace Painting

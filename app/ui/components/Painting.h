@@ -17,4 +17,8 @@ void shadow(QPainter& painter, const QRectF& panel, double radius, int width, in
 /// A line one device-independent point high, on whole device pixels.
 void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orientation orientation, const QColor& colour);
 
+/// Gives the text cursor that Qt has painted in the text's colour the accent. What lies around it is darker than the
+/// accent in every channel and stays as it is, and so does all of it while the cursor blinks.
+void tintCaret(QPainter& painter, const QRectF& caret);
+
 }  // namespace Painting

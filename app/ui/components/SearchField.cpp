@@ -5,6 +5,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
 
+#include <QDragEnterEvent>
 #include <QPainter>
 
 namespace {
@@ -49,4 +50,11 @@ void SearchField::resizeEvent(QResizeEvent* event) {
     TextField::resizeEvent(event);
     const int gap = (height() - clearSide) / 2;
     m_clear->move(layoutDirection() == Qt::RightToLeft ? gap : width() - clearSide - gap, gap);
+}
+
+void SearchField::dragEnterEvent(QDragEnterEvent* event) {
+    const QObject* source = event->source();
+    if (source && source != this)
+        return event->ignore();
+    TextField::dragEnterEvent(event);
 }

@@ -5,7 +5,8 @@
 
 class IconButton;
 
-/// A field with a magnifying glass before its text, and a cross behind it that empties it.
+/// A field with a magnifying glass before its text, and a cross behind it that empties it. What is dragged from
+/// elsewhere in this program is not dropped here: rows carry their ids, and nobody looks for those.
 class SearchField : public TextField {
     Q_OBJECT
 
@@ -17,6 +18,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
 
 private:
     IconButton* m_clear;

@@ -58,6 +58,14 @@ bool TextArea::event(QEvent* event) {
     return true;
 }
 
+void TextArea::paintEvent(QPaintEvent* event) {
+    QPlainTextEdit::paintEvent(event);
+    if (!hasFocus() || isReadOnly() || textCursor().hasSelection())
+        return;
+    QPainter painter(viewport());
+    Painting::tintCaret(painter, QRectF(cursorRect()).adjusted(-1, 0, 1, 0));
+}
+
 void TextArea::focusInEvent(QFocusEvent* event) {
     QPlainTextEdit::focusInEvent(event);
     update();

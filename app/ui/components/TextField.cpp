@@ -79,4 +79,9 @@ void TextField::paintEvent(QPaintEvent* event) {
                          hasFocus() ? Palette::accent : Palette::line);
     painter.end();
     QLineEdit::paintEvent(event);
+    if (hasFocus() && !isReadOnly() && !hasSelectedText()) {
+        painter.begin(this);
+        // Qt's rectangle has five points more to the left of the cursor and four to the right.
+        Painting::tintCaret(painter, QRectF(cursorRect()).adjusted(4, 0, -3, 0));
+    }
 }

@@ -300,6 +300,21 @@ TEST_F(SettingsWindowTest, isOpenedAgainAfterItWasClosed) {
     EXPECT_TRUE(window.isVisible());
 }
 
+TEST_F(SettingsWindowTest, opensInTheMiddleOfTheProgramsWindowAndInsideTheScreen) {
+    window.move(100, 150);
+    QCoreApplication::processEvents();
+    openByCommand();
+    EXPECT_EQ(opened()[0]->frameGeometry().center(), window.frameGeometry().center());
+    opened()[0]->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    const QRect screen = window.screen()->availableGeometry();
+    window.move(screen.bottomRight());
+    QCoreApplication::processEvents();
+    openByCommand();
+    EXPECT_EQ(opened()[0]->frameGeometry().bottomRight(), screen.bottomRight());
+}
+
 TEST_F(SettingsWindowTest, closesWithTheProgramsWindowWhichEndsTheProgram) {
     openByCommand();
     QTimer::singleShot(0, &window, [&] { window.close(); });
