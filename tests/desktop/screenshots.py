@@ -133,6 +133,19 @@ class Walk:
         press("Escape")
         self.program.is_gone("label", "Dosya adı:")
 
+    def question(self):
+        press("ctrl+n")
+        self.program.node("label", "Dosya adı:")
+        press("ctrl+a")
+        type_text(str(self.vault))
+        press("Return")
+        self.program.node("push button", "Evet")
+        self.shot("question", whole=True)
+        self.program.push("Hayır")
+        self.program.is_gone("push button", "Hayır")
+        press("Escape")
+        self.program.is_gone("label", "Dosya adı:")
+
     def unlock_card(self):
         self.choose_vault()
         self.shot("unlock")
@@ -259,6 +272,16 @@ class Walk:
         self.shot("main-dirty")
         self.program.choose("Düzen", re.compile("^Geri Al"))
 
+    def failed_save(self):
+        self.sosyal()
+        self.entry("Reddit")
+        self.program.choose("Kayıt", "Sil")
+        self.vault.unlink()
+        self.vault.mkdir()
+        press("ctrl+s")
+        self.program.button("Hatayı kapat")
+        self.shot("main-error")
+
     # Menus
 
     def menu(self, name):
@@ -377,6 +400,7 @@ class Walk:
         self.shot("settings", whole=True)
         recorder = self.program.button(re.compile("⌥⌘A"))
         act(recorder)
+        desktop.time.sleep(SETTLED)  # until the window manager has given it the focus
         self.shot("settings-recording", whole=True)
         press("q")
         self.program.node("label", "En az bir değiştirici tuş gerekli")
@@ -443,6 +467,7 @@ class Walk:
         self.start()
         self.scene(self.chooser)
         self.scene(self.file_panel)
+        self.scene(self.question)
         self.scene(self.unlock_card)
         self.scene(self.create_card)
         self.program.stop()
@@ -465,7 +490,7 @@ class Walk:
             self.scene(self.menu, name)
         for step in (self.row_menu, self.group_menu, self.sort_menu, self.more_menu, self.tooltip, self.new_entry,
                      self.edit_entry, self.calendar, self.new_group, self.edit_group, self.generator, self.settings,
-                     self.about, self.sizes):
+                     self.about, self.sizes, self.failed_save):
             self.scene(step)
         self.program.stop()
 
