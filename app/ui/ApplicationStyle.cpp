@@ -119,6 +119,8 @@ QString styleSheet() {
 namespace ApplicationStyle {
 
 void apply(QApplication& application) {
+    // Qt would leave out those that the menu bar has, and show the rest: none is calmer than some.
+    QApplication::setAttribute(Qt::AA_DontShowShortcutsInContextMenus);
     QApplication::setStyle(new Style);
     QApplication::setPalette(palette());
     QApplication::setFont(BrandFont::bodyText());

@@ -158,6 +158,13 @@ class Walk:
         wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
         desktop.time.sleep(0.5)  # the shake
         self.shot("unlock-error")
+        (self.program.home / "kasam.keyx").write_bytes(bytes(32))
+        self.program.push("Dosya seç…")
+        self.program.node("label", "Dosya adı:")
+        type_text(str(self.program.home / "kasam.keyx"))
+        press("Return")
+        self.program.button("Kaldır")
+        self.shot("unlock-keyfile")
 
     def create_card(self):
         press("ctrl+n")
@@ -314,6 +321,14 @@ class Walk:
         click(self.program.button("Diğer işlemler"))
         self.shot("more-menu")
         press("Escape")
+
+    def text_menu(self):
+        click(self.program.node("text", "Kayıtlarda ara"))
+        type_text("kart")
+        click(self.program.node("text", "Kayıtlarda ara"), button=3, from_left=0.2)
+        self.shot("context-text")
+        press("Escape")
+        self.program.push("Aramayı temizle")
 
     def tooltip(self):
         point_at(self.program.button(re.compile("^Kasayı kilitle")))
@@ -488,9 +503,9 @@ class Walk:
             self.scene(step)
         for name in ("Dosya", "Düzen", "Kayıt", "Araçlar", "Görünüm", "Yardım"):
             self.scene(self.menu, name)
-        for step in (self.row_menu, self.group_menu, self.sort_menu, self.more_menu, self.tooltip, self.new_entry,
-                     self.edit_entry, self.calendar, self.new_group, self.edit_group, self.generator, self.settings,
-                     self.about, self.sizes, self.failed_save):
+        for step in (self.row_menu, self.group_menu, self.sort_menu, self.more_menu, self.text_menu, self.tooltip,
+                     self.new_entry, self.edit_entry, self.calendar, self.new_group, self.edit_group, self.generator,
+                     self.settings, self.about, self.sizes, self.failed_save):
             self.scene(step)
         self.program.stop()
 
