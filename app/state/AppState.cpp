@@ -67,7 +67,7 @@ void AppState::setSort(EntrySort sort) {
 }
 
 void AppState::setRoute(std::optional<Route> route) {
-    assign(m_route, std::move(route), &AppState::routeChanged);
+    assign(m_route, route, &AppState::routeChanged);
 }
 
 const KdbxGroup* AppState::root() const noexcept {

@@ -236,7 +236,7 @@ private:
     void clearSelection();
     void storeBookmark(const std::filesystem::path& url);
     void forgetKey() noexcept;
-    void publish(KdbxDatabase database, KdbxKey key);
+    void publish(KdbxDatabase database, const KdbxKey& key);
     void saveQuietly();
     void flash(std::string text);
     void scheduleStatusClear();

@@ -63,7 +63,7 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         auto key = makeKey(password, std::move(keyFileData));
         auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key);
         const auto repaired = repairDuplicateIDs(database);
-        publish(std::move(database), std::move(key));
+        publish(std::move(database), key);
         if (repaired > 0)
             flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
     } catch (...) {
@@ -71,11 +71,11 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
     }
 }
 
-void AppState::publish(KdbxDatabase database, KdbxKey key) {
+void AppState::publish(KdbxDatabase database, const KdbxKey& key) {
     const auto rootID = database.root.id;
     assignDatabase(std::move(database));
     forgetKey();
-    m_activeKey.emplace(std::move(key));
+    m_activeKey.emplace(key);
     assign(m_isLocked, false, &AppState::isLockedChanged);
     assign(m_isDirty, false, &AppState::isDirtyChanged);
     setLastError(std::nullopt);
@@ -98,7 +98,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assignDatabase(std::move(database));
         forgetKey();
-        m_activeKey.emplace(std::move(key));
+        m_activeKey.emplace(key);
         assign(m_isLocked, false, &AppState::isLockedChanged);
         assign(m_isDirty, false, &AppState::isDirtyChanged);
         setLastError(std::nullopt);

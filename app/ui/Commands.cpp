@@ -128,7 +128,7 @@ void Commands::fill(QMenuBar& bar) {
 
 void Commands::fillMore(QMenu& menu) {
     // The same commands in the words of a menu that stands beside the entry.
-    const auto add = [this, &menu](const QString& text, QAction* command) {
+    const auto add = [&menu](const QString& text, QAction* command) {
         auto* const action = menu.addAction(text, command, &QAction::trigger);
         const auto follow = [action, command] { action->setEnabled(command->isEnabled()); };
         connect(command, &QAction::changed, action, follow);

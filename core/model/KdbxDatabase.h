@@ -22,8 +22,8 @@ struct KdbxMeta {
     std::string defaultUsername{};
     bool recycleBinEnabled = true;
     std::optional<UUID> recycleBinUUID{};
-    std::int64_t historyMaxItems = 10;              // items kept for one entry
-    std::int64_t historyMaxSize = 6 * 1024 * 1024;  // bytes; carried along, nothing trims by it
+    std::int64_t historyMaxItems = 10;                            // items kept for one entry
+    std::int64_t historyMaxSize = std::int64_t{6} * 1024 * 1024;  // bytes; carried along, nothing trims by it
     std::string generator = "Brenvik";
 
     /// All eight fields, texts by canonical equivalence.

@@ -125,9 +125,9 @@ private:
     static Place locateForInsert(const Root& root, std::size_t index) noexcept;
     static std::optional<std::size_t> offsetOfHint(std::span<const std::uint32_t> hints, std::size_t start,
                                                    std::uint32_t hint) noexcept;
-    static Chunk& ownChunk(Root& root, std::size_t chunk, std::size_t extra = 0);
-    static void joinWithNext(Root& root, std::size_t chunk);
-    static void recount(Root& root, std::size_t chunk) noexcept;
+    static Chunk& ownChunk(Root& root, std::size_t number, std::size_t extra = 0);
+    static void joinWithNext(Root& root, std::size_t number);
+    static void recount(Root& root, std::size_t number) noexcept;
 
     [[nodiscard]] const SharedNode<Node>& nodeAt(std::size_t index) const noexcept {
         const auto place = locate(*m_root, index);
@@ -136,7 +136,7 @@ private:
     Node& takeForWriting(std::size_t index);
     void insertNode(std::size_t index, SharedNode<Node> node);
     void appendChunk(SharedNode<Node> node);
-    void split(std::size_t chunk);
+    void split(std::size_t number);
 
     SharedNode<Root> m_root;  // none for the empty array; no chunk of it is empty
 };

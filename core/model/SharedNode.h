@@ -26,7 +26,8 @@ public:
         m_count.store(reinterpret_cast<std::uintptr_t>(next), std::memory_order_relaxed);
     }
     [[nodiscard]] SharedCount* link() const noexcept {
-        return reinterpret_cast<SharedCount*>(m_count.load(std::memory_order_relaxed));
+        return reinterpret_cast<SharedCount*>(  // NOLINT(performance-no-int-to-ptr): it was one
+            m_count.load(std::memory_order_relaxed));
     }
 
 private:

@@ -41,8 +41,8 @@ public:
     Coroutine get_return_object() noexcept {
         return Coroutine(std::coroutine_handle<promise_type>::from_promise(*this));
     }
-    std::suspend_never initial_suspend() const noexcept { return {}; }
-    auto final_suspend() const noexcept { return Handover(); }
+    [[nodiscard]] std::suspend_never initial_suspend() const noexcept { return {}; }
+    [[nodiscard]] auto final_suspend() const noexcept { return Handover(); }
     void return_void() const noexcept {}
     void unhandled_exception() noexcept { m_failure = std::current_exception(); }
 
@@ -52,7 +52,7 @@ private:
     /// At the end whoever awaits goes on.
     struct Handover {
         [[nodiscard]] bool await_ready() const noexcept { return false; }
-        std::coroutine_handle<> await_suspend(std::coroutine_handle<promise_type> ended) const noexcept {
+        [[nodiscard]] std::coroutine_handle<> await_suspend(std::coroutine_handle<promise_type> ended) const noexcept {
             return ended.promise().m_awaiting;
         }
         void await_resume() const noexcept {}
