@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/DateTimeField.h"
-#include "app/ui/components/SecretField.h"
-#include "tests/app/ui/SheetFixture.h"
+#include "tests/app/ui/EntryEditFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -13,36 +11,7 @@ using ::testing::Pair;
 
 using Route = AppState::Route;
 
-KdbxEntry fullEntry() {
-    auto entry = entryNamed("GitHub");
-    entry.username = "isilkaya";
-    entry.password = SecureString("kT4}vQ9w");
-    entry.url = "https://github.com/login";
-    entry.notes = "Bir\nİki";
-    entry.tags = {"iş", "kritik"};
-    entry.iconID = 20;
-    entry.customFields = {{"PIN", "4821"}, {"Müşteri no", "48-1123"}};
-    entry.protectedCustomFields = {"PIN"};
-    entry.autoTypeWindowAssociations = {{.window = "GitHub*", .sequence = "{PASSWORD}"}};
-    entry.unknownXML = {"<CustomData><Item/></CustomData>"};
-    entry.created = entry.modified = entry.accessed = {1'700'000'000};
-    return entry;
-}
-
-class EntryEditTest : public SheetFixture {
-protected:
-    void createIn(const KdbxGroup& group) { open(Route::newEntry(group.id)); }
-    DateTimeField* expiryField() const { return WindowProbe::find<DateTimeField>(window, "Son kullanma tarihi"); }
-    SecretField& password() const { return *WindowProbe::find<SecretField>(window, "Parola"); }
-    QList<QLineEdit*> keys() const { return all<QLineEdit>("Alan adı"); }
-    QList<SecretField*> values() const { return all<SecretField>("Değer"); }
-    const KdbxEntry& edited() const { return root().entries[0]; }
-    void addField(const QString& key, const QString& value) {
-        click("Alan ekle");
-        keys().back()->insert(key);
-        values().back()->insert(value);
-    }
-};
+class EntryEditTest : public EntryEditFixture {};
 
 TEST_F(EntryEditTest, aNewEntryStartsWithTheDefaults) {
     createIn(root());
@@ -478,78 +447,6 @@ TEST_F(EntryEditTest, theGeneratorTakesThePlaceOfTheForm) {
     EXPECT_EQ(state->route(), Route::generator(std::nullopt));
     EXPECT_FALSE(has("Kullanıcı adı"));
     EXPECT_EQ(bank().title, "Banka");
-}
-
-TEST_F(EntryEditTest, anIconIsChosenFromTheGridWithTheArrowKeys) {
-    open(Route::editEntry(bank().id));
-    click("Simge seç");
-    EXPECT_EQ(focusName(), "Anahtar");
-    press(Qt::Key_Right);
-    EXPECT_EQ(focusName(), "Dünya");
-    press(Qt::Key_Down);
-    EXPECT_EQ(focusName(), "Not") << "six in a row";
-    press(Qt::Key_Up);
-    press(Qt::Key_Left);
-    press(Qt::Key_Left);
-    EXPECT_EQ(focusName(), "Anahtar") << "nothing lies before the first";
-    press(Qt::Key_Right);
-    press(Qt::Key_Return);
-    EXPECT_FALSE(has("Dünya"));
-    EXPECT_EQ(focusName(), "Simge seç");
-    EXPECT_EQ(button("Simge seç").accessibleDescription(), "Dünya");
-    EXPECT_NE(state->route(), std::nullopt) << "Return was the icon's";
-    click("Kaydet");
-    EXPECT_EQ(bank().iconID, 1);
-}
-
-TEST_F(EntryEditTest, everyIconHasAButtonAndANameOfItsOwn) {
-    open(Route::editEntry(bank().id));
-    click("Simge seç");
-    const auto* const grid = QApplication::focusWidget()->parentWidget();
-    QStringList names;
-    for (const auto* const choice : grid->findChildren<QAbstractButton*>()) {
-        EXPECT_EQ(choice->size(), QSize(32, 32));
-        EXPECT_EQ(choice->toolTip(), choice->accessibleName());
-        names.append(choice->accessibleName());
-    }
-    EXPECT_EQ(names.size(), 37) << "the key, and those of the table";
-    EXPECT_FALSE(names.contains(QString()));
-    EXPECT_EQ(names.removeDuplicates(), 0);
-    EXPECT_EQ(grid->width(), 6 * 32 + 5 * 8);
-}
-
-TEST_F(EntryEditTest, theIconGridGoesWithTheVault) {
-    open(Route::editEntry(bank().id));
-    click("Simge seç");
-    state->lock();
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(has("Dünya"));
-    EXPECT_EQ(focusName(), "Ana parola");
-}
-
-TEST_F(EntryEditTest, theIconGridOpensAtTheCurrentIconAndClosesWithEscape) {
-    auto entry = fullEntry();
-    entry.iconID = 68;
-    editThis(entry);
-    button("Simge seç").setFocus();
-    press(Qt::Key_Space);
-    EXPECT_EQ(focusName(), "Araba");
-    EXPECT_EQ(QApplication::focusWidget()->accessibleDescription(), "Seçili");
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(has("Araba"));
-    EXPECT_EQ(focusName(), "Simge seç");
-    EXPECT_NE(state->route(), std::nullopt);
-}
-
-TEST_F(EntryEditTest, anIconNumberWithoutADrawingSurvivesAnEdit) {
-    auto entry = fullEntry();
-    entry.iconID = -7;
-    editThis(entry);
-    click("Simge seç");
-    EXPECT_EQ(focusName(), "Anahtar");
-    press(Qt::Key_Escape);
-    click("Kaydet");
-    EXPECT_EQ(edited().iconID, -7);
 }
 
 TEST_F(EntryEditTest, textsComeBackToTheLetter) {
