@@ -85,8 +85,21 @@ QAction* TextCommands::make(const QString& text, const char* verb, const QKeySeq
 void TextCommands::followFocus(QWidget* now) {
     if (!now || qobject_cast<QMenuBar*>(now) || qobject_cast<QMenu*>(now))
         return;  // the window is left, or a menu looks after the keys for a moment
+    if (m_field)
+        m_field->disconnect(this);
     m_field = isText(now) && now->window() == &m_window ? now : nullptr;
+    followSelection();
     showEnabled();
+}
+
+/// Also while no menu is open: a screen reader chooses from a closed one.
+void TextCommands::followSelection() {
+    if (auto* const line = qobject_cast<QLineEdit*>(m_field))
+        connect(line, &QLineEdit::selectionChanged, this, &TextCommands::showEnabled);
+    else if (auto* const plain = qobject_cast<QPlainTextEdit*>(m_field))
+        connect(plain, &QPlainTextEdit::selectionChanged, this, &TextCommands::showEnabled);
+    else if (auto* const rich = qobject_cast<QTextEdit*>(m_field))
+        connect(rich, &QTextEdit::selectionChanged, this, &TextCommands::showEnabled);
 }
 
 /// A screen that goes takes its fields along, but not always the focus.

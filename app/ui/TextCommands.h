@@ -39,6 +39,7 @@ private:
     QAction* make(const QString& text, const char* verb, const QKeySequence& key);
     [[nodiscard]] QWidget* field() const;
     void followFocus(QWidget* now);
+    void followSelection();
     void selectAll();
 
     QWidget& m_window;

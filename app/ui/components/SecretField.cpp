@@ -109,10 +109,14 @@ void SecretField::keyPressEvent(QKeyEvent* event) {
     if (!showsSecret())
         TextField::keyPressEvent(event);
     else if (event->matches(QKeySequence::Copy))
-        copySecret();
+        copy();
     else if (event->matches(QKeySequence::Cut))
-        cutSecret();
-    else if (!select(*event))
+        cut();
+    else if (event->matches(QKeySequence::Undo))
+        undo();  // which selects what comes back
+    else if (event->matches(QKeySequence::Redo))
+        redo();
+    else if (!select(*event) && !deleteLine(*event))
         TextField::keyPressEvent(event);
 }
 
@@ -138,26 +142,43 @@ bool SecretField::select(const QKeyEvent& event) {
     return true;
 }
 
-void SecretField::copySecret() const {
-    if (!m_copy || !hasSelectedText())
+/// What these keys take away, a line leaves on the clipboard.
+bool SecretField::deleteLine(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::DeleteEndOfLine))
+        setSelection(cursorPosition(), static_cast<int>(text().size()));
+    else if (event.matches(QKeySequence::DeleteCompleteLine))
+        selectAll();
+    else
+        return false;
+    if (hasSelectedText())
+        del();
+    return true;
+}
+
+void SecretField::copy() const {
+    if (!m_isMasking)
+        return TextField::copy();
+    if (!showsSecret() || !m_copy || !hasSelectedText())
         return;
     auto secret = selectedText().toStdString();
     m_copy(secret);
     wipe(secret);
 }
 
-void SecretField::cutSecret() {
-    if (!m_copy || !hasSelectedText())
+void SecretField::cut() {
+    if (!m_isMasking)
+        return TextField::cut();
+    if (!showsSecret() || !m_copy || !hasSelectedText())
         return;
-    copySecret();
+    copy();
     del();
 }
 
 void SecretField::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
-    const bool isCopied = showsSecret() && m_copy && hasSelectedText();
-    menu.addAction(tr("Kes"), this, &SecretField::cutSecret)->setEnabled(isCopied);
-    menu.addAction(tr("Kopyala"), this, &SecretField::copySecret)->setEnabled(isCopied);
+    const bool isCopied = hasSelectedText() && (!m_isMasking || (showsSecret() && m_copy));
+    menu.addAction(tr("Kes"), this, &SecretField::cut)->setEnabled(isCopied);
+    menu.addAction(tr("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
     menu.addAction(tr("Yapıştır"), this, &SecretField::paste);
     menu.addSeparator();
     menu.addAction(tr("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());

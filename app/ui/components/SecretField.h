@@ -32,6 +32,12 @@ public:
     /// Whether the text is masked at all: one that is no secret shows, and there is no eye.
     void setMasking(bool isMasking);
 
+public slots:
+    /// Copies what is selected as the secret that it is, in place of the line's own verb, which menus call by its name.
+    void copy() const;
+    /// Likewise.
+    void cut();
+
 signals:
     void revealedChanged(bool isRevealed);
 
@@ -46,8 +52,7 @@ private:
     void showLetters();
     [[nodiscard]] bool showsSecret() const noexcept { return m_isRevealed && m_isMasking; }
     bool select(const QKeyEvent& event);
-    void copySecret() const;
-    void cutSecret();
+    bool deleteLine(const QKeyEvent& event);
 
     IconButton* m_eye;
     std::function<void(std::string_view)> m_copy;

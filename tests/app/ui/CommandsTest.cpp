@@ -446,6 +446,19 @@ TEST_F(CommandsTest, aFieldWithoutSelectionCopiesNothing) {
     EXPECT_EQ(pasteboard.text(), "");
 }
 
+// A screen reader's user chooses from it without opening it.
+TEST_F(CommandsTest, aClosedMenuKnowsWhetherATextIsSelected) {
+    open();
+    searchField().setFocus();
+    searchField().setText("bank");
+    searchField().deselect();
+    EXPECT_FALSE(isEnabled("Düzen", "Kopyala"));
+    searchField().selectAll();
+    EXPECT_TRUE(isEnabled("Düzen", "Kopyala"));
+    searchField().deselect();
+    EXPECT_FALSE(isEnabled("Düzen", "Kopyala"));
+}
+
 TEST_F(CommandsTest, aMaskedFieldCopiesNothing) {
     state->prepare(vaultFile);
     auto& password = *field(window, "Ana parola");

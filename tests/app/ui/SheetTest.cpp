@@ -340,6 +340,49 @@ TEST_F(SecretFieldTest, theMenuCopiesTheSameWay) {
     EXPECT_EQ(QApplication::clipboard()->text(), "önceki");
 }
 
+// Menus of the window call a field's verbs by their names.
+TEST_F(SecretFieldTest, theVerbsThatAMenuCallsCopyTheSameWay) {
+    std::string copied;
+    field.setCopying([&](std::string_view secret) { copied = secret; });
+    QApplication::clipboard()->setText("önceki");
+    field.setSecret("gizli");
+    field.setRevealed(true);
+    field.selectAll();
+    QMetaObject::invokeMethod(&field, "copy");
+    EXPECT_EQ(copied, "gizli");
+    copied.clear();
+    QMetaObject::invokeMethod(&field, "cut");
+    EXPECT_EQ(copied, "gizli");
+    EXPECT_EQ(field.text(), "");
+    EXPECT_EQ(QApplication::clipboard()->text(), "önceki");
+
+    copied.clear();
+    field.setSecret("gizli");
+    field.setRevealed(false);
+    field.selectAll();
+    QMetaObject::invokeMethod(&field, "cut");
+    EXPECT_EQ(copied, "");
+    EXPECT_EQ(field.text(), "gizli");
+
+    field.setMasking(false);
+    field.selectAll();
+    QMetaObject::invokeMethod(&field, "copy");
+    EXPECT_EQ(copied, "");
+    EXPECT_EQ(QApplication::clipboard()->text(), "gizli") << "which is none then";
+}
+
+TEST_F(SecretFieldTest, aLineThatIsDeletedAtOnceIsNotLeftOnTheClipboard) {
+    QApplication::clipboard()->setText("önceki");
+    for (const auto deletes : {QKeySequence::DeleteEndOfLine, QKeySequence::DeleteCompleteLine}) {
+        field.setSecret("gizli");
+        field.setRevealed(true);
+        field.home(false);
+        for (const auto& keys : QKeySequence::keyBindings(deletes))
+            QTest::keySequence(&field, keys);
+        EXPECT_EQ(QApplication::clipboard()->text(), "önceki");
+    }
+}
+
 TEST_F(SecretFieldTest, theEyeShowsAndHides) {
     field.setSecret("gizli");
     EXPECT_EQ(field.displayText(), QString(5, QChar(0x2022)));
