@@ -2,6 +2,7 @@
 #include "app/ui/AboutView.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
@@ -25,6 +26,7 @@ Paragraph* centred(const QString& text, const QFont& font, const QColor& colour)
 }  // namespace
 
 AboutView::AboutView(QWidget* parent) : QWidget(parent) {
+    Accessible::setRole(*this, QAccessible::Dialog);
     setAccessibleName(tr("Brenvik Hakkında"));
     auto* const close = new Button(tr("Kapat"));
     connect(close, &Button::clicked, this, &AboutView::dismissed);

@@ -3,6 +3,7 @@
 
 #include "app/ui/Style.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/FocusRing.h"
 
 #include <QApplication>
@@ -126,6 +127,7 @@ void apply(QApplication& application) {
     QApplication::setFont(BrandFont::bodyText());
     application.setStyleSheet(styleSheet());
     FocusRing::install(&application);
+    Accessible::install();
 }
 
 }  // namespace ApplicationStyle

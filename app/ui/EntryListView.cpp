@@ -235,6 +235,7 @@ void EntryListView::editFocusedEntry() {
 
 void EntryListView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
     auto* const menu = EntryRowMenu::make(m_state, m_model->entry(index.row()), this);
+    menu->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
     connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
     menu->popup(globalPosition);

@@ -33,6 +33,7 @@ QMenu* EntryRowMenu::make(AppState& state, const KdbxEntry& entry, QWidget* pare
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
+    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::close);  // a screen reader chooses without closing it
 
     const auto id = entry.id;
     const auto add = [&](const char* text, const std::function<void()>& act) {

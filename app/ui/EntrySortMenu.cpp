@@ -16,6 +16,7 @@ constexpr int titleMargin = 10;  // where the menu's texts begin
 }  // namespace
 
 EntrySortMenu::EntrySortMenu(AppState& state, QWidget* parent) : QMenu(parent), m_state(state) {
+    setAccessibleName(tr("Sıralama"));
     m_columns = addChoice(tr("Sırala"));
     for (const auto column : EntrySort::allCases) {
         auto* const item = m_columns->addAction(qtText(EntrySort::label(column)));

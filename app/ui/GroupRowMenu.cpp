@@ -18,6 +18,7 @@ QMenu* GroupRowMenu::make(AppState& state, const KdbxGroup& group, QWidget* pare
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
+    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::close);  // a screen reader chooses without closing it
 
     const auto id = group.id;
     const bool isRoot = state.root() && state.root()->id == id;

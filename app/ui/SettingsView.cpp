@@ -2,6 +2,7 @@
 #include "app/ui/SettingsView.h"
 
 #include "app/ui/SettingsCards.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/ScrollPage.h"
 
 #include <QEvent>
@@ -33,6 +34,7 @@ void SettingsView::open(const Environment& environment, QWidget& owner) {
 }
 
 SettingsView::SettingsView(const Environment& environment, QWidget* owner) : QWidget(owner, Qt::Window) {
+    Accessible::setRole(*this, QAccessible::Dialog);
     setWindowTitle(tr("Ayarlar"));
     setMinimumSize(smallestSize);
     resize(idealSize);

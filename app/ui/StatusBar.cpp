@@ -2,16 +2,17 @@
 #include "app/ui/StatusBar.h"
 
 #include "app/state/AppState.h"
-#include "app/ui/Symbol.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
+#include "app/ui/components/Announcement.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Painting.h"
+#include "app/ui/components/SymbolMark.h"
 #include "core/clipboard/ClipboardService.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -23,38 +24,17 @@ constexpr int dismissSide = 20;
 constexpr int dismissSymbol = 10;
 constexpr int keptOfStatus = 150;  // a confirmation is short, and a long failure leaves it its room
 
-class SymbolMark final : public QWidget {
-public:
-    SymbolMark(QString name, const QColor& colour) : m_name(std::move(name)), m_colour(colour) {
-        setFixedSize(symbolSide, symbolSide);
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        Symbol::paint(painter, rect(), m_name, m_colour);
-    }
-
-private:
-    QString m_name;
-    QColor m_colour;
-};
-
 TextLabel* text(const QColor& colour) {
     return new TextLabel({}, BrandFont::body(11), colour);
 }
 
 /// Shows a message, and tells it to whoever listens instead of looking.
-void showMessage(TextLabel& label, const std::optional<std::string>& message) {
+void showMessage(TextLabel& label, Announcement& spoken, const std::optional<std::string>& message) {
     const QString shown = qtText(message.value_or(""));
     label.setVisible(message.has_value());
-    if (label.text() == shown)
-        return;
-    label.setText(shown);
-    if (message) {
-        QAccessibleEvent alert(&label, QAccessible::Alert);
-        QAccessible::updateAccessibility(&alert);
-    }
+    if (label.text() != shown)
+        label.setText(shown);
+    spoken.say(shown);
 }
 
 }  // namespace
@@ -63,14 +43,16 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
     : QWidget(parent),
       m_state(state),
       m_clipboard(clipboard),
-      m_countdownSymbol(new SymbolMark(QStringLiteral("doc.on.clipboard"), Palette::warn)),
+      m_countdownSymbol(new SymbolMark(QStringLiteral("doc.on.clipboard"), Palette::warn, symbolSide)),
       m_countdownText(text(Palette::text)),
       m_clearClipboard(new Button(tr("Temizle"), Button::Variant::ghost)),
       m_status(text(Palette::success)),
-      m_errorSymbol(new SymbolMark(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger)),
+      m_errorSymbol(new SymbolMark(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger, symbolSide)),
       m_error(text(Palette::danger)),
       m_dismissError(new IconButton(QStringLiteral("xmark"), tr("Hatayı kapat"))),
-      m_unsaved(text(Palette::textMuted)) {
+      m_unsaved(text(Palette::textMuted)),
+      m_spokenStatus(new Announcement(this)),
+      m_spokenError(new Announcement(this)) {
     arrange();
     connectState();
     showAll();
@@ -78,6 +60,7 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
 
 void StatusBar::arrange() {
     setFixedHeight(barHeight);
+    Accessible::setRole(*this, QAccessible::StatusBar);
     setAccessibleName(tr("Durum çubuğu"));
     m_clearClipboard->setSmall(true);
     m_dismissError->setSides(dismissSide, dismissSymbol);
@@ -109,9 +92,9 @@ void StatusBar::showAll() {
     m_countdownText->setText(tr("Pano %1 sn sonra temizlenecek").arg(seconds));
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard})
         widget->setVisible(seconds > 0);
-    showMessage(*m_status, m_state.statusMessage());
+    showMessage(*m_status, *m_spokenStatus, m_state.statusMessage());
     m_status->setMinimumWidth(std::min(m_status->sizeHint().width(), keptOfStatus));
-    showMessage(*m_error, m_state.lastError());
+    showMessage(*m_error, *m_spokenError, m_state.lastError());
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_errorSymbol, m_dismissError})
         widget->setVisible(m_state.lastError().has_value());
     m_unsaved->setVisible(m_state.isDirty());

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class Announcement;
 class AppState;
 class Button;
 class ClipboardService;
@@ -38,4 +39,6 @@ private:
     TextLabel* m_error;
     IconButton* m_dismissError;
     TextLabel* m_unsaved;
+    Announcement* m_spokenStatus;
+    Announcement* m_spokenError;
 };

@@ -6,6 +6,7 @@
 #include "app/ui/ShakingBanner.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Badge.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Card.h"
@@ -16,6 +17,7 @@
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/SecretField.h"
 #include "app/ui/components/StrengthMeter.h"
+#include "app/ui/components/SymbolMark.h"
 
 #include <QApplication>
 #include <QDir>
@@ -39,6 +41,7 @@ constexpr int smallTextSize = 10;
 constexpr int formSpacing = 18;
 constexpr int actionSide = 38;
 constexpr int keyRowHeight = 30;
+constexpr int keySymbolSide = 14;
 
 /// The card's ground. Its least height is the one at its own width, not that of its paragraphs at none.
 class CardGround final : public QWidget {
@@ -204,19 +207,15 @@ QWidget* UnlockView::makePathCard() {
 QWidget* UnlockView::makeKeyFileField() {
     m_chosenKeyFile = new QWidget;
     auto* const chosen = bareRow(m_chosenKeyFile, Metric::s);
-    auto* const symbol = new IconButton(QStringLiteral("key.horizontal"), {});
-    symbol->setTint(Palette::success);
-    symbol->setSides(14, 14);
-    symbol->setFocusPolicy(Qt::NoFocus);
-    symbol->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* const remove = new Button(tr("Kaldır"));
     remove->setSmall(true);
     connect(remove, &Button::clicked, this, [this] { setKeyFile(std::nullopt); });
-    chosen->addWidget(symbol);
+    chosen->addWidget(new SymbolMark(QStringLiteral("key.horizontal"), Palette::success, keySymbolSide));
     chosen->addWidget(m_keyFileName, 1);
     chosen->addWidget(remove);
 
     auto* const field = new QWidget;
+    Accessible::setRole(*field, QAccessible::Grouping);
     field->setMinimumHeight(keyRowHeight);
     auto* const row = bareRow(field, 0);
     row->addWidget(m_chooseKeyFile, 0, Qt::AlignLeft);

@@ -48,7 +48,7 @@ class GeneratorTest(DesktopTest):
         Atspi.Value.set_current_value(slider, 77)
         self.setting_becomes_option("length", 77)
         wait_for(lambda: len(self.password()) == 77, "77 characters")
-        act(self.program.node("check box", "12"))
+        act(self.program.node("radio button", "12"))
         self.setting_becomes_option("length", 12)
         wait_for(lambda: len(self.password()) == 12, "12 characters")
 
@@ -84,7 +84,7 @@ class SettingsTest(DesktopTest):
         Atspi.Value.set_current_value(self.program.node("slider", re.compile("temizleme")), 45)
         self.setting_becomes("clipboardTimeout", 45)
         self.shows("45 sn")
-        act(self.program.node("check box", "30 sn"))
+        act(self.program.node("radio button", "30 sn"))
         self.setting_becomes("clipboardTimeout", 30)
 
     def test_the_sequence_is_stored_and_goes_back_to_its_default(self):

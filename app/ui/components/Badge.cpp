@@ -3,6 +3,7 @@
 
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Painting.h"
 
 #include <QPainter>
@@ -38,6 +39,7 @@ void paintContent(QPainter& painter, const QRectF& area, const QString& text, co
 Badge::Badge(const QString& text, const QColor& tint, const QString& symbol, QWidget* parent)
     : QWidget(parent), m_text(text), m_tint(tint), m_symbol(symbol) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    Accessible::setRole(*this, QAccessible::StaticText);
     setAccessibleName(text);
 }
 

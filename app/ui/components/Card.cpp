@@ -2,6 +2,7 @@
 #include "app/ui/components/Card.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Painting.h"
 
@@ -15,6 +16,7 @@ Card::Card(QWidget* parent) : QWidget(parent), m_content(new QVBoxLayout(this)) 
 }
 
 Card::Card(const QString& heading, QWidget* parent) : Card(parent) {
+    Accessible::setRole(*this, QAccessible::Grouping);
     setAccessibleName(heading);
     m_headingLine = new QHBoxLayout;
     m_headingLine->setSpacing(Metric::s);

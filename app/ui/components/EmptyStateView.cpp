@@ -3,6 +3,7 @@
 
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Painting.h"
@@ -40,6 +41,7 @@ private:
 
 EmptyStateView::EmptyStateView(const QString& symbol, const QString& title, const QString& message, QWidget* parent)
     : QWidget(parent), m_column(new QVBoxLayout(this)) {
+    Accessible::setRole(*this, QAccessible::Grouping);
     setAccessibleName(title);
     auto* const heading = new Paragraph(title, BrandFont::sectionTitle(), Palette::text);
     auto* const sentence = new Paragraph(message, BrandFont::secondary(), Palette::textSoft);

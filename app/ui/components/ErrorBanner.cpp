@@ -3,11 +3,11 @@
 
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Painting.h"
 
-#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPainter>
 
@@ -19,6 +19,7 @@ constexpr int symbolSide = 14;
 
 ErrorBanner::ErrorBanner(QWidget* parent)
     : QWidget(parent), m_message(new Paragraph({}, BrandFont::body(12, QFont::Medium), Palette::text, this)) {
+    Accessible::setRole(*this, QAccessible::Notification);
     auto* const dismiss = new IconButton(QStringLiteral("xmark"), tr("Kapat"), this);
     dismiss->setSides(Metric::controlHeightSmall, 10);
     connect(dismiss, &IconButton::clicked, this, &ErrorBanner::dismissed);
@@ -33,8 +34,7 @@ ErrorBanner::ErrorBanner(QWidget* parent)
 void ErrorBanner::setMessage(const QString& message) {
     m_message->setText(message);
     setAccessibleName(message);
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    Accessible::announce(*this);
 }
 
 void ErrorBanner::paintEvent(QPaintEvent*) {

@@ -53,6 +53,7 @@ void IconButton::setOnHoverGround(bool isOnHoverGround) {
 }
 
 void IconButton::setMenu(QMenu* menu) {
+    connect(menu, &QMenu::triggered, menu, &QMenu::close);  // a screen reader chooses without closing it
     connect(this, &IconButton::clicked, menu, [this, menu] {
         // Under the button from its left edge, and inside the window where that has the room.
         const int beyond = mapTo(window(), QPoint(menu->sizeHint().width(), 0)).x() - window()->width();

@@ -4,6 +4,7 @@
 #include "app/ui/EntryIcon.h"
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Painting.h"
 
 #include <QIcon>
@@ -58,6 +59,7 @@ void SymbolTile::paintEvent(QPaintEvent*) {
 
 BrandMark::BrandMark(int side, QWidget* parent) : QWidget(parent) {
     setFixedSize(side, side);
+    Accessible::setRole(*this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("Brenvik"));
 }
 

@@ -2,6 +2,7 @@
 #include "app/ui/components/Popover.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Painting.h"
 #include "app/ui/components/TabStops.h"
 
@@ -24,6 +25,7 @@ constexpr int shadowDrop = 4;
 Popover::Popover(const QString& name, QWidget* anchor)
     : QWidget(anchor->window()), m_anchor(anchor), m_panel(new QWidget(this)), m_content(new QVBoxLayout(m_panel)) {
     hide();
+    Accessible::setRole(*m_panel, QAccessible::Dialog);
     m_panel->setAccessibleName(name);
     m_content->setContentsMargins(Metric::m, Metric::m, Metric::m, Metric::m);
     m_content->setSpacing(Metric::s);

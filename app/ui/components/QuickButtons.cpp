@@ -2,6 +2,7 @@
 #include "app/ui/components/QuickButtons.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 
 #include <QHBoxLayout>
@@ -20,6 +21,7 @@ QuickButtons::QuickButtons(const QList<int>& numbers, const QString& label, Widt
     row->setSpacing(gap);
     for (const int number : numbers) {
         auto* const button = new Button(label.arg(number), Button::Variant::secondary, this);
+        Accessible::setRole(*button, QAccessible::RadioButton);
         button->setSmall(true);
         button->setCheckable(true);
         // A click turns the check round, and so does a screen reader, which does not click.

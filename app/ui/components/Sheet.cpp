@@ -2,6 +2,7 @@
 #include "app/ui/components/Sheet.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Card.h"
 #include "app/ui/components/Labels.h"
@@ -11,7 +12,6 @@
 #include "app/ui/components/TabStops.h"
 
 #include <QAbstractButton>
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -36,27 +36,12 @@ QSizePolicy retaining(QSizePolicy policy) {
     return policy;
 }
 
-/// What a screen reader is told of a card: that it is a dialog.
-QAccessibleInterface* accessibleCard(const QString& className, QObject* object) {
-    auto* const widget = qobject_cast<QWidget*>(object);
-    if (className != QLatin1String("SheetCard") || widget == nullptr)
-        return nullptr;
-    return new QAccessibleWidget(widget, QAccessible::Dialog);
-}
-
-void tellScreenReaders() {
-    [[maybe_unused]] static const bool isInstalled = [] {
-        QAccessible::installFactory(accessibleCard);
-        return true;
-    }();
-}
-
 }  // namespace
 
 SheetCard::SheetCard(QSize smallest, QSize ideal, QWidget* parent)
     : QWidget(parent), m_smallest(smallest), m_ideal(ideal) {
     setFocusPolicy(Qt::NoFocus);
-    tellScreenReaders();
+    Accessible::setRole(*this, QAccessible::Dialog);
 }
 
 SheetCard::SheetCard(QWidget* content, QSize size) : SheetCard(size, size) {

@@ -2,6 +2,8 @@
 #include "app/ui/components/StrengthMeter.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
+#include "app/ui/components/Announcement.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Motion.h"
 #include "app/ui/components/Painting.h"
@@ -48,7 +50,9 @@ StrengthMeter::StrengthMeter(QWidget* parent)
       m_label(new TextLabel({}, BrandFont::body(11, QFont::DemiBold), Palette::text, this)),
       m_entropy(new TextLabel({}, BrandFont::label(), Palette::textSoft, this)),
       m_count(new TextLabel({}, BrandFont::label(), Palette::textSoft, this)),
+      m_spoken(new Announcement(this)),
       m_colour(Palette::danger) {
+    Accessible::setRole(*this, QAccessible::Grouping);
     m_motion->setEasingCurve(Motion::curve);
     connect(m_motion, &QVariantAnimation::valueChanged, this, [this](const QVariant& filled) {
         m_filled = filled.toDouble();
@@ -75,6 +79,7 @@ void StrengthMeter::showStrengthOf(const QString& password) {
     m_colour = grade.colour;
     m_label->setText(tr(grade.label));
     m_label->setColour(grade.colour);
+    m_spoken->say(m_label->text());  // and not the figures, which change with every letter
     m_entropy->setText(tr("%1 bit entropi").arg(static_cast<qint64>(std::round(strength.entropyBits))));
     m_count->setText(tr("%1 karakter").arg(count));
     setAccessibleName(QStringLiteral("%1, %2, %3").arg(m_label->text(), m_entropy->text(), m_count->text()));

@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QWidget>
 
+class Announcement;
 class QVariantAnimation;
 class TextLabel;
 
@@ -24,6 +25,7 @@ private:
     TextLabel* m_label;
     TextLabel* m_entropy;
     TextLabel* m_count;
+    Announcement* m_spoken;
     QColor m_colour;
     double m_filled = 0;  // 0 to 1
 };

@@ -92,6 +92,19 @@ TEST_F(SettingsTest, aQuickTimeIsStoredAndMarked) {
     }
 }
 
+// Which turns a check round without a click.
+TEST_F(SettingsTest, aQuickTimeThatAScreenReaderChecksIsStored) {
+    open();
+    auto* const heard = QAccessible::queryAccessibleInterface(button(*view, "30 sn"));
+    EXPECT_EQ(heard->role(), QAccessible::RadioButton) << "of several the one that holds";
+    for (int time = 0; time < 2; ++time) {  // the second one leaves it as it is
+        heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        EXPECT_EQ(preferences->clipboardTimeout(), 30);
+        EXPECT_EQ(checkedTimes(), QStringList{"30 sn"});
+        EXPECT_TRUE(heard->state().checked);
+    }
+}
+
 TEST_F(SettingsTest, aStoredTimeThatNoSliderGivesIsShownAndStays) {
     preferences->setClipboardTimeout(300);
     open();
@@ -111,6 +124,22 @@ TEST_F(SettingsTest, theSequenceIsStoredAsItIsTyped) {
     sequence->selectAll();
     QTest::keyClick(sequence, Qt::Key_Backspace);
     EXPECT_EQ(preferences->defaultAutoTypeSequence(), "") << "which types nothing";
+}
+
+TEST_F(SettingsTest, theSequenceThatAScreenReaderWritesIsStored) {
+    open();
+    auto* const heard = QAccessible::queryAccessibleInterface(field(*view, sequenceName));
+    heard->editableTextInterface()->replaceText(0, heard->textInterface()->characterCount(), "{TITLE}");
+    EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{TITLE}");
+    heard->setText(QAccessible::Value, "{URL}");
+    EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{URL}");
+}
+
+TEST_F(SettingsTest, itIsADialogThatScreenReadersCanName) {
+    open();
+    auto* const heard = QAccessible::queryAccessibleInterface(&*view);
+    EXPECT_EQ(heard->role(), QAccessible::Dialog);
+    EXPECT_EQ(heard->text(QAccessible::Name), "Ayarlar");
 }
 
 TEST_F(SettingsTest, theSequenceCanBeReset) {

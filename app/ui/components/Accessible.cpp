@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/Accessible.h"
+
+#include <QAbstractButton>
+#include <QAccessibleObject>
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QMenu>
+
+namespace {
+
+constexpr auto roleProperty = "accessibleRole";
+
+/// The root of all. It has the menu that is open from a row, a button or a field among its children, so that whoever
+/// walks the tree comes upon it; Qt tells of such a menu that its parent is here, and then leaves it out.
+class ApplicationAccessible final : public QAccessibleApplication {
+public:
+    [[nodiscard]] int childCount() const override {
+        return QAccessibleApplication::childCount() + (openMenu() != nullptr ? 1 : 0);
+    }
+    [[nodiscard]] QAccessibleInterface* child(int index) const override {
+        auto* const menu = index == QAccessibleApplication::childCount() ? openMenu() : nullptr;
+        return menu ? menu : QAccessibleApplication::child(index);
+    }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override {
+        const bool isMenu = child && child == openMenu();
+        return isMenu ? QAccessibleApplication::childCount() : QAccessibleApplication::indexOfChild(child);
+    }
+
+private:
+    /// One of the menu bar has its place there.
+    [[nodiscard]] QAccessibleInterface* openMenu() const {
+        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        auto* const told = menu ? QAccessible::queryAccessibleInterface(menu) : nullptr;
+        return told && told->parent() == this ? told : nullptr;
+    }
+};
+
+/// A widget of no special kind: a place for others, or what its role says.
+class PlaceAccessible final : public QAccessibleWidget {
+public:
+    using QAccessibleWidget::QAccessibleWidget;
+
+    [[nodiscard]] QAccessible::Role role() const override {
+        const auto role = widget()->property(roleProperty);
+        return role.isValid() ? static_cast<QAccessible::Role>(role.toInt()) : QAccessibleWidget::role();
+    }
+};
+
+/// A button of another role than Qt would give it.
+class ButtonAccessible final : public QAccessibleWidget {
+public:
+    ButtonAccessible(QAbstractButton& button, QAccessible::Role role)
+        : QAccessibleWidget(&button, role), m_button(button) {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        state.checkable = m_button.isCheckable();
+        state.checked = m_button.isChecked();
+        state.pressed = m_button.isDown();
+        return state;
+    }
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        const QString own = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && own.isEmpty() ? m_button.text() : own;
+    }
+    [[nodiscard]] QStringList actionNames() const override {
+        QStringList names;
+        if (m_button.isEnabled())
+            names += m_button.isCheckable() ? toggleAction() : pressAction();
+        return names + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name == toggleAction() && m_button.isEnabled())
+            m_button.toggle();
+        else if (name == pressAction())
+            m_button.animateClick();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+private:
+    QAbstractButton& m_button;
+};
+
+QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
+    if (object == qApp)
+        return new ApplicationAccessible;
+    auto* const widget = qobject_cast<QWidget*>(object);
+    if (!widget)
+        return nullptr;
+    const auto role = widget->property(roleProperty);
+    if (auto* const button = qobject_cast<QAbstractButton*>(widget); button && role.isValid())
+        return new ButtonAccessible(*button, static_cast<QAccessible::Role>(role.toInt()));
+    if (className == QLatin1String("QSplitterHandle"))
+        return new PlaceAccessible(widget, QAccessible::Separator);
+    // Asked for each class from the widget's own upwards: here no other has an answer.
+    return className == QLatin1String("QWidget") ? new PlaceAccessible(widget) : nullptr;
+}
+
+}  // namespace
+
+void Accessible::install() {
+    QAccessible::installFactory(interfaceFor);
+}
+
+void Accessible::setRole(QWidget& widget, QAccessible::Role role) {
+    widget.setProperty(roleProperty, static_cast<int>(role));
+}
+
+// What appears with this role is spoken at once; Qt passes on no alert. What is not shown yet is told when it is.
+void Accessible::announce(QWidget& message) {
+    if (!message.isVisible())
+        return;
+    QAccessibleEvent shown(&message, QAccessible::ObjectShow);
+    QAccessible::updateAccessibility(&shown);
+}

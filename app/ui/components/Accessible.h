@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QAccessible>
+
+class QWidget;
+
+/// What a screen reader is told that Qt does not tell it by itself.
+namespace Accessible {
+
+/// Has Qt ask here first. Once a process, before its first widget.
+void install();
+
+/// Has a widget told as what it is for. One of the project's own classes, which Qt knows as a plain widget or a button;
+/// to be called before anything else is told of it.
+void setRole(QWidget& widget, QAccessible::Role role);
+
+/// Has a shown message spoken that changed while the reader is elsewhere. It has the role of a notification, and is
+/// spoken by itself when it comes up.
+void announce(QWidget& message);
+
+}  // namespace Accessible
