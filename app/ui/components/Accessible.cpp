@@ -5,6 +5,7 @@
 #include <QAccessibleObject>
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMenu>
 
 namespace {
@@ -98,10 +99,58 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     return className == QLatin1String("QWidget") ? new PlaceAccessible(widget) : nullptr;
 }
 
+/// Whether what an event tells of is shown as dots.
+bool isHidden(const QAccessibleEvent& event) {
+    const auto* const field = qobject_cast<QLineEdit*>(event.object());
+    return field && field->echoMode() != QLineEdit::Normal;
+}
+
+QString dotsFor(const QString& text) {
+    constexpr QChar dot(0x2022);
+    return QString(text.size(), dot);
+}
+
+/// As all of Qt's events go out.
+void pass(QAccessibleEvent& event);
+
+/// On its way to whoever listens on the desktop. Qt would tell there each letter that is typed into a hidden field.
+void tell(QAccessibleEvent* event) {
+    using Event = QAccessible::Event;
+    // A view's accessible object has heard of its model already, and nobody else wants to.
+    if (event->type() == Event::TableModelChanged)
+        return;
+    if (!isHidden(*event))
+        return pass(*event);
+    if (event->type() == Event::TextInserted) {
+        const auto& change = static_cast<const QAccessibleTextInsertEvent&>(*event);
+        QAccessibleTextInsertEvent dots(event->object(), change.changePosition(), dotsFor(change.textInserted()));
+        return pass(dots);
+    }
+    if (event->type() == Event::TextRemoved) {
+        const auto& change = static_cast<const QAccessibleTextRemoveEvent&>(*event);
+        QAccessibleTextRemoveEvent dots(event->object(), change.changePosition(), dotsFor(change.textRemoved()));
+        return pass(dots);
+    }
+    if (event->type() == Event::TextUpdated) {
+        const auto& change = static_cast<const QAccessibleTextUpdateEvent&>(*event);
+        QAccessibleTextUpdateEvent dots(event->object(), change.changePosition(), dotsFor(change.textRemoved()),
+                                        dotsFor(change.textInserted()));
+        return pass(dots);
+    }
+    pass(*event);
+}
+
+void pass(QAccessibleEvent& event) {
+    QAccessible::installUpdateHandler(nullptr);
+    QAccessible::updateAccessibility(&event);
+    QAccessible::installUpdateHandler(tell);
+}
+
 }  // namespace
 
 void Accessible::install() {
     QAccessible::installFactory(interfaceFor);
+    QAccessible::installUpdateHandler(tell);
 }
 
 void Accessible::setRole(QWidget& widget, QAccessible::Role role) {

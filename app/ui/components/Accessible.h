@@ -8,7 +8,8 @@ class QWidget;
 /// What a screen reader is told that Qt does not tell it by itself.
 namespace Accessible {
 
-/// Has Qt ask here first. Once a process, before its first widget.
+/// Has Qt ask here first, and lets none of its events carry the letters of a hidden field. Once a process, before its
+/// first widget.
 void install();
 
 /// Has a widget told as what it is for. One of the project's own classes, which Qt knows as a plain widget or a button;
