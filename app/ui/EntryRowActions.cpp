@@ -17,6 +17,10 @@ namespace {
 constexpr int buttonSide = Metric::controlHeightSmall;
 constexpr int symbolSide = 14;
 
+const char* const copyUsername = QT_TRANSLATE_NOOP("EntryRowActions", "Kullanıcı adını kopyala");
+const char* const copyPassword = QT_TRANSLATE_NOOP("EntryRowActions", "Parolayı kopyala");
+const char* const autoType = QT_TRANSLATE_NOOP("EntryRowActions", "Otomatik yaz");
+
 }  // namespace
 
 int EntryRowActions::widthFor(bool hasAutoType) {
@@ -31,10 +35,11 @@ EntryRowActions::EntryRowActions(AppState& state, const EntryListModel& model, R
     line->setContentsMargins(Metric::s, 0, 0, 0);
     line->setSpacing(Metric::xs);
     line->addStretch();
-    line->addWidget(add(QStringLiteral("person"), tr("Kullanıcı adını kopyala"), &AppState::copyUsername));
-    line->addWidget(add(QStringLiteral("key.horizontal"), tr("Parolayı kopyala"), &AppState::copyPassword));
-    m_autoType = add(QStringLiteral("keyboard"), tr("Otomatik yaz"), &AppState::performAutoType);
+    line->addWidget(add(QStringLiteral("person"), tr(copyUsername), &AppState::copyUsername));
+    line->addWidget(add(QStringLiteral("key.horizontal"), tr(copyPassword), &AppState::copyPassword));
+    m_autoType = add(QStringLiteral("keyboard"), tr(autoType), &AppState::performAutoType);
     line->addWidget(m_autoType);
+    list.setVerbs([this](const QModelIndex& index) { return verbsOf(m_model.entry(index.row())); });
     connect(&list, &RowListView::hoverMoved, this, &EntryRowActions::follow);
     connect(&model, &QAbstractItemModel::dataChanged, this, &EntryRowActions::follow);
 }
@@ -46,11 +51,27 @@ IconButton* EntryRowActions::add(const QString& symbol, const QString& tip, void
     button->setFocusPolicy(Qt::NoFocus);  // it goes with the pointer, and the focus would go with it
     button->setCursor(Qt::ArrowCursor);
     connect(button, &IconButton::clicked, this, [this, verb] {
-        const auto* root = m_state.root();
-        if (const auto* entry = root && m_entryID ? GroupTree::findEntry(*root, *m_entryID) : nullptr)
-            std::invoke(verb, m_state, entry);
+        if (m_entryID)
+            call(verb, *m_entryID);
     });
     return button;
+}
+
+QList<RowVerb> EntryRowActions::verbsOf(const KdbxEntry& entry) {
+    const auto verb = [this, id = entry.id](const char* name, void (AppState::*verb)(const KdbxEntry*)) {
+        return RowVerb{tr(name), [this, verb, id] { call(verb, id); }};
+    };
+    QList<RowVerb> verbs{verb(copyUsername, &AppState::copyUsername), verb(copyPassword, &AppState::copyPassword)};
+    if (entry.autoTypeEnabled)
+        verbs += verb(autoType, &AppState::performAutoType);
+    return verbs;
+}
+
+/// With the entry as the vault has it now; not if it has gone by then.
+void EntryRowActions::call(void (AppState::*verb)(const KdbxEntry*), const UUID& id) {
+    const auto* root = m_state.root();
+    if (const auto* entry = root ? GroupTree::findEntry(*root, id) : nullptr)
+        std::invoke(verb, m_state, entry);
 }
 
 void EntryRowActions::follow() {

@@ -12,9 +12,11 @@ class EntryListModel;
 class IconButton;
 struct KdbxEntry;
 class RowListView;
+struct RowVerb;
 
 /// The buttons at the end of the row under the pointer: they copy and type without selecting. One set for the whole
-/// list, which goes where the pointer goes. The keyboard has the row's menu instead.
+/// list, which goes where the pointer goes. The keyboard has the row's menu instead, and a screen reader finds the same
+/// verbs at each row.
 class EntryRowActions : public QWidget {
     Q_OBJECT
 
@@ -27,6 +29,8 @@ public:
 private:
     IconButton* add(const QString& symbol, const QString& tip, void (AppState::*verb)(const KdbxEntry*));
     void follow();
+    [[nodiscard]] QList<RowVerb> verbsOf(const KdbxEntry& entry);
+    void call(void (AppState::*verb)(const KdbxEntry*), const UUID& id);
 
     AppState& m_state;
     const EntryListModel& m_model;

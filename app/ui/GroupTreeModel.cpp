@@ -56,14 +56,6 @@ std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root) {
     return rows;
 }
 
-/// What the picture tells by its chevron, and the count.
-QString GroupTreeModel::spoken(const Row& row) {
-    const auto count = tr("%1 kayıt").arg(row.entryCount);
-    if (row.group->groups.empty())
-        return count;
-    return (row.group->isExpanded ? tr("Genişletilmiş") : tr("Daraltılmış")) + QStringLiteral(", ") + count;
-}
-
 std::optional<int> GroupTreeModel::rowOf(const UUID& id) const {
     const auto found = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& row) { return row.group->id == id; });
     if (found == m_rows.end())
@@ -84,7 +76,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return nameOf(*row.group);
         case Qt::AccessibleDescriptionRole:
-            return spoken(row);
+            return tr("%1 kayıt").arg(row.entryCount);
         case depthRole:
             return row.depth;
         case countRole:

@@ -37,7 +37,6 @@ private:
         std::int64_t entryCount;  // of the group and all below it
     };
 
-    static QString spoken(const Row& row);
     static std::vector<Row> rowsOf(const KdbxGroup& root);
 
     std::shared_ptr<const KdbxDatabase> m_owner;  // the root lies in it, so it does not move

@@ -72,6 +72,12 @@ void GroupTreeView::connectList() {
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupTreeView::storeSelection);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &GroupTreeView::followSelection);
     connect(m_list, &RowListView::clicked, this, &GroupTreeView::choose);
+    m_list->setVerbs([this](const QModelIndex& index) { return verbsOf(index); });
+    m_list->setExpansion([](const QModelIndex& index) {
+        return index.data(GroupTreeModel::hasChildrenRole).toBool()
+                   ? std::optional(index.data(GroupTreeModel::isExpandedRole).toBool())
+                   : std::nullopt;
+    });
     connect(m_list, &RowListView::menuRequested, this, &GroupTreeView::openMenu);
     new RowDropTarget(*m_list,
                       {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
@@ -130,6 +136,7 @@ void GroupTreeView::addGroup() {
 
 void GroupTreeView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
     auto* const menu = GroupRowMenu::make(m_state, m_model->group(index.row()), this);
+    menu->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
     connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
     menu->popup(globalPosition);
@@ -194,8 +201,19 @@ bool GroupTreeView::answerClick(const QPoint& position) {
 
 void GroupTreeView::setExpanded(int row, bool isExpanded) {
     const auto& group = m_model->group(row);
-    if (!group.groups.empty() && group.isExpanded != isExpanded)
-        m_state.setGroupExpanded(group.id, isExpanded);
+    if (group.groups.empty() || group.isExpanded == isExpanded)
+        return;
+    m_state.setGroupExpanded(group.id, isExpanded);
+    m_list->tellExpansion(row);
+}
+
+/// What the chevron does.
+QList<RowVerb> GroupTreeView::verbsOf(const QModelIndex& index) {
+    const auto isExpanded = m_list->isExpanded(index);
+    if (!isExpanded)
+        return {};
+    return {{*isExpanded ? tr("Daralt") : tr("Genişlet"),
+             [this, index, isExpanded] { setExpanded(index.row(), !*isExpanded); }}};
 }
 
 std::optional<RowMark> GroupTreeView::dropPlaceAt(const QPoint& position) const {

@@ -16,6 +16,7 @@ class QModelIndex;
 class RowListView;
 class TextLabel;
 struct RowMark;
+struct RowVerb;
 
 /// The left column: the vault's name and its groups. The selected group is what the entry list shows.
 class GroupTreeView : public QWidget {
@@ -49,6 +50,7 @@ private:
     void goOut(int row);
     bool answerClick(const QPoint& position);
     void setExpanded(int row, bool isExpanded);
+    [[nodiscard]] QList<RowVerb> verbsOf(const QModelIndex& index);
 
     [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;
     void takeDrop(const std::set<UUID>& ids, const RowMark& place);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/RowListView.h"
 
+#include "app/ui/RowListAccessible.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 
@@ -21,9 +22,15 @@ QChar folded(QChar letter) {
     return sameLetters.contains(letter) ? QChar(u'i') : letter.toLower();
 }
 
+QAccessibleInterface* accessibleFor(const QString&, QObject* object) {
+    auto* const list = qobject_cast<RowListView*>(object);
+    return list != nullptr ? new RowListAccessible(*list) : nullptr;
+}
+
 }  // namespace
 
 RowListView::RowListView(const QString& name, QWidget* parent) : QListView(parent) {
+    [[maybe_unused]] static const bool isTaught = (QAccessible::installFactory(accessibleFor), true);
     setAccessibleName(name);
     setUniformItemSizes(true);  // a hundred times the speed at 100,000 rows
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -36,6 +43,30 @@ RowListView::RowListView(const QString& name, QWidget* parent) : QListView(paren
     // The ground is the column's own.
     setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
+}
+
+QList<RowVerb> RowListView::verbs(const QModelIndex& index) const {
+    return m_verbs && index.isValid() ? m_verbs(index) : QList<RowVerb>();
+}
+
+void RowListView::setVerbs(std::function<QList<RowVerb>(const QModelIndex&)> verbs) {
+    m_verbs = std::move(verbs);
+}
+
+std::optional<bool> RowListView::isExpanded(const QModelIndex& index) const {
+    return m_expansion && index.isValid() ? m_expansion(index) : std::nullopt;
+}
+
+void RowListView::setExpansion(std::function<std::optional<bool>(const QModelIndex&)> isExpanded) {
+    m_expansion = std::move(isExpanded);
+}
+
+void RowListView::tellExpansion(int row) {
+    QAccessible::State changed;
+    changed.expanded = true;
+    QAccessibleStateChangeEvent expansion(this, changed);
+    expansion.setChild(row);
+    QAccessible::updateAccessibility(&expansion);
 }
 
 void RowListView::setMark(std::optional<RowMark> mark) {
@@ -167,13 +198,12 @@ void RowListView::paintMark(QPainter& painter) const {
 void RowListView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
     if (event->reason() == QContextMenuEvent::Keyboard)
-        return requestMenuAtCurrent();
+        return requestMenu(currentIndex());
     if (const auto index = indexAt(event->pos()); index.isValid())
         emit menuRequested(index, event->globalPos());
 }
 
-void RowListView::requestMenuAtCurrent() {
-    const auto index = currentIndex();
+void RowListView::requestMenu(const QModelIndex& index) {
     if (!index.isValid())
         return;
     scrollTo(index);
@@ -190,7 +220,7 @@ void RowListView::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Copy))
         return event->ignore();
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
-        return requestMenuAtCurrent();
+        return requestMenu(currentIndex());
     QListView::keyPressEvent(event);
 }
 
@@ -201,7 +231,18 @@ void RowListView::focusInEvent(QFocusEvent* event) {
     QListView::focusInEvent(event);
     if (!currentIndex().isValid() && model()->rowCount() > 0)
         selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    // After Qt has told of the list.
+    QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
     viewport()->update();
+}
+
+/// That it is the row which has the keyboard; of the list it has been told.
+void RowListView::tellFocus() {
+    if (!hasFocus() || !currentIndex().isValid())
+        return;
+    QAccessibleEvent focus(this, QAccessible::Focus);
+    focus.setChild(currentIndex().row());
+    QAccessible::updateAccessibility(&focus);
 }
 
 // Only the left button selects: a menu is for the row that it is opened on, whatever is selected.

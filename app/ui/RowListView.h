@@ -5,6 +5,7 @@
 #include <QListView>
 #include <QPersistentModelIndex>
 
+#include <functional>
 #include <optional>
 
 /// What marks one row for as long as something is about to happen to it.
@@ -21,6 +22,12 @@ struct RowMark {
     bool operator==(const RowMark&) const = default;
 };
 
+/// Something that can be done with a row, under the name that the user knows it by.
+struct RowVerb {
+    QString name;
+    std::function<void()> act;
+};
+
 /// A column's list: rows of one height that a delegate paints, with the theme's margins and without a frame. It knows
 /// which row the pointer is over, also when rows move beneath a resting pointer, and asks for a row's menu.
 class RowListView : public QListView {
@@ -35,6 +42,17 @@ public:
     void forgetPointer();
     /// Whether a row is painted as the one that has the keyboard: from the first key on, until the pointer is used.
     [[nodiscard]] static bool showsFocus(const QStyleOptionViewItem& option);
+
+    /// What a screen reader may do with a row, besides going to it and opening its menu.
+    [[nodiscard]] QList<RowVerb> verbs(const QModelIndex& index) const;
+    void setVerbs(std::function<QList<RowVerb>(const QModelIndex&)> verbs);
+    /// Whether a row has unfolded what is below it; none where there is nothing below.
+    [[nodiscard]] std::optional<bool> isExpanded(const QModelIndex& index) const;
+    void setExpansion(std::function<std::optional<bool>(const QModelIndex&)> isExpanded);
+    /// Tells a screen reader that a row has unfolded what is below it, or folded it up.
+    void tellExpansion(int row);
+    /// Asks for a row's menu, as a key does.
+    void requestMenu(const QModelIndex& index);
 
     [[nodiscard]] const std::optional<RowMark>& mark() const noexcept { return m_mark; }
     void setMark(std::optional<RowMark> mark);
@@ -70,7 +88,7 @@ private:
     void followPointer();
     void showHover();
     void paintMark(QPainter& painter) const;
-    void requestMenuAtCurrent();
+    void tellFocus();
     [[nodiscard]] bool isTyped(const QModelIndex& index, const QString& typed) const;
 
     std::optional<QPoint> m_pointer;  // none while it is elsewhere
@@ -78,6 +96,8 @@ private:
     QPersistentModelIndex m_pressed;
     QPersistentModelIndex m_doubleClicked;
     std::optional<RowMark> m_mark;
+    std::function<QList<RowVerb>(const QModelIndex&)> m_verbs;
+    std::function<std::optional<bool>(const QModelIndex&)> m_expansion;
     QString m_typed;
     QElapsedTimer m_lastTyped;
     bool m_isKeyboardUsed = false;

@@ -119,34 +119,51 @@ def place_of(node, from_left=0.5):
     return int((area.x + area.width * from_left) * scale), int((area.y + area.height / 2) * scale)
 
 
-class FocusEvents:
-    """Hears which node takes the focus. The items of a menu that is no part of the menu bar are told in this way alone:
-    such a menu hangs on no node of the tree."""
+class Events:
+    """Hears what the program tells by itself while it is used in `with`: of events of some kinds, what `read` makes of
+    each."""
 
-    def __init__(self):
+    def __init__(self, read, *kinds):
+        self._read = read
+        self._kinds = kinds
         self._heard = []
         self._listener = Atspi.EventListener.new(self._hear)
-        Atspi.EventListener.register(self._listener, "object:state-changed:focused")
 
-    def stop(self):
-        Atspi.EventListener.deregister(self._listener, "object:state-changed:focused")
+    def __enter__(self):
+        for kind in self._kinds:
+            Atspi.EventListener.register(self._listener, kind)
+        return self
+
+    def __exit__(self, *_):
+        for kind in self._kinds:
+            Atspi.EventListener.deregister(self._listener, kind)
 
     def _hear(self, event):
-        if not event.detail1:
-            return
         try:
-            self._heard.append((event.source.get_role_name(), event.source.get_name()))
+            self._heard.append(self._read(event))
         except GLib.Error:
-            pass  # it is gone again
+            pass  # its source is gone again
+
+    def heard(self):
+        """All so far, in order; to be added to by whoever asks again."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return self._heard
+
+
+class FocusEvents(Events):
+    """Hears which node takes the focus: what a key has reached, also in a menu."""
+
+    def __init__(self):
+        super().__init__(lambda event: (event.detail1, event.source.get_role_name(), event.source.get_name()),
+                         "object:state-changed:focused")
 
     def next_menu_item(self):
         """The name of the next menu item that takes the focus."""
         def find():
-            while GLib.MainContext.default().iteration(False):
-                pass
-            while self._heard:
-                role, name = self._heard.pop(0)
-                if "menu item" in role:
+            while self.heard():
+                is_focused, role, name = self.heard().pop(0)
+                if is_focused and "menu item" in role:
                     return name
             return None
         return wait_for(find, "an item of the menu to take the focus", patience=10)
@@ -154,28 +171,22 @@ class FocusEvents:
 
 def menu_items():
     """The items that the arrow keys reach in the menu that was just opened. The last one reached is the first again."""
-    events = FocusEvents()
     names = []
-    try:
+    with FocusEvents() as events:
         while not names or names[-1] != names[0] or len(names) == 1:
             press("Down")
             names.append(events.next_menu_item())
-    finally:
-        events.stop()
     return names[:-1]
 
 
 def choose_in_menu(name):
     """Walks down the menu that was just opened to an item, and chooses it."""
-    events = FocusEvents()
     reached = []
-    try:
+    with FocusEvents() as events:
         while name not in reached:
             press("Down")
             reached.append(events.next_menu_item())
             assert reached.count(reached[0]) < 2 or reached[-1] == name, f"no {name} among {reached}"
-    finally:
-        events.stop()
     press("Return")
 
 
@@ -210,6 +221,15 @@ def act(node):
         node.do_action(0)
     except GLib.Error:
         pass  # a dialogue that the action opens holds its answer back
+
+
+def actions_of(node):
+    """The names of what can be done with a node."""
+    return [node.get_action_name(index) for index in range(node.get_n_actions())]
+
+
+def act_by_name(node, name):
+    node.do_action(actions_of(node).index(name))
 
 
 def children_of(node):
@@ -348,6 +368,15 @@ class Program:
                     return None
             return place
         return wait_for(find, f"the menu item {' > '.join(map(str, path))}")
+
+    def open_menu(self):
+        """The menu that is open beside the menu bar's: it is a child of the program itself, as a window is."""
+        return wait_for(lambda: next((child for child in children_of(self.window)
+                                      if child.get_role_name() == "popup menu"), None), "an open menu")
+
+    def has_no_open_menu(self):
+        wait_for(lambda: all(child.get_role_name() != "popup menu" for child in children_of(self.window)),
+                 "no menu open")
 
     def choose(self, *path):
         """Chooses an item of the menu bar."""
