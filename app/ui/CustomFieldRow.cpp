@@ -3,6 +3,7 @@
 
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
@@ -26,6 +27,7 @@ CustomFieldRow::CustomFieldRow(const Value& value, ClipboardService& clipboard, 
       m_protection(new IconButton(QStringLiteral("lock.fill"), tr("Korumalı"), this)),
       m_remove(new IconButton(QStringLiteral("trash"), tr("Alanı sil"), this)),
       m_isProtected(value.isProtected) {
+    Accessible::setRole(*this, QAccessible::Grouping);
     m_key->setPlaceholderText(tr("Alan adı"));
     m_key->setText(qtText(value.key));
     m_key->setCursorPosition(0);
@@ -38,6 +40,8 @@ CustomFieldRow::CustomFieldRow(const Value& value, ClipboardService& clipboard, 
         showProtection();
     });
     connect(m_remove, &IconButton::clicked, this, &CustomFieldRow::removed);
+    connect(m_key, &TextField::textChanged, this, &CustomFieldRow::tellName);
+    tellName();
     arrange(false);
     showProtection();
 }
@@ -71,6 +75,11 @@ void CustomFieldRow::resizeEvent(QResizeEvent* event) {
 
 CustomFieldRow::Value CustomFieldRow::value() const {
     return {.key = vaultText(m_key->text()), .value = m_value->secret(), .isProtected = m_isProtected};
+}
+
+/// The controls of all rows are called the same; a screen reader tells them apart by what is around them.
+void CustomFieldRow::tellName() {
+    setAccessibleName(m_key->text().isEmpty() ? tr("Adsız alan") : m_key->text());
 }
 
 void CustomFieldRow::showProtection() {

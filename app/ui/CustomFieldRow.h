@@ -39,6 +39,7 @@ protected:
 
 private:
     void arrange(bool isStacked);
+    void tellName();
     void showProtection();
 
     TextField* m_key;

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -517,6 +519,19 @@ TEST_F(EntryEditTest, tabWalksTheFormAsItIsReadAndStaysInIt) {
     press(Qt::Key_Backtab);
     press(Qt::Key_Backtab);
     EXPECT_EQ(focusName(), "Kaydet");
+}
+
+TEST_F(EntryEditTest, aScreenReaderTellsTheRowsOfFieldsApart) {
+    createIn(root());
+    addField("PIN", "4821");
+    click("Alan ekle");
+    QStringList rows;
+    for (auto* const key : keys()) {
+        auto* const row = QAccessible::queryAccessibleInterface(key)->parent();
+        EXPECT_EQ(row->role(), QAccessible::Grouping);
+        rows += row->text(QAccessible::Name);
+    }
+    EXPECT_EQ(rows.join(", "), "PIN, Adsız alan");
 }
 
 TEST_F(EntryEditTest, aFieldAddedLastIsReachedBeforeTheNotes) {
