@@ -19,11 +19,8 @@ namespace {
 
 constexpr auto none = std::string_view::npos;
 
-void appendTo(Bytes& texts, ByteView text) {
-    const auto end = texts.size();
-    texts.resize(end + text.size());
-    std::ranges::copy(text, texts.data() + end);
-}
+// A change of one entry builds its part anew, which must not be felt; each part is searched on its own.
+constexpr std::size_t entriesPerPart = 1024;
 
 std::vector<std::string_view> wordsOf(std::string_view loweredQuery) {
     std::vector<std::string_view> words;
@@ -69,36 +66,51 @@ bool matches(const KdbxEntry& entry, std::string_view query) {
     return words.empty() || hasAll(SearchText::lowered(entry), words);
 }
 
+void EntrySearch::Part::remember(const KdbxEntry& entry, ByteView text) {
+    append(texts, text);
+    remembered.push_back({.entry = &entry, .end = texts.size()});
+}
+
+void EntrySearch::Part::remember(const KdbxEntry& entry) {
+    SearchText::appendLowered(texts, entry);
+    remembered.push_back({.entry = &entry, .end = texts.size()});
+}
+
+ByteView EntrySearch::Part::textAt(std::size_t index) const {
+    const auto begin = index == 0 ? 0 : remembered[index - 1].end;
+    return ByteView(texts).subspan(begin, remembered[index].end - begin);
+}
+
 /// What was remembered before the vault changed.
-class EntrySearch::OldParts {
+class EntrySearch::OldGroups {
 public:
-    explicit OldParts(std::vector<Part> parts) : m_parts(std::move(parts)) {
-        for (auto& part : m_parts)
-            m_partsByFirst.emplace(&part.entries.front(), &part);
+    explicit OldGroups(std::vector<Group> groups) : m_groups(std::move(groups)) {
+        for (auto& group : m_groups)
+            m_groupsByFirst.emplace(&group.entries.front(), &group);
     }
 
-    /// The part of these very entries, which is handed out once.
-    Part* take(const SharedArray<KdbxEntry>& entries) {
-        const auto found = m_partsByFirst.find(&entries.front());
-        if (found == m_partsByFirst.end() || !found->second->entries.sharesStorageWith(entries))
+    /// The group of these very entries, which is handed out once.
+    Group* take(const SharedArray<KdbxEntry>& entries) {
+        const auto found = m_groupsByFirst.find(&entries.front());
+        if (found == m_groupsByFirst.end() || !found->second->entries.sharesStorageWith(entries))
             return nullptr;
-        auto* part = found->second;
-        m_partsByFirst.erase(found);
-        m_isTaken.insert(part);
-        return part;
+        auto* group = found->second;
+        m_groupsByFirst.erase(found);
+        m_isTaken.insert(group);
+        return group;
     }
 
-    /// The parts not taken, one after the other; none after the last. Groups keep their order when one changes.
-    const Part* next() {
-        while (m_next < m_parts.size() && m_isTaken.contains(&m_parts[m_next]))
+    /// The groups not taken, one after the other; none after the last. Groups keep their order when one changes.
+    Group* next() {
+        while (m_next < m_groups.size() && m_isTaken.contains(&m_groups[m_next]))
             ++m_next;
-        return m_next < m_parts.size() ? &m_parts[m_next++] : nullptr;
+        return m_next < m_groups.size() ? &m_groups[m_next++] : nullptr;
     }
 
 private:
-    std::vector<Part> m_parts;
-    std::unordered_map<const KdbxEntry*, Part*> m_partsByFirst;
-    std::unordered_set<const Part*> m_isTaken;
+    std::vector<Group> m_groups;
+    std::unordered_map<const KdbxEntry*, Group*> m_groupsByFirst;
+    std::unordered_set<const Group*> m_isTaken;
     std::size_t m_next = 0;
 };
 
@@ -110,88 +122,108 @@ EntryReferences EntrySearch::matching(const KdbxGroup& root, std::string_view qu
 
     prepare(root, std::numeric_limits<std::size_t>::max());
     EntryReferences found;
-    for (const auto& part : m_parts)
-        addMatching(found, part, words);
+    for (const auto& group : m_groups)
+        for (const auto& part : group.parts)
+            addMatching(found, part, words);
     return found;
 }
 
 bool EntrySearch::prepare(const KdbxGroup& root, std::size_t most) {
     follow(root);
-    for (auto& part : m_parts) {
-        most -= extend(part, most);
-        if (part.remembered.size() < part.entries.size())
+    for (auto& group : m_groups) {
+        most -= extend(group, most);
+        if (group.ready < group.entries.size())
             return false;
     }
     return true;
 }
 
-/// Makes the parts those of the vault as it is now, with the texts that are known.
+/// Makes the groups those of the vault as it is now, with the texts that are known.
 void EntrySearch::follow(const KdbxGroup& root) {
     const auto arrays = entryArraysOf(root);
-    if (std::ranges::equal(arrays, m_parts, [](const auto* entries, const Part& part) {
-            return part.entries.sharesStorageWith(*entries);
+    if (std::ranges::equal(arrays, m_groups, [](const auto* entries, const Group& group) {
+            return group.entries.sharesStorageWith(*entries);
         }))
         return;
-    OldParts old(std::exchange(m_parts, {}));
-    std::vector<Part> parts(arrays.size());
+    OldGroups old(std::exchange(m_groups, {}));
+    std::vector<Group> groups(arrays.size());
     std::vector<std::size_t> changed;
     for (std::size_t i = 0; i < arrays.size(); ++i) {
-        if (auto* part = old.take(*arrays[i]))
-            parts[i] = std::move(*part);
+        if (auto* group = old.take(*arrays[i]))
+            groups[i] = std::move(*group);
         else
             changed.push_back(i);
     }
     for (const auto i : changed) {
-        parts[i].entries = *arrays[i];
-        if (const auto* part = old.next())
-            takeOver(parts[i], *part);
+        groups[i].entries = *arrays[i];
+        if (auto* group = old.next())
+            takeOver(groups[i], *group);
     }
-    m_parts = std::move(parts);
+    m_groups = std::move(groups);
 }
 
-/// The texts of entries that both have, which mostly stand in the same order. Where too many are new, the rest waits.
-void EntrySearch::takeOver(Part& part, const Part& old) {
-    constexpr std::size_t mostNew = 64;
-    constexpr std::ptrdiff_t mostGone = 64;  // in a row
-    part.texts.reserve(old.texts.size());
-    part.remembered.reserve(part.entries.size());
-    std::size_t newCount = 0;
-    auto known = old.remembered.begin();
-    for (const auto& entry : part.entries) {
-        const auto last = known + std::min(mostGone, old.remembered.end() - known);
-        const auto found = std::find_if(known, last, [&](const auto& text) { return text.entry == &entry; });
-        if (found != last) {
-            const auto begin = found == old.remembered.begin() ? 0 : std::prev(found)->end;
-            appendTo(part.texts, ByteView(old.texts).subspan(begin, found->end - begin));
-            known = std::next(found);
-        } else if (newCount++ < mostNew) {
-            SearchText::appendLowered(part.texts, entry);
-        } else {
-            return;
+/// The texts of entries that both have, which mostly stand in the same order. A part in which nothing has changed is
+/// moved as it is: a change of one entry costs what stands around it. Where too many are new, the rest waits.
+void EntrySearch::takeOver(Group& group, Group& old) {
+    constexpr std::ptrdiff_t mostNew = 64;
+    auto newLeft = mostNew;
+    auto next = group.entries.begin();
+    const auto end = group.entries.end();
+    const auto isEntry = [](const RememberedText& text, const KdbxEntry& entry) { return text.entry == &entry; };
+    for (auto& part : old.parts) {
+        const auto& known = part.remembered;
+        const auto count = static_cast<std::ptrdiff_t>(known.size());
+        if (count <= end - next && std::equal(known.begin(), known.end(), next, isEntry)) {
+            next += count;
+            group.parts.push_back(std::move(part));
+            continue;
         }
-        part.remembered.push_back({.entry = &entry, .end = part.texts.size()});
+        Part rebuilt;
+        rebuilt.texts.reserve(part.texts.capacity());
+        for (std::size_t i = 0; i < known.size(); ++i) {
+            const auto last = next + std::min(newLeft + 1, end - next);
+            const auto found = std::find_if(next, last, [&](const auto& entry) { return &entry == known[i].entry; });
+            if (found == last)
+                continue;  // it is gone
+            newLeft -= found - next;
+            for (; next != found; ++next)
+                rebuilt.remember(*next);
+            rebuilt.remember(*next++, part.textAt(i));
+        }
+        if (!rebuilt.remembered.empty())
+            group.parts.push_back(std::move(rebuilt));
     }
+    group.ready = static_cast<std::size_t>(next - group.entries.begin());
 }
 
 /// Adds the texts of the next entries, at most so many. How many it were.
-std::size_t EntrySearch::extend(Part& part, std::size_t most) {
-    const auto first = part.remembered.size();
-    const auto count = std::min(most, part.entries.size() - first);
-    if (count == 0)
-        return 0;
-    if (first == 0) {
-        std::size_t size = 0;
-        for (const auto& entry : part.entries)
-            size += SearchText::size(entry);
-        part.texts.reserve(size);
-        part.remembered.reserve(part.entries.size());
-    }
-    auto next = part.entries.begin() + static_cast<std::ptrdiff_t>(first);
+std::size_t EntrySearch::extend(Group& group, std::size_t most) {
+    const auto count = std::min(most, group.entries.size() - group.ready);
+    auto next = group.entries.begin() + static_cast<std::ptrdiff_t>(group.ready);
     for (std::size_t i = 0; i < count; ++i, ++next) {
-        SearchText::appendLowered(part.texts, *next);
-        part.remembered.push_back({.entry = &*next, .end = part.texts.size()});
+        if (group.parts.empty() || group.parts.back().remembered.size() >= entriesPerPart)
+            beginPart(group);
+        group.parts.back().remember(*next);
+        ++group.ready;
     }
     return count;
+}
+
+/// Adds an empty part with room for what comes next, so that it need not grow: what a buffer has outgrown is wiped,
+/// also where nothing was ever written.
+void EntrySearch::beginPart(Group& group) {
+    const auto count = std::min(entriesPerPart, group.entries.size() - group.ready);
+    auto next = group.entries.begin() + static_cast<std::ptrdiff_t>(group.ready);
+    std::size_t size = 0;
+    std::size_t largest = 0;  // a text has room for twice its size before it is lowered
+    for (std::size_t i = 0; i < count; ++i, ++next) {
+        const auto textSize = SearchText::size(*next);
+        size += textSize;
+        largest = std::max(largest, textSize);
+    }
+    auto& part = group.parts.emplace_back();
+    part.texts.reserve(size + largest);
+    part.remembered.reserve(count);
 }
 
 void EntrySearch::addMatching(EntryReferences& found, const Part& part, const std::vector<std::string_view>& words) {

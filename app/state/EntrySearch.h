@@ -35,7 +35,7 @@ public:
     bool prepare(const KdbxGroup& root, std::size_t most);
 
     /// Wipes the texts and lets go of the entries.
-    void forget() noexcept { m_parts.clear(); }
+    void forget() noexcept { m_groups.clear(); }
 
 private:
     struct RememberedText {
@@ -43,20 +43,31 @@ private:
         std::size_t end;  // in the part's texts, behind the space that closes it
     };
 
-    /// The entries of one group and their texts in a row, as far as they are ready. The entries are held, not only
-    /// pointed at: nobody changes an entry in place that is held here, and no other gets its address.
+    /// Some entries of a group that stand in a row, and their texts.
     struct Part {
-        SharedArray<KdbxEntry> entries;
         std::vector<RememberedText> remembered;
         Bytes texts;
+
+        void remember(const KdbxEntry& entry, ByteView text);
+        void remember(const KdbxEntry& entry);
+        [[nodiscard]] ByteView textAt(std::size_t index) const;
     };
 
-    class OldParts;
+    /// The entries of one group, of which the first so many are ready. The entries are held, not only pointed at:
+    /// nobody changes an entry in place that is held here, and no other gets its address.
+    struct Group {
+        SharedArray<KdbxEntry> entries;
+        std::size_t ready = 0;
+        std::vector<Part> parts;
+    };
+
+    class OldGroups;
 
     void follow(const KdbxGroup& root);
-    static void takeOver(Part& part, const Part& old);
-    static std::size_t extend(Part& part, std::size_t most);
+    static void takeOver(Group& group, Group& old);
+    static std::size_t extend(Group& group, std::size_t most);
+    static void beginPart(Group& group);
     static void addMatching(EntryReferences& found, const Part& part, const std::vector<std::string_view>& words);
 
-    std::vector<Part> m_parts;  // one a group that has entries, in the order of the search
+    std::vector<Group> m_groups;  // those that have entries, in the order of the search
 };

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 
 namespace {
@@ -385,6 +386,34 @@ TEST(EntrySearchTest, isPreparedAfterAsManyStepsAsItTakes) {
     EXPECT_TRUE(search.prepare(root, 4));
     root.entries.mutableAt(3).title = "b";
     EXPECT_TRUE(search.prepare(root, 0)) << "the few that change are looked at at once";
+}
+
+TEST(EntrySearchTest, followsWhatComesGoesAndMovesInALongList) {
+    RandomVault maker(1453);
+    KdbxGroup root;
+    for (int entry = 0; entry < 5000; ++entry)
+        root.entries.append(entryTitled(maker.text(3)));
+    EntrySearch search;
+    for (int step = 0; step < 120; ++step) {
+        for (auto changes = maker.below(4); changes > 0; --changes)
+            maker.change(root);
+        if (maker.below(4) == 0) {
+            std::vector<std::size_t> kept(root.entries.size());
+            std::iota(kept.begin(), kept.end(), 0U);
+            const auto first = kept.begin() + static_cast<std::ptrdiff_t>(maker.below(kept.size() - 1500));
+            const auto last = first + static_cast<std::ptrdiff_t>(maker.below(1500));
+            if (maker.below(2) == 0)
+                std::rotate(kept.begin(), first, last);
+            else if (kept.size() > 4000)
+                kept.erase(first, last);
+            root.entries.rearrange(kept);
+        }
+        while (maker.below(2) == 0)
+            search.prepare(root, 700);
+        ASSERT_EQ(search.matching(root, "a"), foundOneByOne(root, "a")) << step;
+        for (int entry = 0; entry < 100 && root.entries.size() < 4000; ++entry)
+            root.entries.append(entryTitled(maker.text(3)));
+    }
 }
 
 TEST(EntrySearchTest, aHundredThousandEntriesAreSearchedAsOneByOne) {
