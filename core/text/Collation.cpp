@@ -230,7 +230,11 @@ private:
 /// and their bytes are read once, in a row.
 class KeyedTexts {
 public:
-    explicit KeyedTexts(std::size_t expected) { m_keys.reserve(expected); }
+    /// Room for so many keys that are as long as their texts together, or a little longer, is made at once.
+    explicit KeyedTexts(std::size_t expected = 0, std::size_t expectedBytes = 0) {
+        m_keys.reserve(expected);
+        m_bytes.reserve(expectedBytes + 2 * wordSize * expected);
+    }
 
     /// Room for a key of this size behind those that are there.
     std::uint8_t* room(std::size_t size) {
@@ -323,12 +327,22 @@ public:
         const auto compareTwo = [&](std::uint32_t a, std::uint32_t b) {
             return texts[a] == texts[b] ? std::weak_ordering::equivalent : compare(texts[a], texts[b]);
         };
-        KeyedTexts common(texts.size());
-        KeyedTexts others(0);
+        std::size_t bytes = 0;
+        std::size_t longest = 0;
+        for (const auto text : texts) {
+            bytes += clipped(text).size();
+            longest = std::max(longest, clipped(text).size());
+        }
+        KeyedTexts common(texts.size(), bytes + 3 * longest);
+        KeyedTexts others;
         std::vector<UChar> utf16;
-        for (std::uint32_t i = 0; i < texts.size(); ++i)
+        for (std::uint32_t i = 0; i < texts.size(); ++i) {
+            // The texts lie scattered, and to wait for each takes longer than to read it.
+            if (i + ahead < texts.size())
+                __builtin_prefetch(texts[i + ahead].data());
             if (!weights || !addCommon(common, *weights, clipped(texts[i]), i))
                 addOther(others, clipped(texts[i]), i, utf16);
+        }
 
         const auto commonOrder = common.order(compareTwo);
         const auto otherOrder = others.order([](auto, auto) { return std::weak_ordering::equivalent; });
@@ -341,6 +355,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t ahead = 16;
+
     const FirstLevel& firstLevel() {
         std::call_once(m_firstLevelMade, [this] { m_firstLevel.emplace(m_locale); });
         return *m_firstLevel;
