@@ -65,6 +65,8 @@ public:
     void mutate(std::size_t index, Change&& change);
 
     void append(Element element) { insert(size(), std::move(element)); }
+    /// Appends all elements of another array, shared with it.
+    void appendAll(const SharedArray& other);
     void insert(std::size_t index, Element element) {
         insertNode(index, SharedNode<Node>::adopting(new Node(std::move(element))));
     }
@@ -242,11 +244,43 @@ Element SharedArray<Element>::removeAt(std::size_t index) {
 }
 
 template <class Element>
+void SharedArray<Element>::appendAll(const SharedArray& other) {
+    if (empty()) {
+        *this = other;
+        return;
+    }
+    const auto added = other;  // the other may be this one
+    for (std::size_t i = 0; i < added.size(); ++i)
+        insertNode(size(), added.nodeAt(i));
+}
+
+template <class Element>
 void SharedArray<Element>::rearrange(std::span<const std::size_t> indices) {
-    SharedArray arranged;
-    for (const auto index : indices)
-        arranged.insertNode(arranged.size(), nodeAt(index));
-    *this = std::move(arranged);
+    if (indices.empty())
+        return clear();
+    struct Held {
+        const SharedNode<Node>* node;
+        std::uint32_t hint;
+    };
+    std::vector<Held> held;
+    held.reserve(size());
+    for (const auto& chunk : m_root->children())
+        for (std::size_t i = 0; i < chunk->size(); ++i)
+            held.push_back({&chunk->children()[i], chunk->marks()[i]});
+
+    constexpr std::size_t ahead = 8;  // each element's count lies in a cache line of its own
+    auto root = Root::withRoomFor((indices.size() + chunkCapacity - 1) / chunkCapacity);
+    for (std::size_t next = 0; next < indices.size();) {
+        auto chunk = Chunk::withRoomFor(std::min(chunkCapacity, indices.size() - next));
+        for (const auto end = std::min(next + chunkCapacity, indices.size()); next < end; ++next) {
+            if (next + ahead < indices.size())
+                __builtin_prefetch(held[indices[next + ahead]].node->get(), 1);
+            const auto& [node, hint] = held[indices[next]];
+            chunk->insert(chunk->size(), *node, hint);
+        }
+        root->insert(root->size(), std::move(chunk), static_cast<std::uint32_t>(next));
+    }
+    m_root = std::move(root);
 }
 
 template <class Element>

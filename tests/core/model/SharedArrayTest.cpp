@@ -282,6 +282,30 @@ TEST(SharedArrayTest, insertingRemovingAndRearrangingCopyNoElement) {
     EXPECT_EQ(Counted::copies, 1);  // the one that is given out, while the snapshot has it too
 }
 
+TEST(SharedArrayTest, theElementsOfAnotherArrayAreAppendedAndNotCopied) {
+    for (const int count : {0, 1, 255, 256, 700}) {
+        SharedArray<Counted> array;
+        SharedArray<Counted> other;
+        for (int i = 0; i < count; ++i)
+            array.append(Counted(i));
+        for (int i = 0; i < 300; ++i)
+            other.append(Counted(1000 + i));
+        const auto before = array;
+        Counted::copies = 0;
+
+        array.appendAll(other);
+        array.appendAll(array);
+
+        EXPECT_EQ(Counted::copies, 0);
+        ASSERT_EQ(array.size(), 2 * (before.size() + other.size()));
+        EXPECT_EQ(before.size(), static_cast<std::size_t>(count));
+        for (std::size_t i = 0; i < array.size(); ++i) {
+            const auto place = i % (array.size() / 2);
+            EXPECT_EQ(&array[i], place < before.size() ? &before[place] : &other[place - before.size()]);
+        }
+    }
+}
+
 TEST(SharedArrayTest, whatIsTakenOutOfALoneArrayIsMoved) {
     SharedArray<Counted> array{Counted(1), Counted(2)};
     Counted::copies = 0;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -39,6 +40,21 @@ TEST(UUIDTest, readsNoOtherText) {
                              "G81D4FAE-7DEC-11D0-A765-00A0C91E6BF6", "F81D4FAE-7DEC-11D0-A765-00A0C91E6B/:",
                              "F81D4FAE-7DEC-11D0-A765-00A0C91E6B@`", " 81D4FAE-7DEC-11D0-A765-00A0C91E6BF6"})
         EXPECT_FALSE(UUID::fromText(text)) << text;
+}
+
+TEST(UUIDTest, isOrderedAsItsTextIs) {
+    std::vector<UUID> ids{UUID()};
+    for (std::size_t byte = 0; byte < canonicalBytes.size(); ++byte)
+        for (const std::uint8_t value : {0x01, 0x7F, 0x80, 0xFF}) {
+            auto bytes = canonicalBytes;
+            bytes[byte] = value;
+            ids.push_back(UUID::fromKdbxBytes(bytes).value());
+        }
+    for (const auto& a : ids)
+        for (const auto& b : ids) {
+            EXPECT_EQ(a < b, a.text() < b.text()) << a.text() << ' ' << b.text();
+            EXPECT_EQ(a == b, a.text() == b.text()) << a.text() << ' ' << b.text();
+        }
 }
 
 TEST(UUIDTest, aNewOneIsRandomButForItsVersionAndItsVariant) {
