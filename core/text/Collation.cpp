@@ -256,8 +256,9 @@ public:
     }
 
     /// The indices by their keys, those of equal keys by what `compare` says of two of them, and then as they came.
-    template <class Compare>
-    std::vector<std::uint32_t> order(Compare compare) {
+    /// `fetch` is told of each index that will be compared.
+    template <class Compare, class Fetch>
+    std::vector<std::uint32_t> order(Compare compare, Fetch fetch) {
         std::vector<std::span<Key>> waiting{m_keys};
         while (!waiting.empty()) {
             const auto keys = waiting.back();
@@ -267,7 +268,7 @@ public:
             std::ranges::sort(keys, {}, &Key::word);
             for (auto run = equalWordsAt(keys.begin(), keys); !run.empty(); run = equalWordsAt(run.end(), keys)) {
                 if (run.size() > 1 && endsIn(run.front().word))
-                    settle(run, compare);
+                    settle(run, compare, fetch);
                 else if (run.size() > 1)
                     waiting.push_back(run);
             }
@@ -299,8 +300,10 @@ private:
         return {begin, std::find_if(begin, keys.end(), differs)};
     }
 
-    template <class Compare>
-    static void settle(std::span<Key> keys, Compare compare) {
+    template <class Compare, class Fetch>
+    static void settle(std::span<Key> keys, Compare compare, Fetch fetch) {
+        for (const auto& key : keys)
+            fetch(key.index);
         const auto less = [&](std::uint32_t a, std::uint32_t b) { return compare(a, b) < 0; };
         std::ranges::sort(keys, {}, &Key::index);
         if (!std::ranges::is_sorted(keys, less, &Key::index))
@@ -322,6 +325,11 @@ public:
         return compared(m_collator.get(), a, b);
     }
 
+    const FirstLevel& firstLevel() {
+        std::call_once(m_firstLevelMade, [this] { m_firstLevel.emplace(m_locale); });
+        return *m_firstLevel;
+    }
+
     [[nodiscard]] std::vector<std::uint32_t> order(std::span<const std::string_view> texts) {
         const auto* weights = texts.size() < worthTable ? nullptr : &firstLevel();
         const auto compareTwo = [&](std::uint32_t a, std::uint32_t b) {
@@ -333,19 +341,20 @@ public:
             bytes += clipped(text).size();
             longest = std::max(longest, clipped(text).size());
         }
+        // The texts lie scattered, and to wait for each takes longer than to read it.
+        const auto fetch = [&](std::size_t i) { __builtin_prefetch(texts[i].data()); };
         KeyedTexts common(texts.size(), bytes + 3 * longest);
         KeyedTexts others;
         std::vector<UChar> utf16;
         for (std::uint32_t i = 0; i < texts.size(); ++i) {
-            // The texts lie scattered, and to wait for each takes longer than to read it.
             if (i + ahead < texts.size())
-                __builtin_prefetch(texts[i + ahead].data());
+                fetch(i + ahead);
             if (!weights || !addCommon(common, *weights, clipped(texts[i]), i))
                 addOther(others, clipped(texts[i]), i, utf16);
         }
 
-        const auto commonOrder = common.order(compareTwo);
-        const auto otherOrder = others.order([](auto, auto) { return std::weak_ordering::equivalent; });
+        const auto commonOrder = common.order(compareTwo, fetch);
+        const auto otherOrder = others.order([](auto, auto) { return std::weak_ordering::equivalent; }, [](auto) {});
         std::vector<std::uint32_t> merged(texts.size());
         std::ranges::merge(commonOrder, otherOrder, merged.begin(), [&](std::uint32_t a, std::uint32_t b) {
             const auto order = compareTwo(a, b);
@@ -356,11 +365,6 @@ public:
 
 private:
     static constexpr std::size_t ahead = 16;
-
-    const FirstLevel& firstLevel() {
-        std::call_once(m_firstLevelMade, [this] { m_firstLevel.emplace(m_locale); });
-        return *m_firstLevel;
-    }
 
     static bool addCommon(KeyedTexts& keyed, const FirstLevel& weights, std::string_view text, std::uint32_t index) {
         auto* room = keyed.room(3 * text.size());
@@ -407,6 +411,10 @@ const Collation& Collation::ofUser() {
 
 std::weak_ordering Collation::compare(std::string_view a, std::string_view b) const {
     return m_engine->compare(a, b);
+}
+
+void Collation::prepare() const {
+    static_cast<void>(m_engine->firstLevel());
 }
 
 std::vector<std::uint32_t> Collation::order(std::span<const std::string_view> texts) const {
