@@ -12,6 +12,8 @@ namespace {
 // More than a row shows or a voice would speak; a text of megabytes would take its time at each paint.
 constexpr std::size_t mostBytes = 4096;
 
+constexpr std::size_t rowsAhead = 16;
+
 QString shownText(std::string_view text) {
     return qtText(text.substr(0, mostBytes));
 }
@@ -49,12 +51,31 @@ void EntryListModel::show(const std::optional<KdbxDatabase>& owner, EntryReferen
         std::equal_to());
 }
 
-std::optional<int> EntryListModel::rowOf(const UUID& id) const {
-    const auto found =
-        std::find_if(m_entries.begin(), m_entries.end(), [&](const auto* entry) { return entry->id == id; });
-    if (found == m_entries.end())
-        return std::nullopt;
-    return static_cast<int>(found - m_entries.begin());
+std::optional<int> EntryListModel::rowOf(const UUID& wanted) const {
+    for (int row = 0; row < rowCount(); ++row)
+        if (id(row) == wanted)
+            return row;
+    return std::nullopt;
+}
+
+const UUID& EntryListModel::id(int row) const {
+    if (const auto later = static_cast<std::size_t>(row) + rowsAhead; later < m_entries.size())
+        __builtin_prefetch(m_entries[later]);
+    return entry(row).id;
+}
+
+QString EntryListModel::beginningOf(int row, qsizetype length) const {
+    const auto later = static_cast<std::size_t>(row) + rowsAhead;
+    if (later + rowsAhead < m_entries.size()) {
+        __builtin_prefetch(m_entries[later + rowsAhead]);
+        __builtin_prefetch(m_entries[later]->title.data());
+    }
+    const auto& shown = entry(row);
+    if (shown.title.empty())
+        return titleOf(shown);
+    // A letter has three bytes at most, or four where it counts as two; the last one may be cut off.
+    const auto bytes = 3 * static_cast<std::size_t>(length) + 4;
+    return qtText(std::string_view(shown.title).substr(0, std::min(bytes, mostBytes)));
 }
 
 int EntryListModel::rowCount(const QModelIndex& parent) const {

@@ -22,6 +22,12 @@ public:
     [[nodiscard]] const KdbxEntry& entry(int row) const { return *m_entries[static_cast<std::size_t>(row)]; }
     [[nodiscard]] std::optional<int> rowOf(const UUID& id) const;
 
+    /// The identifier of a row's entry, for a walk down the rows: entries lie scattered, and the ones of the next rows
+    /// are fetched while this one is looked at.
+    [[nodiscard]] const UUID& id(int row) const;
+
+    [[nodiscard]] QString beginningOf(int row, qsizetype length) const override;
+
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;

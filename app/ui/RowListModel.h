@@ -14,6 +14,9 @@ class RowListModel : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
+    /// What a row is called, or so much of it that the first `length` letters are there.
+    [[nodiscard]] virtual QString beginningOf(int row, qsizetype length) const;
+
 protected:
     /// Turns `rows` into `after`, telling the views of what goes, comes and moves, and which of the others changed:
     /// rows are the same row by `isSame`, and look the same by `isEqual`.
@@ -24,6 +27,10 @@ private:
     template <class Row>
     void follow(std::vector<Row>& rows, const std::vector<Row>& after, const RowChanges& changes);
 };
+
+inline QString RowListModel::beginningOf(int row, qsizetype) const {
+    return index(row).data().toString();
+}
 
 template <class Row, class IsSame, class IsEqual>
 void RowListModel::become(std::vector<Row>& rows, std::vector<Row> after, IsSame isSame, IsEqual isEqual) {

@@ -2,6 +2,7 @@
 #include "app/ui/RowListView.h"
 
 #include "app/ui/RowListAccessible.h"
+#include "app/ui/RowListModel.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 
@@ -20,6 +21,11 @@ constexpr int dropLineWidth = 2;
 QChar folded(QChar letter) {
     constexpr QStringView sameLetters = u"Iİı";
     return sameLetters.contains(letter) ? QChar(u'i') : letter.toLower();
+}
+
+bool isTyped(const QString& text, const QString& typed) {
+    return text.size() >= typed.size() && std::equal(typed.begin(), typed.end(), text.begin(),
+                                                     [](QChar a, QChar b) { return folded(a) == folded(b); });
 }
 
 QAccessibleInterface* accessibleFor(const QString&, QObject* object) {
@@ -76,8 +82,9 @@ void RowListView::setMark(std::optional<RowMark> mark) {
 
 // Qt's own search asks for each text in full and in one letter case; a list of 100,000 would stop at each letter.
 void RowListView::keyboardSearch(const QString& typed) {
-    const int rows = model()->rowCount();
-    if (rows == 0 || typed.isEmpty())
+    const auto& rows = *qobject_cast<const RowListModel*>(model());
+    const int count = rows.rowCount();
+    if (count == 0 || typed.isEmpty())
         return;
     const bool goesOn = m_lastTyped.isValid() && m_lastTyped.elapsed() < QApplication::keyboardInputInterval();
     m_lastTyped.start();
@@ -86,19 +93,13 @@ void RowListView::keyboardSearch(const QString& typed) {
     const bool isOneLetter = m_typed.count(m_typed.front()) == m_typed.size();
     const QString wanted = isOneLetter ? m_typed.left(1) : m_typed;
     const int first = isOneLetter ? currentIndex().row() + 1 : std::max(currentIndex().row(), 0);
-    for (int step = 0; step < rows; ++step) {
-        const auto index = model()->index((first + step) % rows, 0);
-        if (isTyped(index, wanted)) {
-            selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    for (int step = 0; step < count; ++step) {
+        const int row = (first + step) % count;
+        if (isTyped(rows.beginningOf(row, wanted.size()), wanted)) {
+            selectionModel()->setCurrentIndex(rows.index(row), QItemSelectionModel::ClearAndSelect);
             return;
         }
     }
-}
-
-bool RowListView::isTyped(const QModelIndex& index, const QString& typed) const {
-    const QString text = index.data().toString();
-    return text.size() >= typed.size() && std::equal(typed.begin(), typed.end(), text.begin(),
-                                                     [](QChar a, QChar b) { return folded(a) == folded(b); });
 }
 
 bool RowListView::viewportEvent(QEvent* event) {

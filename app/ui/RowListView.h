@@ -29,7 +29,8 @@ struct RowVerb {
 };
 
 /// A column's list: rows of one height that a delegate paints, with the theme's margins and without a frame. It knows
-/// which row the pointer is over, also when rows move beneath a resting pointer, and asks for a row's menu.
+/// which row the pointer is over, also when rows move beneath a resting pointer, and asks for a row's menu. Its model
+/// is a `RowListModel`.
 class RowListView : public QListView {
     Q_OBJECT
 
@@ -89,7 +90,6 @@ private:
     void showHover();
     void paintMark(QPainter& painter) const;
     void tellFocus();
-    [[nodiscard]] bool isTyped(const QModelIndex& index, const QString& typed) const;
 
     std::optional<QPoint> m_pointer;  // none while it is elsewhere
     QPersistentModelIndex m_hovered;

@@ -53,6 +53,17 @@ TEST_F(ListModelsTest, rowsSpeakTheirTitleAndWhatStandsBeneath) {
     EXPECT_THAT(texts(entries, Qt::AccessibleDescriptionRole), ElementsAre("ayşe  ·  banka.example", "—"));
 }
 
+TEST_F(ListModelsTest, theBeginningOfARowHasTheFirstLettersOfItsText) {
+    for (const auto* title : {"Banka", "şğüıİö şehir", "字字字字字", "😀a😀b", "é́́é", "", "x"}) {
+        state->setSort({.column = EntrySort::Column::manual, .ascending = true});
+        change([&](KdbxEntry& entry) { entry.title = title; });
+        const auto text = entries.index(0).data().toString();
+        for (qsizetype length = 1; length <= text.size(); ++length)
+            EXPECT_EQ(entries.beginningOf(0, length).left(length), text.left(length)) << title << ' ' << length;
+    }
+    EXPECT_EQ(groups.beginningOf(0, 1), groups.index(0).data().toString());
+}
+
 TEST_F(ListModelsTest, anAddressWithoutAHostShowsAsItStands) {
     change([](KdbxEntry& entry) { entry.url = "komşu bilgisayar"; });
     EXPECT_EQ(texts(entries, EntryListModel::subtitleRole)[0], "komşu bilgisayar");
