@@ -108,9 +108,9 @@ public:
     /// What the list shows, in its order: what the search finds anywhere, else the selected group's own entries.
     /// Made anew at each call; good until the vault changes.
     [[nodiscard]] EntryReferences visibleEntries() const;
-    /// Does a little of what the first letter of a search would have to wait for, some milliseconds long in a large
-    /// vault. Whether there is more to do.
-    bool prepareSearch();
+    /// Does a little of what opening a large vault or the first letter of a search in it would have to wait for, some
+    /// milliseconds long. Whether there is more to do.
+    bool prepareBrowsing();
     /// Those of the selected entries that the vault has, in no particular order.
     [[nodiscard]] EntryReferences selectedEntries() const;
     /// The one selected entry; none where there are several.
@@ -156,8 +156,9 @@ public:
     /// Replaces the entry with that identifier, sets its `modified`, and appends what stood there to its history, which
     /// keeps the last `historyMaxItems`, one at the least. The history of the given entry counts for nothing.
     void updateEntry(KdbxEntry entry);
-    /// Takes the entries out of the vault, past the recycle bin; the way back is `undo`. Selects none.
-    void deleteEntries(std::set<UUID> ids);
+    /// Takes the entries out of the vault, past the recycle bin; the way back is `undo`. Selects none. The identifiers
+    /// may be the selected ones themselves.
+    void deleteEntries(const std::set<UUID>& ids);
     /// Puts entries of the list before another of it. The list as it is shown then becomes the stored order of the
     /// selected group, and the sort becomes the manual one. Nothing happens in a search.
     void moveEntriesBefore(std::set<UUID> ids, UUID target);
@@ -241,13 +242,14 @@ private:
     void flash(std::string text);
     void scheduleStatusClear();
     bool selectRange(UUID id);
+    void startSearchOrder(const EntryReferences& entries) const;
     void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to);
     void emptyUndoStacks();
     void refreshUndoLabels();
     void pruneSelection();
     void amend(const std::function<void(KdbxDatabase&)>& body);
     void touchAccessed(UUID id);
-    void applyOrder(const std::vector<UUID>& order, UUID groupID);
+    void applyOrder(const std::vector<std::size_t>& order, UUID groupID);
     void moveWithinList(const std::set<UUID>& ids, std::optional<UUID> target);
     const KdbxEntry* orFocused(const KdbxEntry* entry) const;
     std::optional<std::string> groupSequence(UUID entryID) const;

@@ -2,6 +2,7 @@
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
 #include "app/state/TreeWalk.h"
+#include "core/text/Collation.h"
 
 #include <algorithm>
 
@@ -17,18 +18,31 @@ EntryReferences AppState::visibleEntries() const {
         return m_groupOrder.sorted(group, entriesOf(group), m_sort);
     }
     const auto found = m_search.matching(m_database->root, m_searchText);
-    return m_searchOrder.sortedPart(m_database->root, m_search.matching(m_database->root, ""), found, m_sort);
+    const auto entries = m_search.matching(m_database->root, "");
+    startSearchOrder(entries);
+    return m_searchOrder.sortedPart(m_database->root, entries, found, m_sort);
 }
 
-bool AppState::prepareSearch() {
-    constexpr std::size_t someEntries = 4000;
-    if (!m_database)
+/// Where the group that is shown has all the entries, or all but a few, its list is sorted already.
+void AppState::startSearchOrder(const EntryReferences& entries) const {
+    if (m_searchOrder.isFarFrom(entries, m_sort) && !m_groupOrder.isFarFrom(entries, m_sort))
+        m_searchOrder.takeOver(m_groupOrder);
+}
+
+bool AppState::prepareBrowsing() {
+    constexpr std::size_t someEntries = 2000;
+    if (!m_database) {
+        Collation::ofUser().prepare();
         return false;
+    }
     const auto& root = m_database->root;
-    if (!m_search.prepare(root, someEntries))
+    // The order is a step of its own: it takes as long as many of the others.
+    if (!m_search.prepare(root, 0)) {
+        m_search.prepare(root, someEntries);
         return true;
-    // In a step of its own: the first time it takes as long as many of the others.
+    }
     const auto entries = m_search.matching(root, "");
+    startSearchOrder(entries);
     if (m_searchOrder.isFarFrom(entries, m_sort))
         static_cast<void>(m_searchOrder.sorted(root, entries, m_sort));
     return false;

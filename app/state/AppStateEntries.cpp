@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <unordered_map>
 
 namespace {
 
@@ -27,24 +26,40 @@ SharedArray<KdbxEntry> historyWith(const KdbxEntry& replaced, std::int64_t maxIt
     return items;
 }
 
-/// The entries of `order` first, in that order, then all others as they stood: a reorder loses none.
-std::vector<std::size_t> arrangement(const SharedArray<KdbxEntry>& entries, const std::vector<UUID>& order) {
-    std::unordered_map<UUID, std::size_t> places;
-    for (std::size_t i = 0; i < entries.size(); ++i)
-        places.emplace(entries[i].id, i);
-    std::vector<std::size_t> indices;
+/// For each place the first one whose entry has the same identifier: mostly its own.
+std::vector<std::size_t> firstPlaces(const SharedArray<KdbxEntry>& entries) {
+    std::vector<std::size_t> places;
+    places.reserve(entries.size());
+    UUIDSet seen;
+    seen.reserve(entries.size());
+    for (const auto& entry : entries)
+        places.push_back(seen.insert(entry.id) ? places.size() : entries.indexOfID(entry.id).value_or(places.size()));
+    return places;
+}
+
+/// The places of the entries once those that move stand before the target, or else last. `shown` has all places, and
+/// the entries that move keep the order that they have there. Of entries that share an identifier the first is the one
+/// that counts; the others come behind all: a reorder loses none.
+std::vector<std::size_t> arrangement(const SharedArray<KdbxEntry>& entries, const std::vector<std::size_t>& shown,
+                                     const std::vector<std::size_t>& movingPlaces, std::optional<std::size_t> target) {
+    std::vector<bool> isMoving(entries.size());
+    for (const auto place : movingPlaces)
+        isMoving[place] = true;
+    const auto firsts = firstPlaces(entries);
     std::vector<bool> isTaken(entries.size());
-    for (const auto& id : order) {
-        const auto place = places.find(id);
-        if (place == places.end() || isTaken[place->second])
-            continue;
-        indices.push_back(place->second);
-        isTaken[place->second] = true;
+    std::vector<std::size_t> moving;
+    std::vector<std::size_t> order;
+    for (const auto place : shown) {
+        const auto first = firsts[place];
+        if (!isTaken[first])
+            (isMoving[first] ? moving : order).push_back(first);
+        isTaken[first] = true;
     }
-    for (std::size_t i = 0; i < entries.size(); ++i)
-        if (!isTaken[i])
-            indices.push_back(i);
-    return indices;
+    order.insert(target ? std::ranges::find(order, *target) : order.end(), moving.begin(), moving.end());
+    for (std::size_t place = 0; place < entries.size(); ++place)
+        if (!isTaken[place])
+            order.push_back(place);
+    return order;
 }
 
 KdbxEntry duplicateOf(const KdbxEntry& entry, Timestamp now) {
@@ -82,7 +97,7 @@ void AppState::updateEntry(KdbxEntry entry) {
     });
 }
 
-void AppState::deleteEntries(std::set<UUID> ids) {
+void AppState::deleteEntries(const std::set<UUID>& ids) {
     if (ids.empty())
         return;
     const Step step(*this);
@@ -104,25 +119,24 @@ void AppState::moveEntriesToEnd(std::set<UUID> ids) {
 void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> target) {
     if (!m_database || isSearching())
         return;
-    std::vector<UUID> moving;
-    std::vector<UUID> order;
-    for (const auto* entry : visibleEntries())
-        (ids.contains(entry->id) ? moving : order).push_back(entry->id);
-    const auto place = target ? std::find(order.begin(), order.end(), *target) : order.end();
-    if (moving.empty() || (target && place == order.end()))
+    const auto& group = *selectedGroup();
+    const auto targetPlace = target ? group.entries.indexOfID(*target) : std::nullopt;
+    const auto movingPlaces = GroupTree::placesOf(group.entries, ids);
+    if (movingPlaces.empty() || (target && !targetPlace))
         return;
-    order.insert(place, moving.begin(), moving.end());
-    applyOrder(order, m_selectedGroupID.value_or(m_database->root.id));
+    const auto shown = m_groupOrder.sortedPlaces(group, entriesOf(group), m_sort);
+    applyOrder(arrangement(group.entries, shown, movingPlaces, targetPlace),
+               m_selectedGroupID.value_or(m_database->root.id));
 }
 
 // The order of a group's entries is the manual order; nothing else stores it. The step remembers the column that the
-// list had, so that one undo brings both back.
-void AppState::applyOrder(const std::vector<UUID>& order, UUID groupID) {
+// list had, so that one undo brings both back. `order` has the former place of each entry.
+void AppState::applyOrder(const std::vector<std::size_t>& order, UUID groupID) {
     const Step step(*this);
     const auto now = m_services.scheduler.now();
     edit("Sırayı Değiştir", [&](KdbxDatabase& database) {
         GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
-            group.entries.rearrange(arrangement(group.entries, order));
+            group.entries.rearrange(order);
             group.modified = now;
         });
     });
@@ -154,15 +168,13 @@ void AppState::duplicateEntries(std::set<UUID> ids) {
 void AppState::moveEntriesTo(std::set<UUID> ids, UUID groupID) {
     if (!m_database)
         return;
-    const auto moving = GroupTree::findEntries(m_database->root, ids);
-    if (moving.empty())
+    if (GroupTree::findEntries(m_database->root, ids).empty())
         return;
     const auto now = m_services.scheduler.now();
     edit("Kayıtları Taşı", [&](KdbxDatabase& database) {
-        GroupTree::removeEntries(database.root, ids);
+        const auto moving = GroupTree::removeEntries(database.root, ids);
         GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
-            for (const auto* entry : moving)
-                group.entries.append(*entry);
+            group.entries.appendAll(moving);
             group.modified = now;
         });
     });

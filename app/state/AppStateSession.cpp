@@ -7,8 +7,6 @@
 #include "app/state/WipedAtEnd.h"
 #include "core/clipboard/ClipboardService.h"
 
-#include <unordered_set>
-
 namespace {
 
 /// The credentials of a form. The password is copied and then wiped, not moved: a short text that is moved from still
@@ -23,8 +21,8 @@ KdbxKey makeKey(std::string& password, std::optional<Bytes> keyFileData) {
 }
 
 int repairDuplicateIDs(KdbxDatabase& database) {
-    std::unordered_set<UUID> groups;
-    std::unordered_set<UUID> entries;
+    UUIDSet groups;
+    UUIDSet entries;
     return static_cast<int>(GroupTree::repairDuplicateIDs(database.root, groups, entries));
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -32,6 +33,19 @@ EntryReferences EntryOrder::sorted(const KdbxGroup& holder, EntryReferences entr
     return sorted;
 }
 
+std::vector<std::size_t> EntryOrder::sortedPlaces(const KdbxGroup& holder, EntryReferences entries, EntrySort sort) {
+    std::vector<std::size_t> places(entries.size());
+    if (sort.column == EntrySort::Column::manual) {
+        std::iota(places.begin(), places.end(), 0U);
+        return places;
+    }
+    remember(holder, std::move(entries), sort.column);
+    std::ranges::copy(m_order, places.begin());
+    if (!sort.ascending)
+        std::ranges::reverse(places);
+    return places;
+}
+
 EntryReferences EntryOrder::sortedPart(const KdbxGroup& holder, EntryReferences entries, const EntryReferences& part,
                                        EntrySort sort) {
     // To sort a few is less than to sort all.
@@ -57,7 +71,15 @@ EntryReferences EntryOrder::sortedPart(const KdbxGroup& holder, EntryReferences 
 }
 
 bool EntryOrder::isFarFrom(const EntryReferences& entries, EntrySort sort) const {
-    return sort.column != EntrySort::Column::manual && (m_column != sort.column || !changesTo(entries));
+    return sort.column != EntrySort::Column::manual &&
+           (m_column != sort.column || (m_entries != entries && !changesTo(entries)));
+}
+
+void EntryOrder::takeOver(const EntryOrder& other) {
+    m_holder = other.m_holder;
+    m_column = other.m_column;
+    m_entries = other.m_entries;
+    m_order = other.m_order;
 }
 
 void EntryOrder::forget() noexcept {
@@ -68,12 +90,14 @@ void EntryOrder::forget() noexcept {
 }
 
 void EntryOrder::remember(const KdbxGroup& holder, EntryReferences entries, EntrySort::Column column) {
-    if (const auto changes = m_column == column ? changesTo(entries) : std::nullopt)
-        follow(*changes, entries);
-    else
-        m_order = EntrySort{.column = column, .ascending = true}.order(entries);
-    m_column = column;
-    m_entries = std::move(entries);
+    if (m_column != column || m_entries != entries) {
+        if (const auto changes = m_column == column ? changesTo(entries) : std::nullopt)
+            follow(*changes, entries);
+        else
+            m_order = EntrySort{.column = column, .ascending = true}.order(entries);
+        m_column = column;
+        m_entries = std::move(entries);
+    }
     m_holder = holder;
 }
 

@@ -21,12 +21,19 @@ public:
     /// What `sort.apply(entries)` gives. The entries lie in `holder` or below it.
     [[nodiscard]] EntryReferences sorted(const KdbxGroup& holder, EntryReferences entries, EntrySort sort);
 
+    /// The same, as places among the entries.
+    [[nodiscard]] std::vector<std::size_t> sortedPlaces(const KdbxGroup& holder, EntryReferences entries,
+                                                        EntrySort sort);
+
     /// What `sort.apply(part)` gives, where `part` are some of the entries in the same order.
     [[nodiscard]] EntryReferences sortedPart(const KdbxGroup& holder, EntryReferences entries,
                                              const EntryReferences& part, EntrySort sort);
 
     /// Whether `sorted` would have to sort all of them anew.
     [[nodiscard]] bool isFarFrom(const EntryReferences& entries, EntrySort sort) const;
+
+    /// Remembers what another one does, so that it need not be found out twice.
+    void takeOver(const EntryOrder& other);
 
     void forget() noexcept;
 

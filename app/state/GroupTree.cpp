@@ -86,30 +86,32 @@ std::optional<Found> findIn(const KdbxGroup& root, Array KdbxGroup::*array, cons
 constexpr std::size_t fewIDs = 32;
 
 /// Where the array holds entries that are still wanted, which they are not from then on.
-std::vector<std::size_t> takePlaces(const SharedArray<KdbxEntry>& entries, std::unordered_set<UUID>& wanted) {
+std::vector<std::size_t> takePlaces(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids, UUIDSet& wanted) {
     std::vector<std::size_t> places;
-    if (wanted.size() <= fewIDs) {
-        std::erase_if(wanted, [&](const UUID& id) {
-            const auto place = entries.indexOfID(id);
-            if (place)
-                places.push_back(*place);
-            return place.has_value();
-        });
-        std::sort(places.begin(), places.end());
+    if (ids.size() > fewIDs) {
+        std::size_t place = 0;
+        for (const auto& entry : entries) {
+            if (wanted.erase(entry.id))
+                places.push_back(place);
+            ++place;
+        }
         return places;
     }
-    for (std::size_t i = 0; i < entries.size(); ++i)
-        if (wanted.erase(entries[i].id) > 0)
-            places.push_back(i);
+    for (const auto& id : ids)
+        if (const auto place = wanted.contains(id) ? entries.indexOfID(id) : std::nullopt) {
+            places.push_back(*place);
+            wanted.erase(id);
+        }
+    std::sort(places.begin(), places.end());
     return places;
 }
 
 /// Calls `visit` with the walk at each group that holds some of the entries, and their places there.
 template <class Visit>
 void forEachHolder(const KdbxGroup& root, const std::set<UUID>& ids, Visit visit) {
-    std::unordered_set<UUID> wanted(ids.begin(), ids.end());
+    UUIDSet wanted(ids.begin(), ids.end(), ids.size());
     for (Walk walk(root); !walk.isAtEnd() && !wanted.empty(); walk.advance())
-        if (const auto places = takePlaces(walk.group().entries, wanted); !places.empty())
+        if (const auto places = takePlaces(walk.group().entries, ids, wanted); !places.empty())
             visit(walk, places);
 }
 
@@ -119,11 +121,11 @@ std::optional<Node> copyOf(const Node* node) {
 }
 
 /// Whether the identifier was met before; it is met now.
-bool isRepeat(std::unordered_set<UUID>& seen, const UUID& id) {
-    return !seen.insert(id).second;
+bool isRepeat(UUIDSet& seen, const UUID& id) {
+    return !seen.insert(id);
 }
 
-UUID unseenID(std::unordered_set<UUID>& seen) {
+UUID unseenID(UUIDSet& seen) {
     const auto id = UUID::random();
     seen.insert(id);
     return id;
@@ -173,6 +175,11 @@ std::int64_t totalEntryCount(const KdbxGroup& root) {
     return count;
 }
 
+std::vector<std::size_t> placesOf(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids) {
+    UUIDSet wanted(ids.begin(), ids.end(), ids.size());
+    return takePlaces(entries, ids, wanted);
+}
+
 bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change) {
     auto walk = walkToGroup(root, id);
     if (walk.isAtEnd())
@@ -204,8 +211,12 @@ void mutateGroupsHolding(KdbxGroup& root, const std::set<UUID>& entryIDs,
                   [&](Walk& walk, const std::vector<std::size_t>& places) { change(walk.ownGroup(root), places); });
 }
 
-void removeEntries(KdbxGroup& root, const std::set<UUID>& ids) {
-    mutateGroupsHolding(root, ids, [](KdbxGroup& group, const std::vector<std::size_t>& places) {
+SharedArray<KdbxEntry> removeEntries(KdbxGroup& root, const std::set<UUID>& ids) {
+    SharedArray<KdbxEntry> all;
+    mutateGroupsHolding(root, ids, [&](KdbxGroup& group, const std::vector<std::size_t>& places) {
+        auto removedHere = group.entries;
+        removedHere.rearrange(places);
+        all.appendAll(removedHere);
         std::vector<std::size_t> kept;
         kept.reserve(group.entries.size() - places.size());
         auto removed = places.begin();
@@ -216,6 +227,7 @@ void removeEntries(KdbxGroup& root, const std::set<UUID>& ids) {
                 kept.push_back(i);
         group.entries.rearrange(kept);
     });
+    return all;
 }
 
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id) {
@@ -228,18 +240,21 @@ std::optional<KdbxGroup> removeGroup(KdbxGroup& root, const UUID& id) {
     return found ? std::optional(found->holder.ownGroup(root).groups.removeAt(found->index)) : std::nullopt;
 }
 
-std::int64_t repairDuplicateIDs(KdbxGroup& root, std::unordered_set<UUID>& seenGroups,
-                                std::unordered_set<UUID>& seenEntries) {
+std::int64_t repairDuplicateIDs(KdbxGroup& root, UUIDSet& seenGroups, UUIDSet& seenEntries) {
+    seenEntries.reserve(seenEntries.size() + static_cast<std::size_t>(totalEntryCount(root)));
     std::int64_t repairs = 0;
     for (Walk walk(root); !walk.isAtEnd(); walk.advance()) {
         if (isRepeat(seenGroups, walk.group().id)) {
             walk.ownGroup(root).id = unseenID(seenGroups);
             ++repairs;
         }
-        for (std::size_t i = 0; i < walk.group().entries.size(); ++i) {
-            if (!isRepeat(seenEntries, walk.group().entries[i].id))
+        auto entry = walk.group().entries.begin();
+        for (std::size_t i = 0; i < walk.group().entries.size(); ++i, ++entry) {
+            if (!isRepeat(seenEntries, entry->id))
                 continue;
-            walk.ownGroup(root).entries.mutate(i, [&](KdbxEntry& entry) { entry.id = unseenID(seenEntries); });
+            auto& entries = walk.ownGroup(root).entries;
+            entries.mutate(i, [&](KdbxEntry& repeat) { repeat.id = unseenID(seenEntries); });
+            entry = entries.begin() + static_cast<std::ptrdiff_t>(i);
             ++repairs;
         }
     }

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "core/model/KdbxDatabase.h"
+#include "core/model/UUIDSet.h"
 
 #include <cstddef>
 #include <functional>
 #include <set>
-#include <unordered_set>
 #include <vector>
 
 /// How state code finds and changes a node of the group tree by its identifier.
@@ -41,6 +41,9 @@ namespace GroupTree {
 /// How many entries `allEntries` would give.
 [[nodiscard]] std::int64_t totalEntryCount(const KdbxGroup& root);
 
+/// The ascending places of those entries of a group that have these identifiers, the first of each.
+[[nodiscard]] std::vector<std::size_t> placesOf(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids);
+
 /// Runs `change` on the group in place. Whether it was found; `change` runs at most once.
 bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change);
 
@@ -55,8 +58,9 @@ bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxE
 void mutateGroupsHolding(KdbxGroup& root, const std::set<UUID>& entryIDs,
                          const std::function<void(KdbxGroup&, const std::vector<std::size_t>&)>& change);
 
-/// Takes the entries out of their groups. The order of what remains is kept.
-void removeEntries(KdbxGroup& root, const std::set<UUID>& ids);
+/// Takes the entries out of their groups and gives them back in the order of the search, as they are shared with other
+/// copies of the vault. The order of what remains is kept.
+SharedArray<KdbxEntry> removeEntries(KdbxGroup& root, const std::set<UUID>& ids);
 
 /// Takes the entry out of its group and gives it back. The order of what remains is kept.
 std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id);
@@ -68,7 +72,6 @@ std::optional<KdbxGroup> removeGroup(KdbxGroup& root, const UUID& id);
 /// the order of the search. A group and an entry may share one. How many got a new one.
 ///
 /// The sets are the caller's, empty at first; they are filled with the identifiers met.
-std::int64_t repairDuplicateIDs(KdbxGroup& root, std::unordered_set<UUID>& seenGroups,
-                                std::unordered_set<UUID>& seenEntries);
+std::int64_t repairDuplicateIDs(KdbxGroup& root, UUIDSet& seenGroups, UUIDSet& seenEntries);
 
 }  // namespace GroupTree

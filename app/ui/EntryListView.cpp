@@ -15,6 +15,7 @@
 #include "app/ui/components/EmptyStateView.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/SectionHeader.h"
+#include "core/model/UUIDSet.h"
 
 #include <QDrag>
 #include <QKeyEvent>
@@ -27,13 +28,13 @@
 
 #include <algorithm>
 #include <chrono>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 namespace {
 
 constexpr std::chrono::milliseconds preparationPause{10};  // between two steps, so that a key is answered first
+constexpr std::chrono::seconds firstPreparation{1};        // when the window has long been painted
 
 }  // namespace
 
@@ -93,12 +94,14 @@ void EntryListView::connectState() {
     connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showList);
     connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
 
+    const auto prepareSoon = [this] { m_preparing.start(preparationPause); };
     m_preparing.setSingleShot(true);
-    m_preparing.setInterval(preparationPause);
-    connect(&m_state, &AppState::databaseChanged, &m_preparing, qOverload<>(&QTimer::start));
-    connect(&m_preparing, &QTimer::timeout, this, [this] {
-        if (m_state.prepareSearch())
-            m_preparing.start();
+    m_preparing.start(firstPreparation);
+    connect(&m_state, &AppState::databaseChanged, this, prepareSoon);
+    connect(&m_state, &AppState::sortChanged, this, prepareSoon);
+    connect(&m_preparing, &QTimer::timeout, this, [this, prepareSoon] {
+        if (m_state.prepareBrowsing())
+            prepareSoon();
     });
 }
 
@@ -190,9 +193,9 @@ void EntryListView::showSelection() {
 
 QItemSelection EntryListView::rowsOf(const std::set<UUID>& ids) const {
     QItemSelection selection;
-    const std::unordered_set<UUID> wanted(ids.begin(), ids.end(), 2 * ids.size());  // a tree is slow to ask often
+    UUIDSet wanted(ids.begin(), ids.end(), ids.size());  // a tree is slow to ask often
     for (int row = 0; !wanted.empty() && row < m_model->rowCount(); ++row) {
-        if (!wanted.contains(m_model->entry(row).id))
+        if (!wanted.erase(m_model->id(row)))
             continue;
         const auto index = m_model->index(row);
         if (!selection.isEmpty() && selection.last().bottom() == row - 1)
@@ -217,7 +220,7 @@ void EntryListView::storeSelection() {
     std::vector<UUID> ids;
     for (const auto& range : m_list->selectionModel()->selection())
         for (int row = range.top(); row <= range.bottom(); ++row)
-            ids.push_back(m_model->entry(row).id);
+            ids.push_back(m_model->id(row));
     std::sort(ids.begin(), ids.end());  // a set takes what is sorted many times as fast
     const QScopedValueRollback showing(m_isShowing, true);
     m_state.setSelectedEntryIDs(std::set(ids.begin(), ids.end()));

@@ -68,6 +68,6 @@ private:
     RowListView* m_list;
     QWidget* m_empty = nullptr;
     std::string m_emptySearch;  // what it says that nothing matches
-    QTimer m_preparing;         // of the search, while nothing else is asked of us
+    QTimer m_preparing;         // for what comes next, while nothing else is asked of us
     bool m_isShowing = false;   // a selection that is shown was not chosen, and one that was chosen is shown already
 };

@@ -191,20 +191,20 @@ TEST_F(AppStateBrowsingTest, clearingTheSelectionLeavesTheAnchor) {
 }
 
 TEST_F(AppStateBrowsingTest, aSearchFindsTheSameWhetherItWasPreparedOrNot) {
-    while (state->prepareSearch()) {
+    while (state->prepareBrowsing()) {
     }
-    EXPECT_FALSE(state->prepareSearch());
+    EXPECT_FALSE(state->prepareBrowsing());
     state->setSearchText("e");
     EXPECT_THAT(shown(), ElementsAre("e"));
     state->setSort({.column = EntrySort::Column::title, .ascending = false});
     state->edit("Adım", [](KdbxDatabase& database) { database.root.entries.mutableAt(0).title = "eski"; });
-    state->prepareSearch();
+    state->prepareBrowsing();
     EXPECT_THAT(shown(), ElementsAre("eski", "e"));
 }
 
 TEST_F(AppStateBrowsingTest, thereIsNothingToPrepareWhileLocked) {
     state->lock();
-    EXPECT_FALSE(state->prepareSearch());
+    EXPECT_FALSE(state->prepareBrowsing());
 }
 
 }  // namespace

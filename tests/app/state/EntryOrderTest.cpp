@@ -113,6 +113,27 @@ private:
     std::mt19937 m_random;
 };
 
+EntryReferences entriesAt(const std::vector<std::size_t>& places, const EntryReferences& entries) {
+    EntryReferences chosen;
+    for (const auto place : places)
+        chosen.push_back(entries[place]);
+    return chosen;
+}
+
+TEST(EntryOrderTest, takesOverWhatAnotherOneKnows) {
+    KdbxGroup group;
+    for (int number = 0; number < 200; ++number)
+        group.entries.append(entryTitled(std::to_string(number % 7)));
+    EntryOrder known;
+    static_cast<void>(known.sorted(group, entriesOf(group), byTitle));
+    EntryOrder order;
+    order.takeOver(known);
+    EXPECT_FALSE(order.isFarFrom(entriesOf(group), byTitle));
+    known.forget();
+    group.entries.mutableAt(3).title = "x";
+    EXPECT_EQ(order.sorted(group, entriesOf(group), byTitle), byTitle.apply(entriesOf(group)));
+}
+
 TEST(EntryOrderTest, givesWhatSortingAnewGives) {
     for (unsigned seed = 0; seed < 40; ++seed) {
         ChangingGroup changing(seed);
@@ -124,6 +145,8 @@ TEST(EntryOrderTest, givesWhatSortingAnewGives) {
                                  .ascending = changing.below(4) != 0};
             ASSERT_EQ(order.sorted(changing.group, entries, sort), sort.apply(entries)) << seed << ' ' << step;
             ASSERT_EQ(order.sortedPart(changing.group, entries, part, sort), sort.apply(part)) << seed << ' ' << step;
+            ASSERT_EQ(entriesAt(order.sortedPlaces(changing.group, entries, sort), entries), sort.apply(entries))
+                << seed << ' ' << step;
             changing.change();
         }
     }

@@ -269,8 +269,8 @@ class RepairDuplicateIDsTest : public ::testing::Test {
 protected:
     std::int64_t repair(KdbxGroup& root) { return GroupTree::repairDuplicateIDs(root, m_seenGroups, m_seenEntries); }
 
-    std::unordered_set<UUID> m_seenGroups;
-    std::unordered_set<UUID> m_seenEntries;
+    UUIDSet m_seenGroups;
+    UUIDSet m_seenEntries;
 };
 
 TEST_F(RepairDuplicateIDsTest, changesNothingAndCopiesNothingWhereNothingRepeats) {
@@ -281,8 +281,8 @@ TEST_F(RepairDuplicateIDsTest, changesNothingAndCopiesNothingWhereNothingRepeats
 
     EXPECT_TRUE(root.groups.sharesStorageWith(before.groups));
     EXPECT_TRUE(root.entries.sharesStorageWith(before.entries));
-    EXPECT_EQ(m_seenGroups, (std::unordered_set<UUID>{idOf(1), idOf(2), idOf(3), idOf(4)}));
-    EXPECT_EQ(m_seenEntries, (std::unordered_set<UUID>{idOf(0xA), idOf(0xB), idOf(0xC), idOf(0xD), idOf(0xE)}));
+    EXPECT_EQ(m_seenGroups, (UUIDSet{idOf(1), idOf(2), idOf(3), idOf(4)}));
+    EXPECT_EQ(m_seenEntries, (UUIDSet{idOf(0xA), idOf(0xB), idOf(0xC), idOf(0xD), idOf(0xE)}));
 }
 
 TEST_F(RepairDuplicateIDsTest, ofTwoEntriesInOneGroupTheSecondIsChanged) {
@@ -328,8 +328,8 @@ TEST_F(RepairDuplicateIDsTest, theFirstInWalkingOrderKeepsItsIdentifier) {
     EXPECT_EQ(m_seenGroups.size(), 8u);
     EXPECT_EQ(m_seenEntries.size(), 10u);
     EXPECT_EQ(before.groups[1].id, idOf(3));
-    std::unordered_set<UUID> groups;
-    std::unordered_set<UUID> entries;
+    UUIDSet groups;
+    UUIDSet entries;
     EXPECT_EQ(GroupTree::repairDuplicateIDs(root, groups, entries), 0);
 }
 
@@ -446,8 +446,8 @@ TEST(DeepGroupTreeTest, everyOperationReachesTheBottomOfATreeDeeperThanTheStack)
     EXPECT_EQ(GroupTree::findEntry(snapshot, idOf(0xA))->title, "a");
     EXPECT_TRUE(GroupTree::removeEntry(root, idOf(0xA)));
     EXPECT_TRUE(GroupTree::removeGroup(root, idOf(2)));
-    std::unordered_set<UUID> groups;
-    std::unordered_set<UUID> entries;
+    UUIDSet groups;
+    UUIDSet entries;
     EXPECT_EQ(GroupTree::repairDuplicateIDs(root, groups, entries), 0);
 }
 
@@ -525,9 +525,14 @@ TEST(GroupTreeTest, manyEntriesAreTakenOutAsOneByOne) {
         for (const auto& id : ids)
             GroupTree::removeEntry(oneByOne, id);
 
-        EXPECT_EQ(GroupTree::findEntries(root, ids).size(), count);
-        GroupTree::removeEntries(root, ids);
+        const auto found = GroupTree::findEntries(root, ids);
+        EXPECT_EQ(found.size(), count);
+        const auto before = root;
+        const auto taken = GroupTree::removeEntries(root, ids);
 
+        ASSERT_EQ(taken.size(), count);
+        for (std::size_t i = 0; i < count; ++i)
+            EXPECT_EQ(&taken[i], found[i]) << "the same, not a copy";
         EXPECT_EQ(titlesOf(root), titlesOf(oneByOne)) << count;
         EXPECT_TRUE(GroupTree::findEntries(root, ids).empty()) << count;
     }
