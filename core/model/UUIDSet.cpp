@@ -51,9 +51,8 @@ bool UUIDSet::contains(const UUID& id) const noexcept {
 }
 
 bool operator==(const UUIDSet& a, const UUIDSet& b) noexcept {
-    return a.size() == b.size() && a.m_hasZero == b.m_hasZero && std::ranges::all_of(a.m_slots, [&](const UUID& id) {
-               return id.isZero() || b.contains(id);
-           });
+    return a.size() == b.size() && a.m_hasZero == b.m_hasZero &&
+           std::ranges::all_of(a.m_slots, [&](const UUID& id) { return id.isZero() || b.contains(id); });
 }
 
 std::size_t UUIDSet::homeOf(const UUID& id) const noexcept {

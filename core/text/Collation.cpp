@@ -26,6 +26,10 @@ namespace {
 // For fewer texts the collator's own keys are made before the table of weights is.
 constexpr std::size_t worthTable = 2000;
 
+// What is read so many steps later is fetched now, where it lies scattered: to wait for each takes longer than to read
+// it.
+constexpr std::size_t ahead = 16;
+
 // The first scalar that has no weight in the table: ASCII, Latin-1 and Latin Extended-A stand before it.
 constexpr char32_t tableEnd = 0x180;
 
@@ -107,6 +111,11 @@ public:
     /// text with other scalars. No byte of a key is zero.
     [[nodiscard]] std::uint8_t* writeKey(std::string_view text, std::uint8_t* place) const {
         for (std::size_t i = 0; i < text.size();) {
+            if (const auto weight = m_plainWeights[static_cast<std::uint8_t>(text[i])]) {
+                *place++ = weight;
+                ++i;
+                continue;
+            }
             if (isDigit(text[i])) {
                 const auto digits = digitsAt(text, i);
                 place = writeNumber(digits, place);
@@ -220,10 +229,13 @@ private:
                 ++weight;
             m_weights[sorted[i]] = weight;
         }
+        std::copy_n(m_weights.begin(), 0x80, m_plainWeights.begin());
+        std::fill_n(m_plainWeights.begin() + '0', 10, std::uint8_t{0});
     }
 
     Collator m_collator;
-    std::array<std::uint8_t, tableEnd> m_weights{};  // 0: not in the table
+    std::array<std::uint8_t, tableEnd> m_weights{};    // 0: not in the table
+    std::array<std::uint8_t, 0x100> m_plainWeights{};  // of the bytes that are a letter or a sign each, and no digit
 };
 
 /// Texts by their keys. They are sorted word by word: keys that share a beginning are told apart by what follows it,
@@ -250,7 +262,7 @@ public:
     /// Keeps the key that was written into the room. It has no zero but perhaps a last one, and gets zeros up to the
     /// end of its last word, one at least.
     void add(std::uint32_t index, std::size_t size) {
-        m_keys.push_back({.word = 0, .rest = m_end, .index = index});
+        m_keys.push_back({.word = 0, .rest = static_cast<std::uint32_t>(m_end / wordSize), .index = index});
         std::memset(m_bytes.data() + m_end + size, 0, wordSize);
         m_end += size / wordSize * wordSize + wordSize;
     }
@@ -263,8 +275,7 @@ public:
         while (!waiting.empty()) {
             const auto keys = waiting.back();
             waiting.pop_back();
-            for (auto& key : keys)
-                readWord(key);
+            readWords(keys);
             std::ranges::sort(keys, {}, &Key::word);
             for (auto run = equalWordsAt(keys.begin(), keys); !run.empty(); run = equalWordsAt(run.end(), keys)) {
                 if (run.size() > 1 && endsIn(run.front().word))
@@ -281,7 +292,7 @@ public:
 private:
     struct Key {
         std::uint64_t word;  // what is compared now
-        std::size_t rest;    // where in m_bytes it goes on
+        std::uint32_t rest;  // the word in m_bytes where it goes on; half the size makes a sort a fifth faster
         std::uint32_t index;
     };
 
@@ -289,10 +300,20 @@ private:
 
     static bool endsIn(std::uint64_t word) { return (word & 0xff) == 0; }
 
+    [[nodiscard]] const std::uint8_t* wordAt(const Key& key) const { return m_bytes.data() + key.rest * wordSize; }
+
+    void readWords(std::span<Key> keys) const {
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            if (i + ahead < keys.size())
+                __builtin_prefetch(wordAt(keys[i + ahead]));
+            readWord(keys[i]);
+        }
+    }
+
     void readWord(Key& key) const {
-        std::memcpy(&key.word, m_bytes.data() + key.rest, wordSize);
+        std::memcpy(&key.word, wordAt(key), wordSize);
         key.word = be64toh(key.word);
-        key.rest += wordSize;
+        ++key.rest;
     }
 
     static std::span<Key> equalWordsAt(std::span<Key>::iterator begin, std::span<Key> keys) {
@@ -341,7 +362,6 @@ public:
             bytes += clipped(text).size();
             longest = std::max(longest, clipped(text).size());
         }
-        // The texts lie scattered, and to wait for each takes longer than to read it.
         const auto fetch = [&](std::size_t i) { __builtin_prefetch(texts[i].data()); };
         KeyedTexts common(texts.size(), bytes + 3 * longest);
         KeyedTexts others;
@@ -355,6 +375,8 @@ public:
 
         const auto commonOrder = common.order(compareTwo, fetch);
         const auto otherOrder = others.order([](auto, auto) { return std::weak_ordering::equivalent; }, [](auto) {});
+        if (otherOrder.empty())
+            return commonOrder;
         std::vector<std::uint32_t> merged(texts.size());
         std::ranges::merge(commonOrder, otherOrder, merged.begin(), [&](std::uint32_t a, std::uint32_t b) {
             const auto order = compareTwo(a, b);
@@ -364,8 +386,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t ahead = 16;
-
     static bool addCommon(KeyedTexts& keyed, const FirstLevel& weights, std::string_view text, std::uint32_t index) {
         auto* room = keyed.room(3 * text.size());
         const auto* end = weights.writeKey(text, room);
