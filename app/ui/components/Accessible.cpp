@@ -37,17 +37,6 @@ private:
     }
 };
 
-/// A widget of no special kind: a place for others, or what its role says.
-class PlaceAccessible final : public QAccessibleWidget {
-public:
-    using QAccessibleWidget::QAccessibleWidget;
-
-    [[nodiscard]] QAccessible::Role role() const override {
-        const auto role = widget()->property(roleProperty);
-        return role.isValid() ? static_cast<QAccessible::Role>(role.toInt()) : QAccessibleWidget::role();
-    }
-};
-
 /// A button of another role than Qt would give it.
 class ButtonAccessible final : public QAccessibleWidget {
 public:
@@ -90,13 +79,15 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     auto* const widget = qobject_cast<QWidget*>(object);
     if (!widget)
         return nullptr;
-    const auto role = widget->property(roleProperty);
-    if (auto* const button = qobject_cast<QAbstractButton*>(widget); button && role.isValid())
-        return new ButtonAccessible(*button, static_cast<QAccessible::Role>(role.toInt()));
     if (className == QLatin1String("QSplitterHandle"))
-        return new PlaceAccessible(widget, QAccessible::Separator);
-    // Asked for each class from the widget's own upwards: here no other has an answer.
-    return className == QLatin1String("QWidget") ? new PlaceAccessible(widget) : nullptr;
+        return new QAccessibleWidget(widget, QAccessible::Separator);
+    const auto property = widget->property(roleProperty);
+    if (!property.isValid())
+        return nullptr;
+    const auto role = static_cast<QAccessible::Role>(property.toInt());
+    if (auto* const button = qobject_cast<QAbstractButton*>(widget))
+        return new ButtonAccessible(*button, role);
+    return new QAccessibleWidget(widget, role);
 }
 
 /// Whether what an event tells of is shown as dots.
