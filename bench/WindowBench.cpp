@@ -186,6 +186,13 @@ private:
             QTest::keyClick(m_list, Qt::Key_Delete);
         });
         measure("undo that", 1, [&](int) { state->undo(); });
+        KdbxGroup archive;
+        state->addGroup(archive, state->root()->id);
+        state->setSelectedGroupID(state->root()->id);
+        m_list->selectAll();
+        settle();
+        measure("move all to another group", 1,
+                [&](int) { state->moveEntriesTo(state->selectedEntryIDs(), archive.id); });
     }
 
     std::optional<MainWindow> m_window;

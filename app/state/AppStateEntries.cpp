@@ -168,7 +168,8 @@ void AppState::duplicateEntries(std::set<UUID> ids) {
 void AppState::moveEntriesTo(std::set<UUID> ids, UUID groupID) {
     if (!m_database)
         return;
-    if (GroupTree::findEntries(m_database->root, ids).empty())
+    const auto isInVault = [&](const UUID& id) { return GroupTree::findEntry(m_database->root, id) != nullptr; };
+    if (std::ranges::none_of(ids, isInVault))
         return;
     const auto now = m_services.scheduler.now();
     edit("Kayıtları Taşı", [&](KdbxDatabase& database) {
