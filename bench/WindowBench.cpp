@@ -67,7 +67,7 @@ public:
         for (auto* const field : m_window->findChildren<QLineEdit*>())
             m_search = field->accessibleName() == QStringLiteral("Kayıtlarda ara") ? field : m_search;
 
-        measure("prepare the search, a step", 60, [&](int) { QTest::qWait(11); });
+        measure("prepare the search, a step", 90, [&](int) { QTest::qWait(11); });
         measure("first letter of a search", 1, [&](int) { m_search->setText("i"); });
         search();
         scroll();

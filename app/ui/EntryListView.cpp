@@ -33,8 +33,9 @@
 
 namespace {
 
-constexpr std::chrono::milliseconds preparationPause{10};  // between two steps, so that a key is answered first
-constexpr std::chrono::seconds firstPreparation{1};        // when the window has long been painted
+constexpr std::chrono::milliseconds preparationPause{10};   // between two steps, so that a key is answered first
+constexpr std::chrono::milliseconds pauseAfterChange{100};  // which is to be painted before
+constexpr std::chrono::seconds firstPreparation{1};         // when the window has long been painted
 
 }  // namespace
 
@@ -94,14 +95,14 @@ void EntryListView::connectState() {
     connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showList);
     connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
 
-    const auto prepareSoon = [this] { m_preparing.start(preparationPause); };
+    const auto prepareSoon = [this] { m_preparing.start(pauseAfterChange); };
     m_preparing.setSingleShot(true);
     m_preparing.start(firstPreparation);
     connect(&m_state, &AppState::databaseChanged, this, prepareSoon);
     connect(&m_state, &AppState::sortChanged, this, prepareSoon);
-    connect(&m_preparing, &QTimer::timeout, this, [this, prepareSoon] {
+    connect(&m_preparing, &QTimer::timeout, this, [this] {
         if (m_state.prepareBrowsing())
-            prepareSoon();
+            m_preparing.start(preparationPause);
     });
 }
 
