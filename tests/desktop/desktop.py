@@ -102,12 +102,15 @@ def click_with(key, node):
 
 
 def drag(node, target, drop=True):
-    """Drags in steps, as a hand does: what moves at once is no drag. Without `drop` the button stays down."""
+    """Drags in steps and rests before the drop, as a hand does: what moves at once is no drag, and what is let go before
+    the program has seen where is no drop. Without `drop` the button stays down."""
     x, y = place_of(node)
     end_x, end_y = place_of(target)
     xdotool("mousemove", x, y, "mousedown", 1)
     for step in range(1, 11):
         xdotool("mousemove", "--sync", x + (end_x - x) * step // 10, y + (end_y - y) * step // 10)
+        time.sleep(0.02)
+    time.sleep(0.3)
     if drop:
         xdotool("mouseup", 1)
 
