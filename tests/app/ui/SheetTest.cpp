@@ -236,7 +236,17 @@ TEST_F(SheetTest, aPopoverKeepsWithinTheWindowAndGoesWithItsControl) {
 class SecretFieldTest : public ::testing::Test {
 protected:
     SecretField field{"Parola"};
+    std::string copied;  // as a secret
+
     SecretFieldTest() { field.show(); }
+
+    void showSelectedSecret() {
+        field.setCopying([this](std::string_view secret) { copied = secret; });
+        QApplication::clipboard()->setText("önceki");
+        field.setSecret("gizli");
+        field.setRevealed(true);
+        field.selectAll();
+    }
 };
 
 TEST_F(SecretFieldTest, neitherDraggingNorPredictingNorUndoOffersTheSecret) {
@@ -292,7 +302,6 @@ TEST_F(SecretFieldTest, aShownSecretIsSelectedWithTheUsualKeys) {
 }
 
 TEST_F(SecretFieldTest, whatIsCopiedGoesWhereItIsToldTo) {
-    std::string copied;
     QApplication::clipboard()->setText("önceki");
     field.setSecret("gizli");
     field.setRevealed(true);
@@ -320,12 +329,7 @@ TEST_F(SecretFieldTest, whatIsCopiedGoesWhereItIsToldTo) {
 }
 
 TEST_F(SecretFieldTest, theMenuCopiesTheSameWay) {
-    std::string copied;
-    field.setCopying([&](std::string_view secret) { copied = secret; });
-    QApplication::clipboard()->setText("önceki");
-    field.setSecret("gizli");
-    field.setRevealed(true);
-    field.selectAll();
+    showSelectedSecret();
     QTimer::singleShot(0, [] {
         auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
         ASSERT_NE(menu, nullptr);
@@ -342,12 +346,7 @@ TEST_F(SecretFieldTest, theMenuCopiesTheSameWay) {
 
 // Menus of the window call a field's verbs by their names.
 TEST_F(SecretFieldTest, theVerbsThatAMenuCallsCopyTheSameWay) {
-    std::string copied;
-    field.setCopying([&](std::string_view secret) { copied = secret; });
-    QApplication::clipboard()->setText("önceki");
-    field.setSecret("gizli");
-    field.setRevealed(true);
-    field.selectAll();
+    showSelectedSecret();
     QMetaObject::invokeMethod(&field, "copy");
     EXPECT_EQ(copied, "gizli");
     copied.clear();
