@@ -7,6 +7,7 @@
 #include "app/state/EntrySort.h"
 #include "app/state/Route.h"
 #include "core/autotype/AutoTypeAction.h"
+#include "core/container/KdbxKeys.h"
 #include "core/model/KdbxDatabase.h"
 #include "core/platform/Bookmarks.h"
 #include "core/platform/FileStore.h"
@@ -42,8 +43,11 @@ public:
 
     /// How a vault file is read and written; `KdbxFile`'s two functions in the program.
     struct VaultCodec {
-        std::function<KdbxDatabase(ByteView file, const KdbxKey& key)> load;
-        std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key)> save;
+        std::function<KdbxDatabase(ByteView file, const KdbxKey& key, const KdbxKeys::Transformation& transformation)>
+            load;
+        std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key,
+                            const KdbxKeys::Transformation& transformation)>
+            save;
     };
 
     /// The world, as far as a session needs it. All of it outlives the state.

@@ -27,7 +27,8 @@ void AppState::save() {
 void AppState::saveQuietly() {
     if (!m_database || !m_databaseURL || !m_activeKey)
         return;
-    m_services.files.writeAtomically(*m_databaseURL, m_services.codec.save(*m_database, *m_activeKey));
+    m_services.files.writeAtomically(*m_databaseURL,
+                                     m_services.codec.save(*m_database, *m_activeKey, KdbxKeys::transform));
     assign(m_isDirty, false, &AppState::isDirtyChanged);
 }
 
@@ -36,7 +37,7 @@ void AppState::saveAs(const std::filesystem::path& url) {
         return;
     const Step step(*this);
     try {
-        m_services.files.writeAtomically(url, m_services.codec.save(*m_database, *m_activeKey));
+        m_services.files.writeAtomically(url, m_services.codec.save(*m_database, *m_activeKey, KdbxKeys::transform));
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assign(m_isDirty, false, &AppState::isDirtyChanged);
         storeBookmark(url);

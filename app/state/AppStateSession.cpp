@@ -59,7 +59,7 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         if (keyFileURL)
             keyFileData = m_services.files.read(*keyFileURL);
         auto key = makeKey(password, std::move(keyFileData));
-        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key);
+        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key, KdbxKeys::transform);
         const auto repaired = repairDuplicateIDs(database);
         publish(std::move(database), key);
         if (repaired > 0)
@@ -90,7 +90,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
     try {
         auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
         auto key = makeKey(password, std::move(keyFileData));
-        m_services.files.writeAtomically(url, m_services.codec.save(database, key));
+        m_services.files.writeAtomically(url, m_services.codec.save(database, key, KdbxKeys::transform));
 
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);

@@ -69,7 +69,8 @@ std::unique_ptr<InnerStreamCipher> innerStreamKdbx3(const KdbxHeader& header) {
 
 }  // namespace
 
-KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key) {
+KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key,
+                       const KdbxKeys::Transformation& transformation) {
     KdbxReader reader(file);
     (void)reader.read(header.endOffset);
     const auto storedHash = reader.read(digestSize);
@@ -78,7 +79,7 @@ KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& k
     if (!KdbxGate::isAuthentic(Sha2::sha256(header.rawData), storedHash))
         throw KdbxError::headerHashMismatch();
 
-    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header);
+    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
     if (!keys.hmac)
         throw KdbxError::cryptoFailure("KDBX 4 için HMAC anahtarı türetilemedi");
     // The one moment at which a wrong password shows: what fails from here on is damage.
@@ -98,10 +99,11 @@ KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& k
             .formatVersion = formatVersion(header)};
 }
 
-KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key) {
+KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key,
+                       const KdbxKeys::Transformation& transformation) {
     if (!header.streamStartBytes)
         throw KdbxError::corruptedData("KDBX 3 başlığında StreamStartBytes yok");
-    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header);
+    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
     const auto cipher = header.cipher();
     const auto ciphertext = file.subspan(static_cast<std::size_t>(header.endOffset));
     auto payload = decryptKdbx3(ciphertext, cipher, keys.master, header.encryptionIV);

@@ -50,8 +50,9 @@ KdbxHeader freshHeader(const KdbxDatabase& database) {
     return header;
 }
 
-Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key) {
-    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header);
+Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key,
+                 const KdbxKeys::Transformation& transformation) {
+    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
     if (!keys.hmac)
         throw KdbxError::cryptoFailure("HMAC anahtarı türetilemedi");
 

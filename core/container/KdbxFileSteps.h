@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/container/KdbxHeader.h"
+#include "core/container/KdbxKeys.h"
 #include "core/model/KdbxDatabase.h"
 
 /// The roads behind `load` and `save`, for these two and for the tests that walk them with a header of their own.
@@ -9,15 +9,18 @@ namespace KdbxFile {
 
 /// Reads what follows the header of a KDBX 4 file, in an order that tells a damaged header, wrong credentials and a
 /// damaged payload apart.
-[[nodiscard]] KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key);
+[[nodiscard]] KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key,
+                                     const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 
 /// The same for KDBX 3, where a damaged header or ciphertext cannot be told from wrong credentials.
-[[nodiscard]] KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key);
+[[nodiscard]] KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key,
+                                     const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 
 /// A header for `database` with fresh seed, IV and salt.
 [[nodiscard]] KdbxHeader freshHeader(const KdbxDatabase& database);
 
 /// The file of `database` behind that header.
-[[nodiscard]] Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key);
+[[nodiscard]] Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key,
+                               const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 
 }  // namespace KdbxFile

@@ -104,9 +104,9 @@ Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds) {
     return Sha2::sha256(AESCipher::ecbEncryptRepeatedly(input, seed, KdbxGate::aesRounds(rounds)));
 }
 
-DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header) {
+DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header, const Transformation& transformation) {
     DerivedKeys keys;
-    keys.transformed = transform(compositeKey, header);
+    keys.transformed = transformation(compositeKey, header);
     keys.master = Sha2::sha256({header.masterSeed, keys.transformed});
     if (header.isKdbx4())
         keys.hmac = Sha2::sha512({header.masterSeed, keys.transformed, hmacKeyMark});

@@ -6,6 +6,7 @@
 #include "core/primitives/Bytes.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -42,13 +43,17 @@ struct DerivedKeys {
 /// @throws KdbxError, AESCipher::Error or Argon2::Error.
 [[nodiscard]] Bytes transform(ByteView compositeKey, const KdbxHeader& header);
 
+/// Who runs the slow step: `transform` itself, or what runs it elsewhere, watches it or already knows its outcome.
+using Transformation = std::function<Bytes(ByteView compositeKey, const KdbxHeader& header)>;
+
 /// The AES key derivation; 32 bytes.
 ///
 /// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error.
 [[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds);
 
-/// All keys of a file with this header. Fails as `transform` does.
-[[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header);
+/// All keys of a file with this header. Fails as the transformation does.
+[[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header,
+                                 const Transformation& transformation = transform);
 
 /// The bytes that pairs of hexadecimal digits in either case stand for; nothing for any other text.
 [[nodiscard]] std::optional<Bytes> hexDecode(std::string_view text);

@@ -87,8 +87,10 @@ public:
     std::optional<KdbxKey> lastKey;
 
     AppState::VaultCodec doors() {
-        return {.load = [this](ByteView file, const KdbxKey& key) { return load(file, key); },
-                .save = [this](const KdbxDatabase& database, const KdbxKey& key) { return save(database, key); }};
+        return {.load = [this](ByteView file, const KdbxKey& key,
+                               const KdbxKeys::Transformation&) { return load(file, key); },
+                .save = [this](const KdbxDatabase& database, const KdbxKey& key,
+                               const KdbxKeys::Transformation&) { return save(database, key); }};
     }
 
     Bytes save(const KdbxDatabase& database, const KdbxKey& key) {

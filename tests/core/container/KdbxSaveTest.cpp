@@ -273,4 +273,27 @@ TEST(KdbxSaveTest, aHeaderWithoutAnHMACKeyIsRefused) {
               cryptoFailure("HMAC anahtarı türetilemedi"));
 }
 
+TEST(KdbxTransformationTest, isAskedOnceByASaveAndOnceByTheLoadOfItsFile) {
+    int asked = 0;
+    const auto counting = [&](ByteView compositeKey, const KdbxHeader& header) {
+        ++asked;
+        return KdbxKeys::transform(compositeKey, header);
+    };
+
+    const auto file = KdbxFile::save(vault(), key, counting);
+    const auto loaded = KdbxFile::load(file, key, counting);
+
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(loaded.root.name, "Kasa");
+}
+
+TEST(KdbxTransformationTest, decidesWhichKeyAFileHas) {
+    const auto another = [](ByteView, const KdbxHeader&) { return Bytes(32, 7); };
+
+    const auto file = KdbxFile::save(vault(), key, another);
+
+    EXPECT_EQ(outcomeOf([&] { return KdbxFile::load(file, key); }), "invalidCredentials");
+    EXPECT_EQ(KdbxFile::load(file, key, another).root.name, "Kasa");
+}
+
 }  // namespace
