@@ -7,21 +7,23 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
     if (!m_database)
         return;
     const Step step(*this);
-    bool isRecorded = false;
+    const auto recorded = m_undoStack.size();
+    std::deque<Snapshot> redoable;
     try {
         auto database = *m_database;
         m_undoStack.push_back({database, std::move(label), m_sort.column});
-        isRecorded = true;
-        if (m_undoStack.size() > undoLimit)
-            m_undoStack.pop_front();
-        m_redoStack.clear();
+        m_redoStack.swap(redoable);
         body(database);
         assignDatabase(std::move(database));
         assign(m_isDirty, true, &AppState::isDirtyChanged);
+        if (m_undoStack.size() > undoLimit)
+            m_undoStack.pop_front();
     } catch (...) {
-        // A body has no failure of its own, but memory can run short: the vault then stands as it was.
-        if (isRecorded)
+        // A body has no failure of its own, but memory can run short: vault and steps then stand as they were.
+        if (m_undoStack.size() > recorded)
             m_undoStack.pop_back();
+        if (!redoable.empty())
+            m_redoStack.swap(redoable);
         setLastError(failureText());
     }
     refreshUndoLabels();

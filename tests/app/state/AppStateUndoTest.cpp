@@ -202,6 +202,29 @@ TEST_F(AppStateUndoTest, whenMemoryRunsShortInAnEditTheVaultStandsAsItWas) {
     EXPECT_FALSE(state->undoLabel());
 }
 
+TEST_F(AppStateUndoTest, whenMemoryRunsShortInAnEditTheOldestStepIsKept) {
+    for (int step = 1; step <= 51; ++step)
+        rename(numbered(step));
+
+    for (int attempt = 0; attempt < 3; ++attempt)
+        state->edit("Adım", [](KdbxDatabase&) { throw std::bad_alloc(); });
+
+    for (int step = 1; step <= 50; ++step)
+        state->undo();
+    EXPECT_EQ(firstTitle(), numbered(1));
+}
+
+TEST_F(AppStateUndoTest, whenMemoryRunsShortInAnEditWhatCanBeRedoneIsKept) {
+    rename("Bir");
+    state->undo();
+
+    state->edit("Adım", [](KdbxDatabase&) { throw std::bad_alloc(); });
+
+    EXPECT_THAT(state->redoLabel(), Optional(StrEq("Kaydı Düzenle")));
+    state->redo();
+    EXPECT_EQ(firstTitle(), "Bir");
+}
+
 TEST_F(AppStateUndoTest, aSnapshotIsIndependentOfWhatFollows) {
     rename("Bir");
     rename("İki");
