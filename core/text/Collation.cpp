@@ -230,7 +230,7 @@ private:
             m_weights[sorted[i]] = weight;
         }
         std::copy_n(m_weights.begin(), 0x80, m_plainWeights.begin());
-        std::fill_n(m_plainWeights.begin() + '0', 10, std::uint8_t{0});
+        std::fill_n(&m_plainWeights['0'], 10, std::uint8_t{0});
     }
 
     Collator m_collator;
