@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/FileReplacement.h"
 
+#include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileMessages.h"
 #include "platform/posix/SaveLeftovers.h"
 
@@ -17,6 +18,7 @@ constexpr int namesTried = 8;
 constexpr mode_t ownerAlone = 0600;
 constexpr mode_t anyoneWrites = 0222;
 constexpr mode_t allModeBits = 07777;
+constexpr mode_t withoutGroup = 0707;
 
 std::filesystem::path folderOf(const std::filesystem::path& file) {
     const auto folder = file.parent_path();
@@ -25,10 +27,6 @@ std::filesystem::path folderOf(const std::filesystem::path& file) {
 
 bool isUnsupported(int code) {
     return code == EINVAL || code == ENOTSUP || code == ENOSYS;
-}
-
-bool isForbidden(int code) {
-    return code == EPERM || code == EACCES;
 }
 
 }  // namespace
@@ -170,8 +168,7 @@ void FileReplacement::sync(int file) const {
 void FileReplacement::makeLikeTarget(int file) const {
     if (!m_targetStatus)
         return;  // a new file stays its owner's alone
-    const auto mode = giveOwner(file);
-    giveAttributes(file);
+    const auto mode = giveAttributes(file, giveOwner(file));
     check(untilNotInterrupted([&] { return m_calls.fchmod(file, mode); }));
 }
 
@@ -186,65 +183,16 @@ mode_t FileReplacement::giveOwner(int file) const {
         return mode;
     if (m_calls.fchown(file, sameOwner, m_targetStatus->st_gid) == 0)
         return mode & 0777U;
-    return mode & 0707U;
+    return mode & withoutGroup;
 }
 
-// An attribute that we may not set, as those of the system's security modules, is left to the system.
-void FileReplacement::giveAttributes(int file) const {
+/// The mode that remains beside the attributes that could be given on. A target that may be written and not be read
+/// keeps them to itself.
+mode_t FileReplacement::giveAttributes(int file, mode_t mode) const {
     const FileHandle target(m_calls, m_folder.number(), m_name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
-    if (!target.isOpen())
-        fail(errno);
-    const auto names = attributesOf(target.number());
-    for (const auto& name : names) {
-        const auto value = attribute(target.number(), name);
-        if (m_calls.setAttribute(file, name.c_str(), value.data(), value.size()) != 0 && !isForbidden(errno) &&
-            !isUnsupported(errno))
-            fail(errno);
-    }
-    // What the folder gave the new file and the old one did not have, such as an access list.
-    for (const auto& name : attributesOf(file))
-        if (std::find(names.begin(), names.end(), name) == names.end())
-            m_calls.removeAttribute(file, name.c_str());
-}
-
-std::vector<std::string> FileReplacement::attributesOf(int file) const {
-    std::vector<char> list;
-    for (;;) {
-        const auto size = m_calls.listAttributes(file, nullptr, 0);
-        if (size < 0 && isUnsupported(errno))
-            return {};
-        if (size < 0)
-            fail(errno);
-        list.resize(static_cast<std::size_t>(size));
-        if (list.empty())
-            return {};
-        const auto filled = m_calls.listAttributes(file, list.data(), list.size());
-        if (filled < 0 && errno != ERANGE)
-            fail(errno);
-        if (filled < 0)
-            continue;  // it grew meanwhile
-        std::vector<std::string> names;
-        for (auto name = list.begin(), end = list.begin() + filled; name != end;) {
-            const auto nameEnd = std::find(name, end, '\0');
-            names.emplace_back(name, nameEnd);
-            name = nameEnd == end ? end : nameEnd + 1;
-        }
-        return names;
-    }
-}
-
-Bytes FileReplacement::attribute(int file, const std::string& name) const {
-    for (;;) {
-        const auto size = m_calls.getAttribute(file, name.c_str(), nullptr, 0);
-        if (size < 0)
-            fail(errno);
-        Bytes value(static_cast<std::size_t>(size) + 1);  // one more, so that the second call reads and is not asked
-        const auto filled = m_calls.getAttribute(file, name.c_str(), value.data(), value.size());
-        if (filled < 0 && errno != ERANGE)
-            fail(errno);
-        if (filled < 0)
-            continue;
-        value.resize(static_cast<std::size_t>(filled));
-        return value;
-    }
+    const auto copied = target.isOpen() ? FileAttributes::copy(m_calls, target.number(), file)
+                                        : FileAttributes::Copied{.isAccessKnown = false};
+    if (copied.failure != 0)
+        fail(copied.failure);
+    return copied.isAccessKnown ? mode : mode & withoutGroup;
 }

@@ -32,9 +32,7 @@ private:
     void sync(int file) const;
     void makeLikeTarget(int file) const;
     [[nodiscard]] mode_t giveOwner(int file) const;
-    void giveAttributes(int file) const;
-    [[nodiscard]] std::vector<std::string> attributesOf(int file) const;
-    [[nodiscard]] Bytes attribute(int file, const std::string& name) const;
+    [[nodiscard]] mode_t giveAttributes(int file, mode_t mode) const;
 
     FileSystemCalls& m_calls;
     std::filesystem::path m_file;    // as the user chose it

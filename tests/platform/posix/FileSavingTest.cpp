@@ -149,6 +149,61 @@ TEST_F(FileSavingTest, attributesThatGrowWhileTheyAreReadAreReadAgain) {
     }
 }
 
+TEST_F(FileSavingTest, attributesThatCannotBeReadDoNotStopASave) {
+    for (const std::string failing : {"listAttributes", "getAttribute"})
+        for (const int code : {EIO, EACCES, EPERM, ENODATA, E2BIG, ESTALE, ERANGE}) {
+            std::filesystem::remove(vault);
+            writeFile(vault, "eski");
+            ASSERT_EQ(chmod(vault.c_str(), 0660), 0);
+            ASSERT_EQ(setxattr(vault.c_str(), "user.etiket", "x", 1, 0), 0);
+            calls.trouble = [&](const std::string& call, int) { return call == failing ? code : 0; };
+            save(vault, "yeni");
+            EXPECT_EQ(contentOf(vault), "yeni");
+            EXPECT_EQ(modeOf(vault), 0660U) << "no access list, so that the mode says all: " << failing << ", " << code;
+        }
+}
+
+TEST_F(FileSavingTest, whereItIsNotKnownWhoMayReadAFileItsGroupMayNot) {
+    writeFile(vault, "eski");
+    ASSERT_EQ(chmod(vault.c_str(), 0664), 0);
+    calls.trouble = [](const std::string& call, int) {
+        return call == "listAttributes" || call == "getAttribute" ? EIO : 0;
+    };
+    save(vault, "yeni");
+    EXPECT_EQ(contentOf(vault), "yeni");
+    EXPECT_EQ(modeOf(vault), 0604U);
+}
+
+/// An access list of POSIX.1e as Linux keeps it: the owner and the user 1234 may write, the group may not read.
+std::string accessList() {
+    std::string list("\x02\0\0\0", 4);
+    for (const auto& [tag, rights, id] : std::vector<std::tuple<int, int, std::uint32_t>>{
+             {1, 6, UINT32_MAX}, {2, 6, 1234}, {4, 0, UINT32_MAX}, {16, 6, UINT32_MAX}, {32, 0, UINT32_MAX}}) {
+        list += {static_cast<char>(tag), '\0', static_cast<char>(rights), '\0'};
+        for (int byte = 0; byte < 4; ++byte)
+            list += static_cast<char>(id >> 8 * byte);
+    }
+    return list;
+}
+
+TEST_F(FileSavingTest, anAccessListIsKeptOrItsGroupMayNotReadAtAll) {
+    const auto* const name = "system.posix_acl_access";
+    const auto list = accessList();
+    writeFile(vault, "eski");
+    if (setxattr(vault.c_str(), name, list.data(), list.size(), 0) != 0)
+        GTEST_SKIP() << "a disk without access lists";
+    ASSERT_EQ(modeOf(vault), 0660U) << "the bits of the list's mask";
+
+    save(vault, "yeni");
+    EXPECT_EQ(getxattr(vault.c_str(), name, nullptr, 0), static_cast<ssize_t>(list.size()));
+    EXPECT_EQ(modeOf(vault), 0660U);
+
+    calls.trouble = [](const std::string& call, int) { return call == "getAttribute" ? EIO : 0; };
+    save(vault, "en yeni");
+    EXPECT_EQ(contentOf(vault), "en yeni");
+    EXPECT_EQ(modeOf(vault), 0600U);
+}
+
 TEST_F(FileSavingTest, keepsOwnerAndGroupWhereThatIsAllowed) {
     if (geteuid() != 0)
         GTEST_SKIP() << "only root may give a file away";
