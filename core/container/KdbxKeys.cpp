@@ -50,32 +50,33 @@ Argon2::Cost checkedCost(std::uint64_t memory, std::uint64_t iterations, std::ui
             .parallelism = parallelism};
 }
 
-Bytes argon2(ByteView compositeKey, const Parameters& parameters, Argon2::Variant variant) {
+Bytes argon2(ByteView compositeKey, const Parameters& parameters, Argon2::Variant variant, Derivation* derivation) {
     const auto salt = parameters.bytes("S");
     const auto secret = parameters.bytes("K");
     const auto associatedData = parameters.bytes("A");
     const auto cost =
         checkedCost(parameters.number64("M", 67'108'864), parameters.number64("I", 2), parameters.number32("P", 2));
     return Argon2::hash({.password = compositeKey, .salt = salt, .secret = secret, .associatedData = associatedData},
-                        KdbxGate::argon2Cost(cost), keySize, variant, parameters.number32("V", Argon2::currentVersion));
+                        KdbxGate::argon2Cost(cost), keySize, variant, parameters.number32("V", Argon2::currentVersion),
+                        derivation);
 }
 
-Bytes transformKdbx3(ByteView compositeKey, const KdbxHeader& header) {
+Bytes transformKdbx3(ByteView compositeKey, const KdbxHeader& header, Derivation* derivation) {
     if (!header.transformSeed || !header.transformRounds)
         throw KdbxError::corruptedData("KDBX 3 dönüştürme parametreleri eksik");
-    return aesKdf(compositeKey, *header.transformSeed, *header.transformRounds);
+    return aesKdf(compositeKey, *header.transformSeed, *header.transformRounds, derivation);
 }
 
-Bytes transformKdbx4(ByteView compositeKey, const KdbxHeader& header) {
+Bytes transformKdbx4(ByteView compositeKey, const KdbxHeader& header, Derivation* derivation) {
     const auto id = header.kdfUUID();
     const Parameters parameters(*header.kdfParameters);
     if (id == KdbxUUIDs::kdfAes())
-        return aesKdf(compositeKey, parameters.bytes("S"),
-                      parameters.number64("R", KdbxHeader::defaultTransformRounds));
+        return aesKdf(compositeKey, parameters.bytes("S"), parameters.number64("R", KdbxHeader::defaultTransformRounds),
+                      derivation);
     if (id == KdbxUUIDs::kdfArgon2d())
-        return argon2(compositeKey, parameters, Argon2::Variant::d);
+        return argon2(compositeKey, parameters, Argon2::Variant::d, derivation);
     if (id == KdbxUUIDs::kdfArgon2id())
-        return argon2(compositeKey, parameters, Argon2::Variant::id);
+        return argon2(compositeKey, parameters, Argon2::Variant::id, derivation);
     throw KdbxError::unsupportedKdf(id.text());
 }
 
@@ -93,15 +94,20 @@ Bytes compositeKey(const KdbxKey& key) {
 }
 
 Bytes transform(ByteView compositeKey, const KdbxHeader& header) {
-    return header.isKdbx4() ? transformKdbx4(compositeKey, header) : transformKdbx3(compositeKey, header);
+    return transformWatched(compositeKey, header, nullptr);
 }
 
-Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds) {
+Bytes transformWatched(ByteView compositeKey, const KdbxHeader& header, Derivation* derivation) {
+    return header.isKdbx4() ? transformKdbx4(compositeKey, header, derivation)
+                            : transformKdbx3(compositeKey, header, derivation);
+}
+
+Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds, Derivation* derivation) {
     if (input.size() != keySize)
         throw KdbxError::cryptoFailure("AES-KDF girdisi 32 bayt olmalı");
     if (seed.size() != keySize)
         throw KdbxError::cryptoFailure("AES-KDF tohumu 32 bayt olmalı");
-    return Sha2::sha256(AESCipher::ecbEncryptRepeatedly(input, seed, KdbxGate::aesRounds(rounds)));
+    return Sha2::sha256(AESCipher::ecbEncryptRepeatedly(input, seed, KdbxGate::aesRounds(rounds), derivation));
 }
 
 DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header, const Transformation& transformation) {

@@ -4,6 +4,7 @@
 #include "core/container/KdbxHeader.h"
 #include "core/model/KdbxDatabase.h"
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Derivation.h"
 
 #include <cstdint>
 #include <functional>
@@ -43,13 +44,18 @@ struct DerivedKeys {
 /// @throws KdbxError, AESCipher::Error or Argon2::Error.
 [[nodiscard]] Bytes transform(ByteView compositeKey, const KdbxHeader& header);
 
+/// The same, as somebody watches who may give it up.
+///
+/// @throws DerivationGivenUp and what `transform` throws.
+[[nodiscard]] Bytes transformWatched(ByteView compositeKey, const KdbxHeader& header, Derivation* derivation);
+
 /// Who runs the slow step: `transform` itself, or what runs it elsewhere, watches it or already knows its outcome.
 using Transformation = std::function<Bytes(ByteView compositeKey, const KdbxHeader& header)>;
 
 /// The AES key derivation; 32 bytes.
 ///
-/// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error.
-[[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds);
+/// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error; DerivationGivenUp.
+[[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds, Derivation* derivation = nullptr);
 
 /// All keys of a file with this header. Fails as the transformation does.
 [[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header,

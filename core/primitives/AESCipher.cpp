@@ -96,8 +96,8 @@ Bytes ecbDecryptNoPadding(ByteView data, ByteView key) {
     return ecb(AESOperation::Direction::decrypt, data, key);
 }
 
-Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds) {
-    return AESRounds::run(AESRounds::bestRoad(), block, key, rounds);
+Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
+    return AESRounds::run(AESRounds::bestRoad(), block, key, rounds, derivation);
 }
 
 }  // namespace AESCipher

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Derivation.h"
 
 #include <cstdint>
 #include <exception>
@@ -59,7 +60,10 @@ private:
 [[nodiscard]] Bytes ecbDecryptNoPadding(ByteView data, ByteView key);
 
 /// `block`, of 32 bytes, with each half enciphered `rounds` times over itself: the loop of the AES key derivation,
-/// with one key schedule for all of it. Sizes are a precondition: KdbxKeys has checked both.
-[[nodiscard]] Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds);
+/// which one who is given may watch and give up. Sizes are a precondition: KdbxKeys has checked both.
+///
+/// @throws Error, DerivationGivenUp
+[[nodiscard]] Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds,
+                                         Derivation* derivation = nullptr);
 
 }  // namespace AESCipher

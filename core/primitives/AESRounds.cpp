@@ -5,17 +5,29 @@
 #include "core/primitives/AESRoundsInstructions.h"
 #include "core/primitives/Precondition.h"
 
+#include <algorithm>
+
 namespace AESRounds {
 namespace {
 
 constexpr std::size_t keySize = 32;
 constexpr std::size_t blockSize = 32;
 
+/// Rounds between two looks at whether to go on: a millisecond's work where the processor has the instructions.
+constexpr std::uint64_t roundsInPart = 1U << 16;
+
 /// One call a round for both halves: the fixed cost of a call is what a round costs.
 void encipherThroughLibrary(Bytes& block, ByteView key, std::uint64_t rounds) {
     AESOperation operation(AESOperation::Direction::encrypt, key, {});
     for (std::uint64_t round = 0; round < rounds; ++round)
         operation.update(block.data(), block);
+}
+
+void encipher(Road road, Bytes& block, ByteView key, std::uint64_t rounds) {
+    if (road == Road::aesInstructions)
+        encipherWithAESInstructions(block.data(), key.data(), rounds);
+    else
+        encipherThroughLibrary(block, key, rounds);
 }
 
 }  // namespace
@@ -32,16 +44,25 @@ Road bestRoad() noexcept {
     return isServed(Road::aesInstructions) ? Road::aesInstructions : Road::portable;
 }
 
-Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds) {
+Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
     // The only callers hand in SHA-256 digests and seeds whose size they have checked.
     precondition(block.size() == blockSize && key.size() == keySize);
     Bytes result = copyOf(block);
-    if (road == Road::aesInstructions) {
-        encipherWithAESInstructions(result.data(), key.data(), rounds);
-        wipeUnusedStack();
-    } else {
-        encipherThroughLibrary(result, key, rounds);
+    if (derivation)
+        derivation->begin(rounds);
+    while (rounds > 0) {
+        const auto part = std::min(rounds, roundsInPart);
+        encipher(road, result, key, part);
+        rounds -= part;
+        if (!derivation)
+            continue;
+        derivation->advance(part);
+        if (derivation->isGivenUp())
+            break;
     }
+    wipeUnusedStack();
+    if (rounds > 0)
+        throw DerivationGivenUp();
     return result;
 }
 

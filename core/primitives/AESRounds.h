@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Derivation.h"
 
 #include <cstdint>
 
@@ -18,7 +19,8 @@ enum class Road : std::uint8_t { portable, aesInstructions };
 /// `block`, of 32 bytes, with each half enciphered by AES-256 in ECB `rounds` times over itself.
 /// The key's 32 bytes and the block's are a precondition, as in `AESCipher::ecbEncryptRepeatedly`.
 ///
-/// @throws AESCipher::Error cryptoFailure where the library fails, on the portable road alone.
-[[nodiscard]] Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds);
+/// @throws AESCipher::Error cryptoFailure where the library fails, on the portable road alone; DerivationGivenUp.
+[[nodiscard]] Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds,
+                        Derivation* derivation = nullptr);
 
 }  // namespace AESRounds

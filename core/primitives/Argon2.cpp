@@ -9,7 +9,9 @@
 #include "core/primitives/Overloaded.h"
 #include "core/primitives/Precondition.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <charconv>
 #include <limits>
 #include <new>
@@ -137,16 +139,80 @@ void storeFirstBlocks(const SegmentContext& context, ByteView h0) {
         }
 }
 
-/// All passes over some of the lanes, and the wipe of all their blocks but the last ones (steps 5 and 6).
-void fillLanes(SegmentContext context, LaneRange lanes, FillSegments fillSegments, const std::function<void()>& meet) {
-    for (context.pass = 0; context.pass < context.iterations; ++context.pass)
-        for (context.slice = 0; context.slice < syncPoints; ++context.slice) {
-            fillSegments(context, lanes);
-            meet();
+/// What a thread fills before it looks up: a few milliseconds' work, of as many lanes as are filled in turn and more.
+constexpr std::uint32_t lanesInPart = 64;
+constexpr std::uint32_t blocksInPart = 4096;
+
+/// The passes over all lanes, which a team of threads walks together, slice by slice.
+class Passes {
+public:
+    Passes(const SegmentContext& context, FillSegments fillSegments, Derivation* derivation) noexcept
+        : m_context(context), m_fillSegments(fillSegments), m_derivation(derivation) {
+        if (m_derivation)
+            m_derivation->begin(std::uint64_t{context.iterations} * context.memoryBlocks);
+    }
+
+    /// All passes over some of the lanes, and the wipe of all their blocks but the last ones (steps 5 and 6).
+    void fill(LaneRange lanes, const std::function<void()>& meet) noexcept {
+        auto context = m_context;
+        for (context.pass = 0; context.pass < context.iterations; ++context.pass)
+            for (context.slice = 0; context.slice < syncPoints; ++context.slice) {
+                fillSlice(context, lanes);
+                meet();
+                if (isCutShort(context))
+                    return wipe(lanes,
+                                context.pass == 0 ? (context.slice + 1) * context.segmentLength : context.laneLength);
+            }
+        wipe(lanes, context.laneLength - 1);
+    }
+
+    [[nodiscard]] bool isCutShort() const noexcept { return m_lastSlice.load() != none; }
+
+private:
+    static constexpr auto none = std::numeric_limits<std::uint64_t>::max();
+
+    static std::uint64_t numberOf(const SegmentContext& context) noexcept {
+        return std::uint64_t{context.pass} * syncPoints + context.slice;
+    }
+
+    void fillSlice(SegmentContext context, LaneRange lanes) noexcept {
+        if (!m_derivation)
+            return m_fillSegments(context, lanes);
+        for (std::uint32_t done = 0; done < lanes.count; done += lanesInPart) {
+            const LaneRange some{lanes.first + done, std::min(lanesInPart, lanes.count - done)};
+            for (std::uint32_t begin = 0; begin < context.segmentLength; begin = context.partEnd) {
+                if (m_derivation->isGivenUp())
+                    return cutShort(context);
+                context.partBegin = begin;
+                context.partEnd = begin + std::min(blocksInPart, context.segmentLength - begin);
+                m_fillSegments(context, some);
+                m_derivation->advance(std::uint64_t{some.count} * (context.partEnd - begin));
+            }
         }
-    for (auto lane = lanes.first; lane < lanes.first + lanes.count; ++lane)
-        wipeBlocks(context.memory + std::uint64_t{lane} * context.laneLength * wordsPerBlock, context.laneLength - 1);
-}
+    }
+
+    /// The first thread that gives up says after which slice all of them end. Another may be a slice behind, and must
+    /// still come to the meeting in between.
+    void cutShort(const SegmentContext& context) noexcept {
+        auto expected = none;
+        m_lastSlice.compare_exchange_strong(expected, numberOf(context));
+    }
+
+    [[nodiscard]] bool isCutShort(const SegmentContext& context) const noexcept {
+        return m_lastSlice.load() <= numberOf(context);
+    }
+
+    /// The first blocks of each lane.
+    void wipe(LaneRange lanes, std::uint32_t blocks) const noexcept {
+        for (auto lane = lanes.first; lane < lanes.first + lanes.count; ++lane)
+            wipeBlocks(m_context.memory + std::uint64_t{lane} * m_context.laneLength * wordsPerBlock, blocks);
+    }
+
+    SegmentContext m_context;
+    FillSegments m_fillSegments;
+    Derivation* m_derivation;
+    std::atomic<std::uint64_t> m_lastSlice = none;  // the number of the one after which a hash that was given up ends
+};
 
 /// The XOR of the last blocks, which are wiped with it (step 7).
 Bytes takeLastBlocks(const SegmentContext& context) {
@@ -162,13 +228,14 @@ Bytes takeLastBlocks(const SegmentContext& context) {
     return accumulator;
 }
 
-Bytes hashChecked(const Parameters& parameters, VectorRoad road) {
+Bytes hashChecked(const Parameters& parameters, VectorRoad road, Derivation* derivation) {
     const WorkingArea area(derivedSizes(parameters).memoryBlocks);
     const auto context = derivedSizes(parameters, area.words());
     storeFirstBlocks(context, firstHash(parameters));
-    shareLanes(context.lanes, [&](LaneRange lanes, const std::function<void()>& meet) {
-        fillLanes(context, lanes, fillSegmentsFor(road), meet);
-    });
+    Passes passes(context, fillSegmentsFor(road), derivation);
+    shareLanes(context.lanes, [&](LaneRange lanes, const std::function<void()>& meet) { passes.fill(lanes, meet); });
+    if (passes.isCutShort())
+        throw DerivationGivenUp();
     return Blake2b::longHash(takeLastBlocks(context), parameters.outputLength);
 }
 
@@ -214,17 +281,18 @@ FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {
     return fillSegmentsPortable;
 }
 
-Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant, std::uint32_t version) {
-    return hashOn(widestRoad(), input, cost, outputLength, variant, version);
+Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant, std::uint32_t version,
+           Derivation* derivation) {
+    return hashOn(widestRoad(), input, cost, outputLength, variant, version, derivation);
 }
 
 Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant,
-             std::uint32_t version) {
+             std::uint32_t version, Derivation* derivation) {
     precondition(canTake(road));  // widestRoad has asked the processor
     const Parameters parameters{input, cost, outputLength, variant, version};
     check(parameters);
     try {
-        return hashChecked(parameters, road);
+        return hashChecked(parameters, road, derivation);
     } catch (const std::bad_alloc&) {
         throw Error::allocationFailed();
     }

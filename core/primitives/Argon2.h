@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Derivation.h"
 
 #include <cstdint>
 #include <exception>
@@ -86,10 +87,10 @@ inline constexpr std::uint32_t currentVersion = 0x13;
 
 /// The hash, of `outputLength` bytes. The arguments are checked in the order version, parallelism, iterations,
 /// output length, salt, memory, before anything is allocated. Lanes run on worker threads; the result does not
-/// depend on how they are scheduled.
+/// depend on how they are scheduled. One who is given may watch the hash and give it up.
 ///
-/// @throws Error, `allocationFailed` when the memory is not to be had.
+/// @throws Error, `allocationFailed` when the memory is not to be had; DerivationGivenUp. All memory is wiped by then.
 [[nodiscard]] Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant,
-                         std::uint32_t version = currentVersion);
+                         std::uint32_t version = currentVersion, Derivation* derivation = nullptr);
 
 }  // namespace Argon2

@@ -26,7 +26,7 @@ inline constexpr std::uint32_t lookAhead = 2;
         __builtin_prefetch(block + word);
 }
 
-/// One lane's part of one slice, filled block by block.
+/// One lane's segment of one slice, or a part of it, filled block by block.
 ///
 /// `Road::compress<old>(previous, reference, next, announce)` computes a block from two others, of which `reference`
 /// may be `next` itself, and calls `announce` with its first word as soon as that is known, which is before the rest.
@@ -43,14 +43,18 @@ public:
         m_next = block(lane, position);
         m_previous = block(lane, (position == 0 ? context.laneLength : position) - 1);
         if (isDataIndependent(context))
-            startAddresses();
-        else if (first < context.segmentLength)
+            startAddresses(first);
+        else if (first < endIndex(context))
             m_reference = reference(*m_previous, first);
     }
 
     /// Two blocks of each lane are there before the first slice.
     [[nodiscard]] static std::uint32_t firstIndex(const SegmentContext& context) noexcept {
-        return context.pass == 0 && context.slice == 0 ? 2 : 0;
+        return context.partBegin == 0 && context.pass == 0 && context.slice == 0 ? 2 : context.partBegin;
+    }
+
+    [[nodiscard]] static std::uint32_t endIndex(const SegmentContext& context) noexcept {
+        return context.partEnd < context.segmentLength ? context.partEnd : context.segmentLength;
     }
 
     [[nodiscard]] static bool isDataIndependent(const SegmentContext& context) noexcept {
@@ -122,7 +126,7 @@ private:
         return block(lane, static_cast<std::uint32_t>(position));
     }
 
-    void startAddresses() noexcept {
+    void startAddresses(std::uint32_t first) noexcept {
         for (std::uint32_t word = 0; word < wordsPerBlock; ++word)
             m_zero[word] = m_input[word] = 0;
         m_input[0] = m_context.pass;
@@ -131,7 +135,9 @@ private:
         m_input[3] = m_context.memoryBlocks;
         m_input[4] = m_context.iterations;
         m_input[5] = static_cast<std::uint32_t>(m_context.variant);
-        nextAddresses();
+        m_input[6] = first / addressesPerBlock;
+        if (m_input[6] == 0)  // the addresses of a later part come when its first block is filled
+            nextAddresses();
     }
 
     [[gnu::noinline]] void nextAddresses() noexcept {
@@ -169,12 +175,13 @@ void fillInTurn(const SegmentContext& context, LaneRange lanes) noexcept {
     for (std::uint32_t i = 0; i < lanes.count; ++i)
         fills[i].start(context, lanes.first + i);
     const auto first = Fill::firstIndex(context);
+    const auto end = Fill::endIndex(context);
     if (Fill::isDataIndependent(context)) {
-        for (auto index = first; index < context.segmentLength; ++index)
+        for (auto index = first; index < end; ++index)
             for (std::uint32_t i = 0; i < lanes.count; ++i)
                 fills[i].fillByAddress(index);
     } else {
-        for (auto index = first; index < context.segmentLength; ++index)
+        for (auto index = first; index < end; ++index)
             for (std::uint32_t i = 0; i < lanes.count; ++i)
                 fills[i].fillByData(index);
     }

@@ -29,6 +29,10 @@ struct SegmentContext {
     std::uint32_t iterations;
     Variant variant;
     std::uint32_t version;
+    // The part of each segment that is to be filled, for one who looks up now and then. It begins at a multiple of
+    // `addressesPerBlock`, and is all of the segment at first.
+    std::uint32_t partBegin = 0;
+    std::uint32_t partEnd = ~std::uint32_t{0};
 };
 
 /// Lanes that lie side by side.
@@ -37,7 +41,7 @@ struct LaneRange {
     std::uint32_t count;
 };
 
-/// Fills the slice's segment of each lane of the range.
+/// Fills the part of the slice's segment of each lane of the range.
 using FillSegments = void (*)(const SegmentContext&, LaneRange) noexcept;
 
 void fillSegmentsPortable(const SegmentContext& context, LaneRange lanes) noexcept;
@@ -51,6 +55,6 @@ void fillSegmentsAvx512(const SegmentContext& context, LaneRange lanes) noexcept
 
 /// `hash`, on a road of the caller's choice. That the processor can take it is a precondition.
 [[nodiscard]] Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength,
-                           Variant variant, std::uint32_t version);
+                           Variant variant, std::uint32_t version, Derivation* derivation = nullptr);
 
 }  // namespace Argon2

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <thread>
 
 namespace {
 
@@ -52,6 +53,27 @@ TEST(Argon2WipeTest, givesItsWholeWorkingAreaBackInZeros) {
             EXPECT_GE(returned.largestMapping, std::size_t{40} * 1024 * lanes);
             EXPECT_EQ(returned.bytesLeft, 0U) << lanes;
         }
+}
+
+TEST(Argon2WipeTest, givesItBackInZerosAlsoWhenTheHashIsGivenUp) {
+    // In the first pass and after it, in the middle of a slice.
+    for (const double fraction : {0.05, 0.2, 0.6}) {
+        Returned returned;
+        Derivation derivation;
+        const std::jthread user([&] {
+            while (derivation.fraction() < fraction)
+                std::this_thread::yield();
+            derivation.giveUp();
+        });
+        watcher = &returned;
+        EXPECT_THROW((void)Argon2::hash({.password = bytesOf("parola"), .salt = bytesOf("tuz ve biber")},
+                                        {.memoryKiB = 1 << 17, .iterations = 3, .parallelism = 2}, 32,
+                                        Argon2::Variant::d, Argon2::currentVersion, &derivation),
+                     DerivationGivenUp);
+        watcher = nullptr;
+        EXPECT_GE(returned.largestMapping, std::size_t{1} << 27);
+        EXPECT_EQ(returned.bytesLeft, 0U) << fraction;
+    }
 }
 
 TEST(Argon2WipeTest, wouldSeeWhatIsLeft) {
