@@ -53,6 +53,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
                .files = m_files,
                .bookmarks = m_bookmarks,
                .scheduler = m_scheduler,
+               .background = m_background,
                .clipboard = m_clipboard,
                .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
                .workspace = m_workspace,

@@ -11,6 +11,7 @@
 #include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
+#include "platform/qt/QtBackgroundWork.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/SettingsFile.h"
@@ -35,6 +36,7 @@ private:
     PosixBookmarks m_bookmarks;
     SettingsFile m_settings;
     QtScheduler m_scheduler;
+    QtBackgroundWork m_background;
     std::unique_ptr<Clipboard> m_desktopClipboard;
     ClipboardService m_clipboard;
     Preferences m_preferences;

@@ -9,9 +9,11 @@
 #include "core/autotype/AutoTypeAction.h"
 #include "core/container/KdbxKeys.h"
 #include "core/model/KdbxDatabase.h"
+#include "core/platform/BackgroundWork.h"
 #include "core/platform/Bookmarks.h"
 #include "core/platform/FileStore.h"
 #include "core/platform/Scheduler.h"
+#include "core/primitives/Derivation.h"
 
 #include <QObject>
 
@@ -35,6 +37,10 @@ class Workspace;
 ///
 /// A verb tells the views of what it changed when it has ended, one signal a property, so that none of them ever sees
 /// half a step. No verb throws: a failure becomes `lastError`.
+///
+/// The verbs that read or write a vault derive its key, which may take long. They return when all is done, and the
+/// program goes on meanwhile: its loop turns within them, and `derivation` says so. Until then nothing of them is to be
+/// seen, and what would end, replace or write the session once more does nothing, but for a lock, which comes after.
 class AppState : public QObject {
     Q_OBJECT
 
@@ -56,6 +62,7 @@ public:
         FileStore& files;
         Bookmarks& bookmarks;
         Scheduler& scheduler;
+        BackgroundWork& background;
         ClipboardService& clipboard;
         VaultCodec codec;
         Workspace& workspace;
@@ -120,6 +127,16 @@ public:
     /// The one selected entry; none where there are several.
     [[nodiscard]] const KdbxEntry* focusedEntry() const;
 
+    /// What a key is derived for.
+    enum class DerivationPurpose : std::uint8_t { unlocking, creating, saving, locking };
+    /// The key derivation that is under way; none at most times.
+    [[nodiscard]] std::optional<DerivationPurpose> derivation() const noexcept;
+    /// What has been done of it, in 0...1. It changes without a signal.
+    [[nodiscard]] double derivationFraction() const noexcept;
+    /// Ends it soon. The verb that waits for it then leaves everything as it was: the vault locked, or open with what
+    /// is unsaved. A lock that was to follow is given up with it.
+    void giveUpDerivation();
+
     enum class Extending : bool { no, yes };
     enum class Toggling : bool { no, yes };
     /// A click on an entry. Extending selects all that is shown from the last click to this one; toggling, which wins
@@ -135,7 +152,8 @@ public:
     void unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL);
     /// Makes a new vault, writes it and opens it. A failure leaves everything as it was.
     void createDatabase(const std::filesystem::path& url, std::string password, std::optional<Bytes> keyFileData);
-    /// Ends the unlocked session. What is unsaved is saved first; a failure of that is dropped.
+    /// Ends the unlocked session. What is unsaved is saved first; a failure of that is dropped. Where the save is given
+    /// up the session goes on.
     void lock();
     /// Locks and forgets the choice of the file, but not the bookmark: the next launch brings it back.
     void closeDatabase();
@@ -210,6 +228,8 @@ signals:
     void searchFocusTokenChanged();
     void undoLabelChanged();
     void redoLabelChanged();
+    /// A derivation has begun, or the verb that waited for it has ended.
+    void derivationChanged();
 
 private:
     using Signal = void (AppState::*)();
@@ -233,6 +253,15 @@ private:
         EntrySort::Column sortColumn;
     };
 
+    struct RunningDerivation {
+        DerivationPurpose purpose;
+        Derivation* derivation;
+    };
+    class Meanwhile;
+
+    /// What was asked for while a key was derived.
+    enum class Wish : std::uint8_t { none, lock, close };
+
     template <class Value>
     void assign(Value& property, Value value, Signal changed);
     void assignDatabase(std::optional<KdbxDatabase> database);
@@ -242,7 +271,12 @@ private:
     void storeBookmark(const std::filesystem::path& url);
     void forgetKey() noexcept;
     void publish(KdbxDatabase database, const KdbxKey& key);
-    void saveQuietly();
+    KdbxKeys::Transformation derivingFor(DerivationPurpose purpose);
+    Bytes derive(DerivationPurpose purpose, ByteView compositeKey, const KdbxHeader& header);
+    bool isPutOff(Wish wish);
+    void fulfilWishSoon();
+    void saveQuietly(DerivationPurpose purpose);
+    Bytes encoded(DerivationPurpose purpose);
     void flash(std::string text);
     void scheduleStatusClear();
     bool selectRange(UUID id);
@@ -266,6 +300,9 @@ private:
     std::optional<std::filesystem::path> m_databaseURL;
     bool m_isLocked = true;
     bool m_isDirty = false;
+    std::int64_t m_changeCount = 0;  // of the vault, by steps, their undoing and their redoing
+    std::optional<RunningDerivation> m_derivation;
+    Wish m_wish = Wish::none;
     std::optional<std::string> m_lastError;
     std::optional<std::string> m_statusMessage;
     std::optional<KdbxKey> m_activeKey;  // set and cleared together with m_database

@@ -15,33 +15,46 @@ constexpr auto statusLife = 2s;
 }  // namespace
 
 void AppState::save() {
+    if (m_derivation)
+        return;
     const Step step(*this);
     try {
-        saveQuietly();
+        saveQuietly(DerivationPurpose::saving);
         flash("Kaydedildi");
+    } catch (const DerivationGivenUp&) {
+        // The vault stays unsaved, as it is shown.
     } catch (...) {
         setLastError(failureText());
     }
 }
 
-void AppState::saveQuietly() {
+void AppState::saveQuietly(DerivationPurpose purpose) {
     if (!m_database || !m_databaseURL || !m_activeKey)
         return;
-    m_services.files.writeAtomically(*m_databaseURL,
-                                     m_services.codec.save(*m_database, *m_activeKey, KdbxKeys::transform));
-    assign(m_isDirty, false, &AppState::isDirtyChanged);
+    const auto changeCount = m_changeCount;
+    m_services.files.writeAtomically(*m_databaseURL, encoded(purpose));
+    assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
+}
+
+/// The vault's file as the vault is now. What changes while the key is derived is not in it.
+Bytes AppState::encoded(DerivationPurpose purpose) {
+    const auto database = *m_database;
+    return m_services.codec.save(database, *m_activeKey, derivingFor(purpose));
 }
 
 void AppState::saveAs(const std::filesystem::path& url) {
-    if (!m_database || !m_activeKey)
+    if (!m_database || !m_activeKey || m_derivation)
         return;
     const Step step(*this);
     try {
-        m_services.files.writeAtomically(url, m_services.codec.save(*m_database, *m_activeKey, KdbxKeys::transform));
+        const auto changeCount = m_changeCount;
+        m_services.files.writeAtomically(url, encoded(DerivationPurpose::saving));
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
-        assign(m_isDirty, false, &AppState::isDirtyChanged);
+        assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
         storeBookmark(url);
         flash("Kaydedildi");
+    } catch (const DerivationGivenUp&) {
+        // The vault stays unsaved and where it was.
     } catch (...) {
         setLastError(failureText());
     }

@@ -29,6 +29,8 @@ int repairDuplicateIDs(KdbxDatabase& database) {
 }  // namespace
 
 void AppState::prepare(const std::filesystem::path& url) {
+    if (m_derivation)
+        return;
     const Step step(*this);
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
     assignDatabase(std::nullopt);
@@ -50,8 +52,10 @@ void AppState::forgetKey() noexcept {
 }
 
 void AppState::unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL) {
-    const Step step(*this);
     const WipedAtEnd passwordEnd(password);
+    if (m_derivation)
+        return;
+    const Step step(*this);
     if (!m_databaseURL)
         return setLastError("Önce bir veritabanı dosyası seçin.");
     try {
@@ -59,11 +63,14 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         if (keyFileURL)
             keyFileData = m_services.files.read(*keyFileURL);
         auto key = makeKey(password, std::move(keyFileData));
-        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key, KdbxKeys::transform);
+        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key,
+                                              derivingFor(DerivationPurpose::unlocking));
         const auto repaired = repairDuplicateIDs(database);
         publish(std::move(database), key);
         if (repaired > 0)
             flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
+    } catch (const DerivationGivenUp&) {
+        // Everything is as it was.
     } catch (...) {
         setLastError(failureText());
     }
@@ -85,12 +92,15 @@ void AppState::publish(KdbxDatabase database, const KdbxKey& key) {
 
 void AppState::createDatabase(const std::filesystem::path& url, std::string password,
                               std::optional<Bytes> keyFileData) {
-    const Step step(*this);
     const WipedAtEnd passwordEnd(password);
+    if (m_derivation)
+        return;
+    const Step step(*this);
     try {
         auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
         auto key = makeKey(password, std::move(keyFileData));
-        m_services.files.writeAtomically(url, m_services.codec.save(database, key, KdbxKeys::transform));
+        m_services.files.writeAtomically(
+            url, m_services.codec.save(database, key, derivingFor(DerivationPurpose::creating)));
 
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
@@ -102,21 +112,24 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         setLastError(std::nullopt);
         setSelectedGroupID(rootID);
         storeBookmark(url);
+    } catch (const DerivationGivenUp&) {
+        // Nothing has been written, and everything is as it was.
     } catch (...) {
         setLastError(failureText());
     }
 }
 
 void AppState::lock() {
-    if (m_isLocked)
+    if (m_isLocked || isPutOff(Wish::lock))
         return;
     const Step step(*this);
-    if (m_isDirty) {
-        try {
-            saveQuietly();
-        } catch (...) {
-            // Locking never fails and never asks: what cannot be written now is lost.
-        }
+    try {
+        while (m_isDirty && canSave())  // again where something has changed while it was saved
+            saveQuietly(DerivationPurpose::locking);
+    } catch (const DerivationGivenUp&) {
+        return;  // who does not wait for the save keeps what it was to save
+    } catch (...) {
+        // Locking never fails and never asks: what cannot be written now is lost.
     }
     assignDatabase(std::nullopt);
     forgetKey();
@@ -128,8 +141,12 @@ void AppState::lock() {
 }
 
 void AppState::closeDatabase() {
+    if (isPutOff(Wish::close))
+        return;
     const Step step(*this);
     lock();
+    if (!m_isLocked)
+        return;
     assign(m_databaseURL, {}, &AppState::databaseURLChanged);
 }
 

@@ -15,6 +15,7 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
         m_redoStack.swap(redoable);
         body(database);
         assignDatabase(std::move(database));
+        ++m_changeCount;
         assign(m_isDirty, true, &AppState::isDirtyChanged);
         if (m_undoStack.size() > undoLimit)
             m_undoStack.pop_front();
@@ -63,6 +64,7 @@ void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to) {
     to.push_back({*m_database, snapshot.label, m_sort.column});
     assignDatabase(std::move(snapshot.database));
     setSort({.column = snapshot.sortColumn, .ascending = m_sort.ascending});
+    ++m_changeCount;
     assign(m_isDirty, true, &AppState::isDirtyChanged);
     pruneSelection();
     refreshUndoLabels();

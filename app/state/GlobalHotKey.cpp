@@ -26,7 +26,8 @@ void GlobalHotKey::observePreferences() {
 }
 
 bool GlobalHotKey::Session::isLocked() const {
-    return m_state.isLocked();
+    // A vault that is about to be locked types no more.
+    return m_state.isLocked() || m_state.derivation() == AppState::DerivationPurpose::locking;
 }
 
 const KdbxDatabase* GlobalHotKey::Session::database() const {

@@ -17,6 +17,7 @@ Program::Program(World& world)
                .files = world.files,
                .bookmarks = world.bookmarks,
                .scheduler = world.clock,
+               .background = world.background,
                .clipboard = m_clipboard,
                .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
                .workspace = world.workspace,

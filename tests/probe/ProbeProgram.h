@@ -9,6 +9,7 @@
 #include "core/platform/Workspace.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
+#include "tests/support/FakeBackgroundWork.h"
 #include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeScheduler.h"
@@ -32,6 +33,7 @@ struct World {
     PosixBookmarks bookmarks;
     FakeSettings settings;
     FakeScheduler clock;
+    FakeBackgroundWork background;
     FakeClipboard pasteboard;
     FakeDesktop desktop{clock};
     DeafWorkspace workspace;

@@ -49,6 +49,7 @@ protected:
     FakeFiles files;
     FakeBookmarks bookmarks;
     FakeScheduler clock;
+    FakeBackgroundWork background;
     BlindClipboard pasteboard;
     ClipboardService clipboard{pasteboard, clock};
     Preferences preferences{settings, clipboard};
@@ -58,6 +59,7 @@ protected:
                     .files = files,
                     .bookmarks = bookmarks,
                     .scheduler = clock,
+                    .background = background,
                     .clipboard = clipboard,
                     .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
                     .workspace = workspace,

@@ -342,6 +342,7 @@ private:
     FakeFiles m_files;
     FakeBookmarks m_bookmarks;
     FakeScheduler m_clock;
+    FakeBackgroundWork m_background;
     FakeCodec m_codec;
     FakeClipboard m_pasteboard;
     ClipboardService m_clipboard{m_pasteboard, m_clock};
@@ -352,6 +353,7 @@ private:
                       .files = m_files,
                       .bookmarks = m_bookmarks,
                       .scheduler = m_clock,
+                      .background = m_background,
                       .clipboard = m_clipboard,
                       .codec = m_codec.doors(),
                       .workspace = m_workspace,

@@ -29,6 +29,7 @@ protected:
                                          .files = files,
                                          .bookmarks = bookmarks,
                                          .scheduler = clock,
+                                         .background = background,
                                          .clipboard = clipboard,
                                          .codec = codec.doors(),
                                          .workspace = workspace,
@@ -76,6 +77,19 @@ TEST_F(GlobalHotKeyTest, aPressTypesTheEntryOfTheFrontWindow) {
     EXPECT_THAT(struck(), ElementsAre(0, 37, 34, 48, 5, 34, 6, 37, 34, 36));  // ali, Tab, gizli, Return
     EXPECT_EQ(state->lastError(), std::nullopt);
     EXPECT_EQ(bank().accessed, before);
+}
+
+TEST_F(GlobalHotKeyTest, aPressTypesWhileTheVaultIsSavedButNotOnceItIsToBeLocked) {
+    unlock();
+    background.meanwhile = [this](const BackgroundWork::Task&) { press(); };
+    state->save();
+    EXPECT_THAT(struck(), testing::SizeIs(10));
+
+    rename("Banka");
+    background.meanwhile = [this](const BackgroundWork::Task&) { press(); };
+    state->lock();
+    EXPECT_THAT(struck(), testing::SizeIs(10));
+    EXPECT_TRUE(state->isLocked());
 }
 
 TEST_F(GlobalHotKeyTest, aPressTypesIntoTheApplicationThatWasInFrontBeforeUs) {

@@ -7,6 +7,7 @@
 #include "core/clipboard/ClipboardService.h"
 #include "core/model/KdbxError.h"
 #include "core/platform/Workspace.h"
+#include "tests/support/FakeBackgroundWork.h"
 #include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeScheduler.h"
 #include "tests/support/FakeSettings.h"
@@ -85,12 +86,20 @@ class FakeCodec {
 public:
     std::exception_ptr failure;  // of the next call
     std::optional<KdbxKey> lastKey;
+    std::uint64_t rounds = 1;  // of the key derivation
 
     AppState::VaultCodec doors() {
-        return {.load = [this](ByteView file, const KdbxKey& key,
-                               const KdbxKeys::Transformation&) { return load(file, key); },
-                .save = [this](const KdbxDatabase& database, const KdbxKey& key,
-                               const KdbxKeys::Transformation&) { return save(database, key); }};
+        return {.load =
+                    [this](ByteView file, const KdbxKey& key, const KdbxKeys::Transformation& transformation) {
+                        derive(transformation);
+                        return load(file, key);
+                    },
+                .save =
+                    [this](const KdbxDatabase& database, const KdbxKey& key,
+                           const KdbxKeys::Transformation& transformation) {
+                        derive(transformation);
+                        return save(database, key);
+                    }};
     }
 
     Bytes save(const KdbxDatabase& database, const KdbxKey& key) {
@@ -117,6 +126,13 @@ private:
         KdbxKey key;
     };
 
+    void derive(const KdbxKeys::Transformation& transformation) const {
+        KdbxHeader header;
+        header.major = 3;
+        header.transformSeed = Bytes(32, 7);
+        header.transformRounds = rounds;
+        (void)transformation(Bytes(32, 1), header);
+    }
     void fail() {
         if (failure)
             std::rethrow_exception(std::exchange(failure, nullptr));
@@ -167,6 +183,7 @@ protected:
     FakeFiles files;
     FakeBookmarks bookmarks;
     FakeScheduler clock;
+    FakeBackgroundWork background;
     FakeCodec codec;
     FakeClipboard pasteboard;
     ClipboardService clipboard{pasteboard, clock};
@@ -188,6 +205,7 @@ protected:
                                          .files = files,
                                          .bookmarks = bookmarks,
                                          .scheduler = clock,
+                                         .background = background,
                                          .clipboard = clipboard,
                                          .codec = codec.doors(),
                                          .workspace = workspace,
