@@ -46,12 +46,20 @@ public:
     [[nodiscard]] int number() const noexcept { return m_file.number(); }
 
     void renameToTarget() {
-        const auto& replacement = m_replacement;
-        replacement.check(untilNotInterrupted([&] {
-            return replacement.m_calls.renameAt(replacement.m_folder.number(), m_name.c_str(),
-                                                replacement.m_name.c_str());
-        }));
-        m_isRenamed = true;
+        m_isRenamed = rename(&FileSystemCalls::renameAt, m_replacement.m_name);
+        if (!m_isRenamed)
+            m_replacement.fail(errno);
+    }
+
+    /// Whether the name was free: nothing is ever replaced. Where the file system has no such renaming, the name is
+    /// taken with an empty file first.
+    [[nodiscard]] bool renameTo(const std::filesystem::path& name) {
+        m_isRenamed = rename(&FileSystemCalls::renameToFreeName, name);
+        if (!m_isRenamed && isUnsupported(errno))
+            m_isRenamed = takeName(name) && renameOver(name);
+        if (!m_isRenamed && errno != EEXIST)
+            m_replacement.fail(errno);
+        return m_isRenamed;
     }
 
 private:
@@ -77,6 +85,27 @@ private:
         return m_replacement.m_calls.fstat(file.number(), status) != 0 || status.st_nlink > 0;
     }
 
+    using Renaming = int (FileSystemCalls::*)(int folder, const char* from, const char* to);
+
+    [[nodiscard]] bool rename(Renaming call, const std::filesystem::path& name) const {
+        const int folder = m_replacement.m_folder.number();
+        return untilNotInterrupted(
+                   [&] { return (m_replacement.m_calls.*call)(folder, m_name.c_str(), name.c_str()); }) == 0;
+    }
+    [[nodiscard]] bool takeName(const std::filesystem::path& name) const {
+        return FileHandle(m_replacement.m_calls, m_replacement.m_folder.number(), name.c_str(),
+                          O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, ownerAlone)
+            .isOpen();
+    }
+    [[nodiscard]] bool renameOver(const std::filesystem::path& ownName) const {
+        if (rename(&FileSystemCalls::renameAt, ownName))
+            return true;
+        const int code = errno;
+        m_replacement.m_calls.unlinkAt(m_replacement.m_folder.number(), ownName.c_str());
+        errno = code;
+        return false;
+    }
+
     const FileReplacement& m_replacement;
     std::string m_name;
     FileHandle m_file;
@@ -94,16 +123,30 @@ FileReplacement::FileReplacement(FileSystemCalls& calls, std::filesystem::path f
     lookAtTarget();
 }
 
-void FileReplacement::write(ByteView content) {
+void FileReplacement::write(ByteView content, const FileStore::BeforeReplacing& beforeReplacing) {
     SaveLeftovers::remove(m_calls, m_folder, m_name);
     {
         TemporaryFile temporary(*this);
         writeAll(temporary.number(), content);
         sync(temporary.number());
         makeLikeTarget(temporary.number());
+        beforeReplacing();
         temporary.renameToTarget();
     }
     sync(m_folder.number());
+}
+
+std::optional<std::filesystem::path> FileReplacement::keepBeside(const std::filesystem::path& name, ByteView content) {
+    {
+        TemporaryFile temporary(*this);
+        writeAll(temporary.number(), content);
+        sync(temporary.number());
+        makeLikeTarget(temporary.number());
+        if (!temporary.renameTo(name))
+            return std::nullopt;
+    }
+    sync(m_folder.number());
+    return m_target.parent_path() / name;
 }
 
 void FileReplacement::fail(int code) const {

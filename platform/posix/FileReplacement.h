@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/Bytes.h"
+#include "core/platform/FileStore.h"
 #include "platform/posix/FileHandle.h"
 
 #include <filesystem>
@@ -19,7 +19,11 @@ public:
 
     /// @throws FileError; the temporary file is gone then. The old content stands, unless the folder alone could not be
     /// synced: then the new one stands, and whether it would outlive a loss of power is not known.
-    void write(ByteView content);
+    void write(ByteView content, const FileStore::BeforeReplacing& beforeReplacing);
+
+    /// Puts `content` into a new file in the target's folder, made like the target. Its path; nothing where the name is
+    /// taken.
+    [[nodiscard]] std::optional<std::filesystem::path> keepBeside(const std::filesystem::path& name, ByteView content);
 
 private:
     class TemporaryFile;

@@ -81,6 +81,10 @@ int PosixFileSystemCalls::renameAt(int folder, const char* from, const char* to)
     return ::renameat(folder, from, folder, to);
 }
 
+int PosixFileSystemCalls::renameToFreeName(int folder, const char* from, const char* to) {
+    return ::renameat2(folder, from, folder, to, RENAME_NOREPLACE);
+}
+
 int PosixFileSystemCalls::unlinkAt(int folder, const char* name) {
     return ::unlinkat(folder, name, 0);
 }

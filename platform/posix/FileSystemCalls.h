@@ -35,6 +35,8 @@ public:
     virtual int removeAttribute(int file, const char* name) = 0;
 
     virtual int renameAt(int folder, const char* from, const char* to) = 0;
+    /// renameat2(2) that fails with EEXIST rather than replacing anything.
+    virtual int renameToFreeName(int folder, const char* from, const char* to) = 0;
     virtual int unlinkAt(int folder, const char* name) = 0;
 };
 
@@ -59,5 +61,6 @@ public:
     int setAttribute(int file, const char* name, const void* value, std::size_t size) override;
     int removeAttribute(int file, const char* name) override;
     int renameAt(int folder, const char* from, const char* to) override;
+    int renameToFreeName(int folder, const char* from, const char* to) override;
     int unlinkAt(int folder, const char* name) override;
 };

@@ -111,13 +111,37 @@ Bytes PosixFileStore::read(const std::filesystem::path& file) {
     return FileReading(m_calls, file, m_largestFile).read();
 }
 
-void PosixFileStore::writeAtomically(const std::filesystem::path& file, ByteView content) {
-    FileReplacement(m_calls, file).write(content);
+void PosixFileStore::writeAtomically(const std::filesystem::path& file, ByteView content,
+                                     const BeforeReplacing& beforeReplacing) {
+    FileReplacement(m_calls, file).write(content, beforeReplacing);
+}
+
+std::optional<std::filesystem::path> PosixFileStore::keepBeside(const std::filesystem::path& file,
+                                                                const std::filesystem::path& name, ByteView content) {
+    try {
+        return FileReplacement(m_calls, file).keepBeside(name, content);
+    } catch (const FileError& error) {
+        throw FileMessages::cannotWrite(name, error.code());  // the file itself was not what failed
+    }
 }
 
 bool PosixFileStore::exists(const std::filesystem::path& file) {
     struct stat status;
     return m_calls.statAt(AT_FDCWD, file.c_str(), status, 0) == 0;
+}
+
+std::optional<FileStatus> PosixFileStore::status(const std::filesystem::path& file) {
+    struct stat status;
+    if (m_calls.statAt(AT_FDCWD, file.c_str(), status, 0) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    const auto nanoseconds = [](const timespec& time) {
+        return time.tv_sec * std::int64_t{1'000'000'000} + time.tv_nsec;
+    };
+    return FileStatus{.size = static_cast<std::uint64_t>(status.st_size),
+                      .device = status.st_dev,
+                      .inode = status.st_ino,
+                      .modified = nanoseconds(status.st_mtim),
+                      .changed = nanoseconds(status.st_ctim)};
 }
 
 std::uint64_t PosixFileStore::halfOfMemory() noexcept {

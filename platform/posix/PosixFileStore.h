@@ -17,9 +17,18 @@ public:
     [[nodiscard]] Bytes read(const std::filesystem::path& file) override;
 
     /// As `FileReplacement` tells. A target that is write-protected, a folder or no regular file is refused.
-    void writeAtomically(const std::filesystem::path& file, ByteView content) override;
+    void writeAtomically(const std::filesystem::path& file, ByteView content,
+                         const BeforeReplacing& beforeReplacing) override;
+    using FileStore::writeAtomically;
+
+    /// A temporary file first, as when saving, so that no half of a copy ever has the name.
+    [[nodiscard]] std::optional<std::filesystem::path> keepBeside(const std::filesystem::path& file,
+                                                                  const std::filesystem::path& name,
+                                                                  ByteView content) override;
 
     [[nodiscard]] bool exists(const std::filesystem::path& file) override;
+
+    [[nodiscard]] std::optional<FileStatus> status(const std::filesystem::path& file) override;
 
     /// Half of the machine's memory, in bytes.
     [[nodiscard]] static std::uint64_t halfOfMemory() noexcept;

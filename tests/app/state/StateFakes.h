@@ -25,6 +25,7 @@ public:
     std::map<std::filesystem::path, std::string> unreadable;
     std::map<std::filesystem::path, std::string> unwritable;
     int writes = 0;
+    std::function<void()> whileWriting;  // what another program does meanwhile
 
     Bytes read(const std::filesystem::path& file) override {
         if (const auto reason = unreadable.find(file); reason != unreadable.end())
@@ -34,13 +35,36 @@ public:
             throw FileError(ENOENT, "yok");
         return found->second;
     }
-    void writeAtomically(const std::filesystem::path& file, ByteView content) override {
-        if (const auto reason = unwritable.find(file); reason != unwritable.end())
-            throw FileError(ENOSPC, reason->second);
+    void writeAtomically(const std::filesystem::path& file, ByteView content,
+                         const BeforeReplacing& beforeReplacing) override {
+        checkWritable(file);
+        if (whileWriting)
+            whileWriting();
+        beforeReplacing();
         contents[file] = copyOf(content);
         ++writes;
     }
+    using FileStore::writeAtomically;
+    std::optional<std::filesystem::path> keepBeside(const std::filesystem::path& file,
+                                                    const std::filesystem::path& name, ByteView content) override {
+        const auto kept = file.parent_path() / name;
+        checkWritable(kept);
+        return contents.try_emplace(kept, copyOf(content)).second ? std::optional(kept) : std::nullopt;
+    }
     bool exists(const std::filesystem::path& file) override { return contents.contains(file); }
+    std::optional<FileStatus> status(const std::filesystem::path& file) override {
+        const auto found = contents.find(file);
+        if (found == contents.end())
+            return std::nullopt;
+        const auto text = std::string(textOf(found->second));
+        return FileStatus{.size = text.size(), .inode = std::hash<std::string>()(text)};
+    }
+
+private:
+    void checkWritable(const std::filesystem::path& file) const {
+        if (const auto reason = unwritable.find(file); reason != unwritable.end())
+            throw FileError(ENOSPC, reason->second);
+    }
 };
 
 /// A bookmark is the path's own bytes. Paths in `unmarkable` get none.

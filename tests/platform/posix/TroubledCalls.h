@@ -69,6 +69,9 @@ public:
     int renameAt(int folder, const char* from, const char* to) override {
         return guarded("rename", [&] { return PosixFileSystemCalls::renameAt(folder, from, to); });
     }
+    int renameToFreeName(int folder, const char* from, const char* to) override {
+        return guarded("renameToFreeName", [&] { return PosixFileSystemCalls::renameToFreeName(folder, from, to); });
+    }
     int unlinkAt(int folder, const char* name) override {
         return guarded("unlink", [&] { return PosixFileSystemCalls::unlinkAt(folder, name); });
     }
