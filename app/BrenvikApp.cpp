@@ -58,6 +58,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
                .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
                .workspace = m_workspace,
                .autoTyping = m_autoType}),
+      m_vaultWatch({.watcher = m_fileWatcher, .scheduler = m_scheduler, .state = m_state}),
       m_hotKey({.hotKeys = m_desktop.hotKeys,
                 .scheduler = m_scheduler,
                 .autoType = m_autoType,
@@ -73,6 +74,11 @@ BrenvikApp::BrenvikApp(QApplication& application)
                                  .hotKey = m_hotKey});
     QObject::connect(&*m_window, &MainWindow::appeared, &*m_window, [this] { launch(); });
     QObject::connect(&application, &QApplication::aboutToQuit, &*m_window, [this] { end(); });
+    // A change that another machine has made on a network disk has no notice: the user comes back from there.
+    QObject::connect(&application, &QApplication::applicationStateChanged, &m_vaultWatch, [this](auto state) {
+        if (state == Qt::ApplicationActive)
+            m_vaultWatch.lookSoon();
+    });
     m_window->show();
 }
 

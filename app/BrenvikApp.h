@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/state/GlobalHotKey.h"
 #include "app/state/Preferences.h"
+#include "app/state/VaultWatch.h"
 #include "app/ui/MainWindow.h"
 #include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
@@ -12,6 +13,7 @@
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
 #include "platform/qt/QtBackgroundWork.h"
+#include "platform/qt/QtFileWatcher.h"
 #include "platform/qt/QtScheduler.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/SettingsFile.h"
@@ -46,6 +48,8 @@ private:
     Desktop m_desktop;  // the better one of the two
     AutoTypeService m_autoType;
     AppState m_state;
+    QtFileWatcher m_fileWatcher;
+    VaultWatch m_vaultWatch;
     GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
 };

@@ -6,7 +6,8 @@
 
 #include <algorithm>
 
-AppState::AppState(Services services, QObject* parent) : QObject(parent), m_services(std::move(services)) {
+AppState::AppState(Services services, QObject* parent)
+    : QObject(parent), m_services(std::move(services)), m_vaultFile(m_services.files, m_services.scheduler) {
     const auto& preferences = m_services.preferences;
     m_sort = {.column = EntrySort::columnFromText(preferences.sortColumn()).value_or(EntrySort::Column::title),
               .ascending = preferences.sortAscending()};

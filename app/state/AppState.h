@@ -6,6 +6,7 @@
 #include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
 #include "app/state/Route.h"
+#include "app/state/VaultFile.h"
 #include "core/autotype/AutoTypeAction.h"
 #include "core/container/KdbxKeys.h"
 #include "core/model/KdbxDatabase.h"
@@ -148,10 +149,21 @@ public:
 
     /// Makes a file the current vault, locked. Drops an open session with what is unsaved, without a question.
     void prepare(const std::filesystem::path& url);
+    enum class Replacing : bool { no, yes };
+    /// The same for a vault to be made there. `Replacing::yes` lets `createDatabase` replace what that file holds now,
+    /// since the user was asked about it; another choice of a file takes the permission back.
+    void prepareNew(const std::filesystem::path& url, Replacing replacing);
+    /// Whether the current file is one to make: it is not there, it is empty, or it may be replaced.
+    [[nodiscard]] bool offersCreation() const;
     /// Opens the current vault; the outcome shows in `isLocked` and `lastError`. An empty password is none.
     void unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL);
-    /// Makes a new vault, writes it and opens it. A failure leaves everything as it was.
+    /// Makes a new vault, writes it and opens it. A failure leaves everything as it was; a file with content that may
+    /// not be replaced is one.
     void createDatabase(const std::filesystem::path& url, std::string password, std::optional<Bytes> keyFileData);
+    /// The same, with a key file that is read here. One that cannot be read counts as none, and the status line says so
+    /// once the vault is there.
+    void sealDatabase(const std::filesystem::path& url, std::string password,
+                      const std::optional<std::filesystem::path>& keyFileURL);
     /// Ends the unlocked session. What is unsaved is saved first; a failure of that is dropped. Where the save is given
     /// up the session goes on.
     void lock();
@@ -163,6 +175,9 @@ public:
     void save();
     /// Writes the vault elsewhere, under the same credentials, and goes on there.
     void saveAs(const std::filesystem::path& url);
+    /// Looks at the vault's file again, since something may have happened to it: what another program has done to the
+    /// open vault's is reported, once a change.
+    void lookAtFile();
 
     /// One undoable change of the vault: every change that the user makes goes through here. A body that changes
     /// nothing is a step all the same. Neither saves nor touches the selection.
@@ -216,6 +231,9 @@ public:
 signals:
     void databaseChanged();
     void databaseURLChanged();
+    /// The current file was looked at: it may have come, gone or changed.
+    void databaseFileLookedAt();
+    void offersCreationChanged();
     void isLockedChanged();
     void isDirtyChanged();
     void lastErrorChanged();
@@ -244,6 +262,12 @@ private:
 
     private:
         AppState& m_state;
+    };
+
+    /// A file that the user has agreed to replace, as it was then.
+    struct Replaceable {
+        std::filesystem::path file;
+        FileStatus status;
     };
 
     /// The whole vault before a step.
@@ -277,6 +301,10 @@ private:
     void fulfilWishSoon();
     void saveQuietly(DerivationPurpose purpose);
     Bytes encoded(DerivationPurpose purpose);
+    void reportKept();
+    void reportChangeOfFile();
+    void checkReplaceable(const std::filesystem::path& url) const;
+    [[nodiscard]] bool isOpenVault(const std::filesystem::path& url) const;
     void flash(std::string text);
     void scheduleStatusClear();
     bool selectRange(UUID id);
@@ -306,6 +334,9 @@ private:
     std::optional<std::string> m_lastError;
     std::optional<std::string> m_statusMessage;
     std::optional<KdbxKey> m_activeKey;  // set and cleared together with m_database
+    VaultFile m_vaultFile;               // of the open vault
+    std::optional<Replaceable> m_replaceable;
+    std::optional<std::string> m_fileNotice;  // the failure text that `lookAtFile` has shown last
     std::optional<UUID> m_selectedGroupID;
     std::set<UUID> m_selectedEntryIDs;
     std::string m_searchText;

@@ -32,8 +32,9 @@ void AppState::saveQuietly(DerivationPurpose purpose) {
     if (!m_database || !m_databaseURL || !m_activeKey)
         return;
     const auto changeCount = m_changeCount;
-    m_services.files.writeAtomically(*m_databaseURL, encoded(purpose));
+    m_vaultFile.save(*m_databaseURL, encoded(purpose));
     assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
+    reportKept();
 }
 
 /// The vault's file as the vault is now. What changes while the key is derived is not in it.
@@ -48,10 +49,17 @@ void AppState::saveAs(const std::filesystem::path& url) {
     const Step step(*this);
     try {
         const auto changeCount = m_changeCount;
-        m_services.files.writeAtomically(url, encoded(DerivationPurpose::saving));
+        const auto file = encoded(DerivationPurpose::saving);
+        if (isOpenVault(url)) {
+            m_vaultFile.save(url, file);
+        } else {
+            m_services.files.writeAtomically(url, file);
+            m_vaultFile.begin(file, VaultFile::LosesByASave::no);
+        }
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
         storeBookmark(url);
+        reportKept();
         flash("Kaydedildi");
     } catch (const DerivationGivenUp&) {
         // The vault stays unsaved and where it was.

@@ -6,8 +6,15 @@
 #include "app/state/Preferences.h"
 #include "app/state/WipedAtEnd.h"
 #include "core/clipboard/ClipboardService.h"
+#include "core/document/KdbxXML.h"
 
 namespace {
+
+/// The attachments of an old vault are not carried over into the format in which it is saved.
+VaultFile::LosesByASave losesByASave(const KdbxDatabase& database) {
+    const bool isOld = database.formatVersion.major < 4;
+    return VaultFile::LosesByASave(isOld && KdbxXML::hadDocumentBinaries(database.root));
+}
 
 /// The credentials of a form. The password is copied and then wiped, not moved: a short text that is moved from still
 /// holds its letters.
@@ -39,6 +46,7 @@ void AppState::prepare(const std::filesystem::path& url) {
     setLastError(std::nullopt);
     clearSelection();
     storeBookmark(url);
+    m_replaceable.reset();
 }
 
 void AppState::clearSelection() {
@@ -63,9 +71,10 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         if (keyFileURL)
             keyFileData = m_services.files.read(*keyFileURL);
         auto key = makeKey(password, std::move(keyFileData));
-        auto database = m_services.codec.load(m_services.files.read(*m_databaseURL), key,
-                                              derivingFor(DerivationPurpose::unlocking));
+        const auto file = m_services.files.read(*m_databaseURL);
+        auto database = m_services.codec.load(file, key, derivingFor(DerivationPurpose::unlocking));
         const auto repaired = repairDuplicateIDs(database);
+        m_vaultFile.begin(file, losesByASave(database));
         publish(std::move(database), key);
         if (repaired > 0)
             flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
@@ -97,10 +106,13 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         return;
     const Step step(*this);
     try {
+        checkReplaceable(url);
         auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
         auto key = makeKey(password, std::move(keyFileData));
-        m_services.files.writeAtomically(
-            url, m_services.codec.save(database, key, derivingFor(DerivationPurpose::creating)));
+        const auto file = m_services.codec.save(database, key, derivingFor(DerivationPurpose::creating));
+        m_services.files.writeAtomically(url, file, [&] { checkReplaceable(url); });
+        m_vaultFile.begin(file, VaultFile::LosesByASave::no);
+        m_replaceable.reset();
 
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
@@ -147,6 +159,7 @@ void AppState::closeDatabase() {
     lock();
     if (!m_isLocked)
         return;
+    m_replaceable.reset();
     assign(m_databaseURL, {}, &AppState::databaseURLChanged);
 }
 

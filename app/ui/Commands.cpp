@@ -231,7 +231,7 @@ void Commands::createDatabase() {
         return;
     emit sessionWillEnd();
     m_state.setRoute(std::nullopt);
-    m_state.prepare(*file);
+    m_state.prepareNew(file->file, AppState::Replacing(file->replaces));
     m_state.setStatusMessage("Ana parolayı belirleyip kasayı oluşturun.");
 }
 

@@ -91,7 +91,7 @@ FilePanels::File FilePanels::chooseKeyFile(QWidget* parent, const File& vault) {
     return ask(parent, {.title = tr("Anahtar Dosyası Seç"), .prompt = tr("Seç"), .filter = {}, .name = {}}, vault);
 }
 
-FilePanels::File FilePanels::newDatabaseDestination(QWidget* parent, const File& vault) {
+std::optional<FilePanels::Destination> FilePanels::newDatabaseDestination(QWidget* parent, const File& vault) {
     const auto file = ask(parent,
                           {.title = tr("Yeni Veritabanı"),
                            .prompt = tr("Oluştur"),
@@ -101,10 +101,11 @@ FilePanels::File FilePanels::newDatabaseDestination(QWidget* parent, const File&
     if (!file)
         return std::nullopt;
     const auto vaultFile = withVaultExtension(*file);
+    const bool replaces = QFileInfo::exists(qtPath(vaultFile));
     // The panel has asked about the name that was typed, not about the one that it becomes.
-    if (vaultFile != *file && QFileInfo::exists(qtPath(vaultFile)) && !mayReplace(parent, vaultFile))
+    if (vaultFile != *file && replaces && !mayReplace(parent, vaultFile))
         return std::nullopt;
-    return vaultFile;
+    return Destination{.file = vaultFile, .replaces = replaces};
 }
 
 FilePanels::File FilePanels::saveAsDestination(QWidget* parent, const QString& suggested, const File& vault) {

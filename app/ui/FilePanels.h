@@ -16,8 +16,13 @@ using File = std::optional<std::filesystem::path>;
 
 [[nodiscard]] File chooseDatabase(QWidget* parent, const File& vault);
 [[nodiscard]] File chooseKeyFile(QWidget* parent, const File& vault);
+/// Where a new vault is to be.
+struct Destination {
+    std::filesystem::path file;
+    bool replaces;  // there is a file, and the user has agreed to lose it
+};
 /// A name without the vaults' extension, in whatever case, gets it.
-[[nodiscard]] File newDatabaseDestination(QWidget* parent, const File& vault);
+[[nodiscard]] std::optional<Destination> newDatabaseDestination(QWidget* parent, const File& vault);
 /// The name is taken as it is.
 [[nodiscard]] File saveAsDestination(QWidget* parent, const QString& suggested, const File& vault);
 

@@ -25,10 +25,6 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
-#include <fstream>
-#include <iterator>
-#include <system_error>
-
 namespace {
 
 constexpr int sideMargin = 40;
@@ -79,16 +75,6 @@ std::string secretOf(const SecretField& field) {
     std::string text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     secureWipe(bytes.data(), static_cast<std::size_t>(bytes.size()));
     return text;
-}
-
-/// The content of a key file for a new vault; one that cannot be read counts as none.
-std::optional<Bytes> contentOf(const std::optional<std::filesystem::path>& file) {
-    if (!file)
-        return std::nullopt;
-    std::ifstream stream(*file, std::ios::binary);
-    if (!stream)
-        return std::nullopt;
-    return Bytes(std::istreambuf_iterator<char>(stream), {});
 }
 
 }  // namespace
@@ -282,6 +268,8 @@ void UnlockView::connectControls() {
     connect(m_submit, &Button::clicked, this, &UnlockView::submit);
     connect(m_banner, &ShakingBanner::dismissed, this, [this] { m_state.setLastError(std::nullopt); });
     connect(&m_state, &AppState::databaseURLChanged, this, &UnlockView::takeUpDatabase);
+    connect(&m_state, &AppState::offersCreationChanged, this, &UnlockView::takeUpDatabase);
+    connect(&m_state, &AppState::databaseFileLookedAt, this, &UnlockView::answerFile);
     connect(&m_state, &AppState::lastErrorChanged, this, &UnlockView::answerError);
 }
 
@@ -297,7 +285,7 @@ void UnlockView::takeUpDatabase() {
     m_password->setSecret({});
     m_confirmation->setSecret({});
     setKeyFile(std::nullopt);
-    m_isCreating = shouldOfferCreation();
+    m_isCreating = m_state.offersCreation();
     showDatabase();
     showMode();
     if (m_state.databaseURL())
@@ -355,13 +343,13 @@ void UnlockView::answerError() {
     m_password->setFocus();
 }
 
-bool UnlockView::shouldOfferCreation() const {
-    if (!m_state.databaseURL())
-        return false;
-    // An empty file, as a save panel may leave behind, is a vault still to be made.
-    std::error_code error;
-    const auto size = std::filesystem::file_size(*m_state.databaseURL(), error);
-    return error || size == 0;
+/// A vault that has come back, as on a stick that was plugged in, is there to be opened: nothing is sealed over it, and
+/// what was typed for a new one is not tried on it.
+void UnlockView::answerFile() {
+    if (!m_isCreating || m_isBusy || !m_state.isLocked() || m_state.offersCreation())
+        return;
+    takeUpDatabase();
+    m_state.setLastError(vaultText(tr("“%1” yeniden yerinde. Ana parolanla açabilirsin.").arg(m_fileName->text())));
 }
 
 bool UnlockView::canSubmit() const {
@@ -380,7 +368,7 @@ void UnlockView::submit() {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     repaint();  // the key derivation lets nothing be painted before it ends
     if (m_isCreating)
-        m_state.createDatabase(*m_state.databaseURL(), secretOf(*m_password), contentOf(m_keyFile));
+        m_state.sealDatabase(*m_state.databaseURL(), secretOf(*m_password), m_keyFile);
     else
         m_state.unlock(secretOf(*m_password), m_keyFile);
     QApplication::restoreOverrideCursor();
@@ -389,6 +377,8 @@ void UnlockView::submit() {
         m_confirmation->setSecret({});
     }
     m_isBusy = false;
+    if (m_state.isLocked() && m_isCreating && !m_state.offersCreation())
+        takeUpDatabase();
     showSubmit();
 }
 
@@ -398,12 +388,8 @@ void UnlockView::chooseDatabase() {
 }
 
 void UnlockView::chooseNewDatabase() {
-    const auto file = FilePanels::newDatabaseDestination(this, m_state.databaseURL());
-    if (!file)
-        return;
-    m_state.prepare(*file);
-    m_isCreating = true;
-    showMode();
+    if (const auto file = FilePanels::newDatabaseDestination(this, m_state.databaseURL()))
+        m_state.prepareNew(file->file, AppState::Replacing(file->replaces));
 }
 
 void UnlockView::chooseKeyFile() {

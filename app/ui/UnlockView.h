@@ -57,13 +57,13 @@ private:
     void showSubmit();
     void showError();
     void answerError();
+    void answerFile();
 
     void submit();
     void chooseDatabase();
     void chooseNewDatabase();
     void chooseKeyFile();
     void setKeyFile(std::optional<std::filesystem::path> file);
-    [[nodiscard]] bool shouldOfferCreation() const;
     [[nodiscard]] bool canSubmit() const;
 
     AppState& m_state;

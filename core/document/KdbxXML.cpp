@@ -91,6 +91,15 @@ std::vector<Binary> preservedBinaries(const KdbxGroup& root) {
     return binaries;
 }
 
+bool hadDocumentBinaries(const KdbxGroup& root) {
+    const PreservedXML preserved(KdbxPreserve::meta, root);
+    return std::ranges::any_of(preserved.children(), [](const XMLElement& child) {
+        return child.known == XMLName::binaries && std::ranges::any_of(child.children, [](const XMLElement& item) {
+                   return item.known == XMLName::binary;
+               });
+    });
+}
+
 Bytes serialize(const KdbxDatabase& database, InnerStreamCipher& stream, const std::optional<Bytes>& headerHash) {
     Writer writer(stream, database.formatVersion.major);
     writer.writeDocument(database, headerHash);

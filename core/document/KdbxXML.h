@@ -38,6 +38,9 @@ struct Document {
 /// The attachment pool kept with the root group, in order.
 [[nodiscard]] std::vector<Binary> preservedBinaries(const KdbxGroup& root);
 
+/// Whether the document itself had attachments, as those of KDBX 3 do. No document that is written here has any.
+[[nodiscard]] bool hadDocumentBinaries(const KdbxGroup& root);
+
 /// "true" and "1", "false" and "0", in any letter case, untrimmed; anything else is none.
 [[nodiscard]] std::optional<bool> parseBool(std::string_view text);
 

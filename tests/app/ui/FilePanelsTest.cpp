@@ -45,6 +45,15 @@ protected:
         m_replaces = replaces;
     }
 
+    /// The place of a new vault; whether it replaces a file is left in `replacesFile`.
+    FilePanels::File newDatabase() {
+        const auto chosen = FilePanels::newDatabaseDestination(nullptr, vault);
+        replacesFile = chosen && chosen->replaces;
+        return chosen ? FilePanels::File(chosen->file) : std::nullopt;
+    }
+
+    bool replacesFile = false;
+
 private:
     void look() {
         auto* const modal = QApplication::activeModalWidget();
@@ -111,11 +120,12 @@ TEST_F(FilePanelsTest, aNewVaultHasANameAlready) {
 
 TEST_F(FilePanelsTest, aNewVaultsNameGetsTheExtensionUnlessItHasItInWhateverCase) {
     answer(folder / "Kasa");
-    EXPECT_EQ(FilePanels::newDatabaseDestination(nullptr, vault), folder / "Kasa.kdbx");
+    EXPECT_EQ(newDatabase(), folder / "Kasa.kdbx");
+    EXPECT_FALSE(replacesFile);
     answer(folder / "Kasa.KDBX");
-    EXPECT_EQ(FilePanels::newDatabaseDestination(nullptr, vault), folder / "Kasa.KDBX");
+    EXPECT_EQ(newDatabase(), folder / "Kasa.KDBX");
     answer(folder / "Kasa.yedek");
-    EXPECT_EQ(FilePanels::newDatabaseDestination(nullptr, vault), folder / "Kasa.yedek.kdbx");
+    EXPECT_EQ(newDatabase(), folder / "Kasa.yedek.kdbx");
     EXPECT_FALSE(isAskedToReplace);
 }
 
@@ -126,7 +136,16 @@ TEST_F(FilePanelsTest, aNameThatBecomesAnotherVaultsIsAskedAbout) {
     EXPECT_TRUE(isAskedToReplace);
 
     answer(folder / "Kasa", true);
-    EXPECT_EQ(FilePanels::newDatabaseDestination(nullptr, vault), folder / "Kasa.kdbx");
+    EXPECT_EQ(newDatabase(), folder / "Kasa.kdbx");
+    EXPECT_TRUE(replacesFile);
+}
+
+TEST_F(FilePanelsTest, aFileThatThePanelWasToldToReplaceIsReportedAsOne) {
+    writeFile(*vault, "eski kasa");
+    answer(vault, true);
+    EXPECT_EQ(newDatabase(), vault);
+    EXPECT_TRUE(isAskedToReplace);
+    EXPECT_TRUE(replacesFile);
 }
 
 TEST_F(FilePanelsTest, aCopyTakesItsNameAsItIs) {

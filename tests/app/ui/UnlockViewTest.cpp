@@ -22,8 +22,7 @@ protected:
     UnlockView view{*state};
 
     UnlockViewTest() {
-        // The view looks at the disk for whether there is a vault; the state reads it from the fake.
-        writeFile(existing, "vault");
+        writeFile(existing, "vault");  // for the panels, which show the disk itself
         files.contents[existing] = files.contents.at(vaultFile);
         view.resize(480, 600);
         view.show();
@@ -153,7 +152,7 @@ TEST_F(UnlockViewTest, anotherVaultThrowsAwayWhatWasTypedForTheOldOne) {
     state->prepare(existing);
     chooseKeyFile();
     type(view, "Ana parola", "eski");
-    writeFile(folder / "Diger.kdbx", "vault");
+    files.contents[folder / "Diger.kdbx"] = copyOf(bytesOf("vault"));
 
     state->prepare(folder / "Diger.kdbx");
 
@@ -171,7 +170,7 @@ TEST_F(UnlockViewTest, aMissingVaultIsOneToSeal) {
 }
 
 TEST_F(UnlockViewTest, anEmptyFileIsAVaultToSealUnderItsName) {
-    writeFile(missing, "");
+    files.contents[missing] = {};
     state->prepare(missing);
     EXPECT_NE(button(view, "Kasayı oluştur"), nullptr);
     EXPECT_TRUE(shows(view, "Yeni.kdbx"));
@@ -286,13 +285,82 @@ TEST_F(UnlockViewTest, anotherChoiceOfKeyFileThatIsLeftTakesItAway) {
 TEST_F(UnlockViewTest, aKeyFileThatCannotBeReadIsNoneForANewVault) {
     state->prepare(missing);
     chooseKeyFile();
-    std::filesystem::remove(folder / "kasam.keyx");
+    files.unreadable[folder / "kasam.keyx"] = "okunamadı";
     type(view, "Ana parola", "uzun parola");
     type(view, "Parolayı doğrula", "uzun parola");
     click(view, "Kasayı oluştur");
     EXPECT_FALSE(state->isLocked());
     EXPECT_FALSE(codec.lastKey->keyFileData);
     EXPECT_FALSE(state->lastError());
+    EXPECT_EQ(state->statusMessage(), "Anahtar dosyası okunamadı; kasa anahtar dosyası olmadan oluşturuldu.");
+}
+
+TEST_F(UnlockViewTest, aVaultThatIsBackIsNotSealedOverAndIsThereToBeOpened) {
+    state->prepare(missing);
+    type(view, "Ana parola", "uzun parola");
+    type(view, "Parolayı doğrula", "uzun parola");
+    files.contents[missing] = files.contents.at(vaultFile);
+
+    click(view, "Kasayı oluştur");
+
+    EXPECT_TRUE(state->isLocked());
+    EXPECT_EQ(files.contents[missing], files.contents.at(vaultFile));
+    EXPECT_TRUE(shows(view, "“Yeni.kdbx” boş değil; üzerine yeni bir kasa yazılmadı. Ana parolanla açabilirsin."));
+    EXPECT_NE(button(view, "Kilidi aç"), nullptr);
+    EXPECT_EQ(field(view, "Parolayı doğrula"), nullptr);
+    EXPECT_EQ(field(view, "Ana parola")->text(), "");
+
+    type(view, "Ana parola", "parola");
+    click(view, "Kilidi aç");
+    EXPECT_FALSE(state->isLocked());
+}
+
+TEST_F(UnlockViewTest, theCardNoticesByItselfThatTheVaultIsBack) {
+    state->prepare(missing);
+    type(view, "Ana parola", "uzun parola");
+    state->lookAtFile();
+    EXPECT_NE(button(view, "Kasayı oluştur"), nullptr) << "nothing has come";
+    EXPECT_EQ(field(view, "Ana parola")->text(), "uzun parola");
+
+    files.contents[missing] = files.contents.at(vaultFile);
+    state->lookAtFile();
+
+    EXPECT_TRUE(shows(view, "“Yeni.kdbx” yeniden yerinde. Ana parolanla açabilirsin."));
+    EXPECT_NE(button(view, "Kilidi aç"), nullptr);
+    EXPECT_EQ(field(view, "Ana parola")->text(), "") << "it was for a new vault";
+}
+
+TEST_F(UnlockViewTest, aVaultThatGoesAwayIsStillOneToOpen) {
+    state->prepare(existing);
+    files.contents.erase(existing);
+    state->lookAtFile();
+    EXPECT_NE(button(view, "Kilidi aç"), nullptr);
+}
+
+TEST_F(UnlockViewTest, aFileThatMayBeReplacedIsSealed) {
+    state->prepareNew(existing, AppState::Replacing::yes);
+    EXPECT_TRUE(shows(view, "Ana parolanı belirle, kasayı mühürleyelim."));
+    state->lookAtFile();
+    type(view, "Ana parola", "uzun parola");
+    type(view, "Parolayı doğrula", "uzun parola");
+    click(view, "Kasayı oluştur");
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_EQ(codec.lastKey->password, "uzun parola");
+}
+
+TEST_F(UnlockViewTest, theFormOfTheVaultAtHandTurnsToSealingWhenItMayBeReplaced) {
+    state->prepare(existing);
+    EXPECT_NE(button(view, "Kilidi aç"), nullptr);
+    state->prepareNew(existing, AppState::Replacing::yes);
+    EXPECT_NE(button(view, "Kasayı oluştur"), nullptr);
+}
+
+TEST_F(UnlockViewTest, aChangeOfTheOpenVaultsFileIsNotTheCards) {
+    state->prepare(missing);
+    state->createDatabase(missing, "parola", std::nullopt);
+    files.contents[missing] = copyOf(bytesOf("başkası"));
+    state->lookAtFile();
+    EXPECT_EQ(state->lastError(), "“Yeni.kdbx” diskte değişti. Yeni hâli için kasayı kilitleyip yeniden aç.");
 }
 
 TEST_F(UnlockViewTest, afterALockTheFormStartsOver) {
