@@ -14,7 +14,13 @@ public:
 
     virtual ~Scheduler() = default;
 
+    /// The time of day, which the user or the network may set at any moment: for what is stored and shown.
     [[nodiscard]] virtual Timestamp now() const = 0;
+
+    /// The time since some fixed moment, which nobody sets: for how long something may take.
+    [[nodiscard]] virtual std::chrono::nanoseconds steadyNow() const {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    }
 
     /// Runs `work` once, `delay` from now and never within this call.
     virtual Task after(std::chrono::nanoseconds delay, std::function<void()> work) = 0;

@@ -15,8 +15,13 @@ public:
     using Duration = std::chrono::nanoseconds;
 
     [[nodiscard]] Timestamp now() const override {
-        return {1'704'067'200 + std::chrono::duration<double>(m_elapsed).count()};
+        return {1'704'067'200 + std::chrono::duration<double>(m_elapsed + m_setBy).count()};
     }
+
+    [[nodiscard]] Duration steadyNow() const override { return m_elapsed; }
+
+    /// The user sets the time of day, ahead or back. Nothing that waits waits longer or shorter for that.
+    void setTimeOfDay(Duration by) { m_setBy += by; }
 
     Task after(Duration delay, std::function<void()> work) override { return add(delay, {}, std::move(work)); }
 
@@ -74,6 +79,7 @@ private:
     }
 
     Duration m_elapsed{};
+    Duration m_setBy{};
     std::map<Task, Waiting> m_waiting;  // in the order of asking
     Task m_lastTask = 0;
 };
