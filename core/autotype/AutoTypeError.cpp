@@ -19,6 +19,9 @@ std::string describe(const AutoTypeError::Case& failure) {
                    [](const AutoTypeError::EventCreationFailed&) { return "Klavye olayı oluşturulamadı."s; },
                    [](const AutoTypeError::TargetActivationFailed& error) {
                        return error.applicationName + " uygulaması ön plana getirilemedi.";
+                   },
+                   [](const AutoTypeError::TargetNoLongerInFront& error) {
+                       return error.applicationName + " penceresi artık ön planda olmadığı için yazma durduruldu.";
                    }},
         failure);
 }
@@ -41,4 +44,8 @@ AutoTypeError AutoTypeError::eventCreationFailed() {
 
 AutoTypeError AutoTypeError::targetActivationFailed(std::string applicationName) {
     return AutoTypeError(TargetActivationFailed{std::move(applicationName)});
+}
+
+AutoTypeError AutoTypeError::targetNoLongerInFront(std::string applicationName) {
+    return AutoTypeError(TargetNoLongerInFront{std::move(applicationName)});
 }

@@ -21,13 +21,18 @@ public:
         std::string applicationName;
         bool operator==(const TargetActivationFailed&) const = default;
     };
-    using Case =
-        std::variant<AccessibilityPermissionMissing, NoTargetApplication, EventCreationFailed, TargetActivationFailed>;
+    struct TargetNoLongerInFront {
+        std::string applicationName;
+        bool operator==(const TargetNoLongerInFront&) const = default;
+    };
+    using Case = std::variant<AccessibilityPermissionMissing, NoTargetApplication, EventCreationFailed,
+                              TargetActivationFailed, TargetNoLongerInFront>;
 
     static AutoTypeError accessibilityPermissionMissing();
     static AutoTypeError noTargetApplication();
     static AutoTypeError eventCreationFailed();
     static AutoTypeError targetActivationFailed(std::string applicationName);
+    static AutoTypeError targetNoLongerInFront(std::string applicationName);
 
     [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
 

@@ -26,11 +26,26 @@ std::chrono::nanoseconds duration(double seconds) {
     return std::chrono::nanoseconds(std::llround(std::min(seconds, longestPause) * 1e9));
 }
 
-void postStroke(KeyEventSource& source, const KeyEvent& event) {
+// Each of them may close a dialogue, and bring another window to the front.
+bool answersDialogues(AutoTypeKey key) {
+    return key == AutoTypeKey::enter || key == AutoTypeKey::space || key == AutoTypeKey::escape;
+}
+
+void requirePosted(KeyEventSource::Posted posted, const std::string& applicationName) {
+    if (posted == KeyEventSource::Posted::impossible)
+        throw AutoTypeError::eventCreationFailed();
+    if (posted == KeyEventSource::Posted::elsewhere)
+        throw AutoTypeError::targetNoLongerInFront(applicationName);
+}
+
+KeyEventSource::Posted postStroke(KeyEventSource& source, const KeyEvent& event) {
     std::array events{event, event};
     events[1].down = false;
-    if (!source.post(events))
-        throw AutoTypeError::eventCreationFailed();
+    return source.post(events);
+}
+
+std::string nameOf(RunningApplication& application) {
+    return application.localizedName().value_or("Uygulama");
 }
 
 }  // namespace
@@ -80,8 +95,18 @@ void AutoTypeService::perform(std::string_view sequence, const KdbxEntry& entry,
 
 void AutoTypeService::perform(std::vector<AutoTypeAction> actions, Done done) {
     m_runs.push_back(std::make_unique<Run>(std::move(actions), std::move(done), m_desktop.scheduler));
+    take(m_targetApplication, *m_runs.back());
     if (m_runs.size() == 1)
         beginSoon();
+}
+
+// What a run has pressed comes up when its coroutine goes.
+void AutoTypeService::stop() {
+    if (m_pendingStep)
+        m_desktop.scheduler.cancel(*m_pendingStep);
+    m_pendingStep.reset();
+    m_runs.clear();
+    m_keyStrokeCache.clear();  // of what was typed, each letter is there
 }
 
 void AutoTypeService::cancel() {
@@ -154,90 +179,132 @@ Coroutine AutoTypeService::type(Run& run) {
         co_return;
     if (!hasAccessibilityPermission())
         throw AutoTypeError::accessibilityPermissionMissing();
-    co_await activateTarget(run.sleeper);
+    co_await activateTarget(run);
     if (m_settings.waitForModifierRelease)
         co_await userLetsGo(run.sleeper);
-    const auto source = m_desktop.keyboard.makeSource();
+    const auto source = m_desktop.keyboard.makeSource(run.window);
     if (!source)
         throw AutoTypeError::eventCreationFailed();
     for (const auto& action : run.actions)
         if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
             source->expect(text->view());
+    Strokes strokes{
+        .source = *source, .sleeper = run.sleeper, .applicationName = nameOf(*run.target), .windowMayChangeUntil = {}};
+    if (run.isActivated)  // the focus may follow some time after the window
+        strokes.windowMayChangeUntil = m_desktop.scheduler.steadyNow();
     for (const auto& action : run.actions)
-        co_await performAction(action, *source, run.sleeper);
+        co_await performAction(action, strokes);
 }
 
-Coroutine AutoTypeService::activateTarget(Sleeper& sleeper) {
-    const auto target = m_targetApplication;  // the target may change while this one is waited for
-    if (!target || target->isTerminated())
+void AutoTypeService::take(std::shared_ptr<RunningApplication> target, Run& run) {
+    run.target = std::move(target);
+    if (run.target)
+        run.window = run.target->window();
+}
+
+Coroutine AutoTypeService::activateTarget(Run& run) {
+    if (!run.target)
+        take(m_targetApplication, run);
+    if (!run.target || run.target->isTerminated())
         throw AutoTypeError::noTargetApplication();
-    if (isInFront(*target)) {
-        co_await sleeper.sleep(duration(m_settings.postActivationDelay));
+    if (isInFront(*run.target)) {
+        co_await run.sleeper.sleep(duration(m_settings.postActivationDelay));
         co_return;
     }
-    target->activate();
-    const double deadline = m_desktop.scheduler.now().seconds + m_settings.activationTimeout;
-    while (m_desktop.scheduler.now().seconds < deadline) {
-        if (isInFront(*target)) {
-            co_await sleeper.sleep(duration(m_settings.postActivationDelay));
+    run.isActivated = true;
+    run.target->activate();
+    const auto deadline = fromNow(m_settings.activationTimeout);
+    while (m_desktop.scheduler.steadyNow() < deadline) {
+        if (const auto front = m_desktop.applications.frontmost();
+            front && front->processIdentifier() == run.target->processIdentifier()) {
+            run.window = front->window();
+            co_await run.sleeper.sleep(duration(m_settings.postActivationDelay));
             co_return;
         }
-        co_await sleeper.sleep(pollingInterval);
+        co_await run.sleeper.sleep(pollingInterval);
     }
-    throw AutoTypeError::targetActivationFailed(target->localizedName().value_or("Uygulama"));
+    throw AutoTypeError::targetActivationFailed(nameOf(*run.target));
+}
+
+std::chrono::nanoseconds AutoTypeService::fromNow(double seconds) const {
+    return m_desktop.scheduler.steadyNow() + duration(seconds);
 }
 
 // A cancelled run waits as well: a user who still holds the keys would have them mixed with the last stroke.
 Coroutine AutoTypeService::userLetsGo(Sleeper& sleeper) {
-    const double deadline = m_desktop.scheduler.now().seconds + longestWaitForUser;
-    while (userHoldsKeys() && m_desktop.scheduler.now().seconds < deadline)
+    const auto deadline = fromNow(longestWaitForUser);
+    while (userHoldsKeys() && m_desktop.scheduler.steadyNow() < deadline)
         co_await sleeper.sleep(pollingInterval, Sleeper::Cancellable::no);
     if (userHoldsKeys())
         m_desktop.keyboard.releaseHeldKeys();
 }
 
-Coroutine AutoTypeService::performAction(const AutoTypeAction& action, KeyEventSource& source, Sleeper& sleeper) {
-    if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action)) {
-        co_await typeText(text->view(), source, sleeper);
-    } else if (const auto* key = std::get_if<AutoTypeAction::Key>(&action.action)) {
-        co_await postKey({.code = keyCode(key->key), .flags = 0}, source, sleeper);
-        co_await sleeper.sleep(duration(m_settings.keystrokeDelay));
-    } else if (const auto* delay = std::get_if<AutoTypeAction::Delay>(&action.action)) {
-        co_await sleeper.sleep(duration(static_cast<double>(delay->milliseconds) / 1000));
-    } else {
-        co_await clearField(source, sleeper);
-    }
+Coroutine AutoTypeService::performAction(const AutoTypeAction& action, Strokes& strokes) {
+    if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
+        co_await typeText(text->view(), strokes);
+    else if (const auto* key = std::get_if<AutoTypeAction::Key>(&action.action))
+        co_await pressKey(key->key, strokes);
+    else if (const auto* delay = std::get_if<AutoTypeAction::Delay>(&action.action))
+        co_await strokes.sleeper.sleep(duration(static_cast<double>(delay->milliseconds) / 1000));
+    else
+        co_await clearField(strokes);
 }
 
-Coroutine AutoTypeService::typeText(std::string_view text, KeyEventSource& source, Sleeper& sleeper) {
+Coroutine AutoTypeService::typeText(std::string_view text, Strokes& strokes) {
     for (const auto character : Text::characters(text)) {
-        if (const auto stroke = keyStroke(character))
-            co_await postKey(*stroke, source, sleeper);
-        else
-            postStroke(source, {.code = 0, .flags = 0, .text = character});
-        co_await sleeper.sleep(duration(m_settings.keystrokeDelay));
+        if (const auto stroke = keyStroke(character)) {
+            co_await postKey(*stroke, strokes);
+        } else {
+            co_await windowComes(strokes);
+            requirePosted(postStroke(strokes.source, {.code = 0, .flags = 0, .text = character}),
+                          strokes.applicationName);
+        }
+        co_await strokes.sleeper.sleep(duration(m_settings.keystrokeDelay));
     }
 }
 
-Coroutine AutoTypeService::clearField(KeyEventSource& source, Sleeper& sleeper) {
-    const std::uint16_t selectAll = keyStroke("a").value_or(KeyStroke()).code;
-    co_await postKey({.code = selectAll, .flags = KeyFlag::command}, source, sleeper);
-    co_await sleeper.sleep(duration(m_settings.keystrokeDelay));
-    co_await postKey({.code = keyCode(AutoTypeKey::backspace), .flags = 0}, source, sleeper);
-    co_await sleeper.sleep(duration(m_settings.keystrokeDelay));
+Coroutine AutoTypeService::pressKey(AutoTypeKey key, Strokes& strokes) {
+    co_await postKey({.code = keyCode(key), .flags = 0}, strokes);
+    if (answersDialogues(key))
+        strokes.windowMayChangeUntil = fromNow(m_settings.activationTimeout);
+    co_await strokes.sleeper.sleep(duration(m_settings.keystrokeDelay));
 }
 
-Coroutine AutoTypeService::postKey(KeyStroke stroke, KeyEventSource& source, Sleeper& sleeper) {
+Coroutine AutoTypeService::clearField(Strokes& strokes) {
+    const std::uint16_t selectAll = keyStroke("a").value_or(KeyStroke()).code;
+    co_await postKey({.code = selectAll, .flags = KeyFlag::command}, strokes);
+    co_await strokes.sleeper.sleep(duration(m_settings.keystrokeDelay));
+    co_await postKey({.code = keyCode(AutoTypeKey::backspace), .flags = 0}, strokes);
+    co_await strokes.sleeper.sleep(duration(m_settings.keystrokeDelay));
+}
+
+Coroutine AutoTypeService::postKey(KeyStroke stroke, Strokes& strokes) {
+    co_await windowComes(strokes);
     const KeyEvent event{.code = stroke.code, .flags = stroke.flags, .text = {}};
     if (!m_settings.useRealModifierKeyEvents || !PressedModifiers::areIn(stroke.flags)) {
-        postStroke(source, event);
+        requirePosted(postStroke(strokes.source, event), strokes.applicationName);
         co_return;
     }
-    PressedModifiers modifiers(source, stroke.flags);
-    modifiers.press();
-    co_await sleeper.sleep(duration(m_settings.modifierSettleDelay));
-    postStroke(source, event);
-    co_await sleeper.sleep(duration(m_settings.modifierSettleDelay));
+    PressedModifiers modifiers(strokes.source, stroke.flags);
+    requirePosted(modifiers.press(), strokes.applicationName);
+    co_await strokes.sleeper.sleep(duration(m_settings.modifierSettleDelay));
+    requirePosted(postStroke(strokes.source, event), strokes.applicationName);
+    co_await strokes.sleeper.sleep(duration(m_settings.modifierSettleDelay));
+}
+
+// Where the run itself has brought another window, that one may take its time: until then nothing is typed. The first
+// stroke waits for it however long the sequence pauses before that.
+Coroutine AutoTypeService::windowComes(Strokes& strokes) {
+    if (!strokes.windowMayChangeUntil)
+        co_return;
+    const auto deadline = fromNow(m_settings.activationTimeout);
+    while (!strokes.source.follow()) {
+        if (m_desktop.scheduler.steadyNow() >= deadline)
+            throw AutoTypeError::targetNoLongerInFront(strokes.applicationName);
+        co_await strokes.sleeper.sleep(pollingInterval);
+    }
+    if (m_desktop.scheduler.steadyNow() >= *strokes.windowMayChangeUntil)
+        strokes.windowMayChangeUntil.reset();
 }
 
 bool AutoTypeService::isInFront(const RunningApplication& application) {

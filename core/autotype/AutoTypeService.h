@@ -12,6 +12,7 @@
 #include "core/platform/Scheduler.h"
 #include "core/text/Text.h"
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -52,6 +53,9 @@ public:
     /// Ends a run where it is, with no modifier left pressed. Nobody is told.
     ~AutoTypeService() override;
 
+    /// The layout that it types with.
+    [[nodiscard]] KeyboardLayout& layout() const noexcept { return m_desktop.layout; }
+
     [[nodiscard]] const Settings& settings() const noexcept { return m_settings; }
     void setSettings(const Settings& settings) noexcept { m_settings = settings; }
 
@@ -73,7 +77,14 @@ public:
     /// be read, the application's name; nothing where that is unknown too.
     [[nodiscard]] std::optional<std::string> frontmostWindowTitle();
 
-    /// Brings the target to the front and performs the actions. A failure is an `AutoTypeError` or `Cancelled`.
+    /// Brings the target to the front and performs the actions in its window. A failure is an `AutoTypeError` or
+    /// `Cancelled`.
+    ///
+    /// The target is that of the call, and not what comes to the front before the run begins; where there is none, the
+    /// first that there is when it begins. Each stroke goes into the window in which the run began or nowhere: a run
+    /// whose window has closed or is not in front any more fails. Another window of the same application, a chat for
+    /// example, is another window. Only where the run itself pressed a key that answers a dialogue (Enter, Space or
+    /// Escape) it goes on in the window that this brings: see `KeyEventSource::follow`.
     ///
     /// A run that is asked for during another begins when that one has ended, since their strokes would mix: half of
     /// one password and half of another would go into one field, and dropping the later one would tell the user of
@@ -83,10 +94,13 @@ public:
     /// Parses a sequence for an entry and performs it.
     void perform(std::string_view sequence, const KdbxEntry& entry, Done done);
 
+    void stop() override;
+
     /// Whether a run is going on or waits for its turn.
     [[nodiscard]] bool isTyping() const noexcept { return !m_runs.empty(); }
 
     /// Ends all runs at their next pause with `Cancelled`: the one that is at work within this call, if it pauses now.
+    /// A run that waits for the user's hands types its first stroke all the same, as `stop` does not.
     void cancel();
 
     /// The stroke for a character under the present layout, remembered for the next time where there is one.
@@ -94,6 +108,9 @@ public:
 
     /// Whether strokes may be posted and titles be read; asks nobody.
     [[nodiscard]] bool hasAccessibilityPermission();
+
+    /// Whether there is somebody who can be asked for it.
+    [[nodiscard]] bool canRequestAccessibilityPermission() const { return m_desktop.keyboard.canRequestPermission(); }
 
     /// Has the user asked for it.
     void requestAccessibilityPermission();
@@ -105,9 +122,21 @@ private:
 
         std::vector<AutoTypeAction> actions;
         Done done;
+        std::shared_ptr<RunningApplication> target;  // null while there is none
+        DesktopWindow window;                        // of the target; what is typed goes there
+        bool isActivated = false;                    // whether the target had to be brought to the front
         Sleeper sleeper;
         std::optional<std::string> failure;
         std::optional<Coroutine> coroutine;  // goes first; none before its turn
+    };
+
+    /// What the strokes of a run go through.
+    struct Strokes {
+        KeyEventSource& source;
+        Sleeper& sleeper;
+        std::string applicationName;
+        /// Until when the window may change because of what the run itself did, and at the next stroke all the same.
+        std::optional<std::chrono::nanoseconds> windowMayChangeUntil;
     };
 
     void beginSoon();
@@ -118,13 +147,17 @@ private:
 
     Coroutine work(Run& run);
     Coroutine type(Run& run);
-    Coroutine activateTarget(Sleeper& sleeper);
+    Coroutine activateTarget(Run& run);
     Coroutine userLetsGo(Sleeper& sleeper);
-    Coroutine performAction(const AutoTypeAction& action, KeyEventSource& source, Sleeper& sleeper);
-    Coroutine typeText(std::string_view text, KeyEventSource& source, Sleeper& sleeper);
-    Coroutine clearField(KeyEventSource& source, Sleeper& sleeper);
-    Coroutine postKey(KeyStroke stroke, KeyEventSource& source, Sleeper& sleeper);
+    Coroutine performAction(const AutoTypeAction& action, Strokes& strokes);
+    Coroutine typeText(std::string_view text, Strokes& strokes);
+    Coroutine pressKey(AutoTypeKey key, Strokes& strokes);
+    Coroutine clearField(Strokes& strokes);
+    Coroutine postKey(KeyStroke stroke, Strokes& strokes);
+    Coroutine windowComes(Strokes& strokes);
 
+    void take(std::shared_ptr<RunningApplication> target, Run& run);
+    [[nodiscard]] std::chrono::nanoseconds fromNow(double seconds) const;
     [[nodiscard]] bool isInFront(const RunningApplication& application);
     [[nodiscard]] bool userHoldsKeys();
     [[nodiscard]] std::optional<std::string> focusedWindowTitle(RunningApplication& application);

@@ -15,7 +15,12 @@ public:
 
     virtual ~AutoTyping() = default;
 
-    /// Performs the actions in their order, which takes its time: the call returns before they are done. `done` is
-    /// called at the end with the failure for the user, or with none. What was typed before a failure stays typed.
+    /// Performs the actions in their order in the application that is the target now, which takes its time: the call
+    /// returns before anything is done. `done` is called at the end with the failure for the user, or with none. What
+    /// was typed before a failure stays typed.
     virtual void perform(std::vector<AutoTypeAction> actions, Done done) = 0;
+
+    /// Ends all that is performed or waits for its turn, where it is: no key is struck after this call and none stays
+    /// down, the actions are gone with what they hold, and what was remembered of them. No `done` is called.
+    virtual void stop() = 0;
 };

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "core/autotype/PressedModifiers.h"
 
-#include "core/autotype/AutoTypeError.h"
-
 #include <array>
 
 namespace {
 
-bool postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint64_t held) {
+KeyEventSource::Posted postChange(KeyEventSource& source, std::uint16_t code, bool down, std::uint64_t held) {
     const std::array events{
         KeyEvent{.kind = KeyEvent::Kind::flagsChanged, .code = code, .down = down, .flags = held, .text = {}}};
     return source.post(events);
@@ -24,12 +22,14 @@ PressedModifiers::~PressedModifiers() {
     }
 }
 
-void PressedModifiers::press() {
+KeyEventSource::Posted PressedModifiers::press() {
+    using Posted = KeyEventSource::Posted;
     for (const auto& [flag, code] : modifierKeys) {
         if ((m_flags & flag) == 0)
             continue;
-        if (!postChange(m_source, code, true, m_held | flag))
-            throw AutoTypeError::eventCreationFailed();
+        if (const auto posted = postChange(m_source, code, true, m_held | flag); posted != Posted::yes)
+            return posted;
         m_held |= flag;
     }
+    return Posted::yes;
 }

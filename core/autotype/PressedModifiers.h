@@ -19,10 +19,9 @@ public:
     /// passed over.
     ~PressedModifiers();
 
-    /// Presses the keys in the order Shift, Control, Option, Command.
-    ///
-    /// @throws AutoTypeError eventCreationFailed, with the keys before it pressed.
-    void press();
+    /// Presses the keys in the order Shift, Control, Option, Command, until one of them cannot be posted: why not, with
+    /// the keys before it pressed.
+    [[nodiscard]] KeyEventSource::Posted press();
 
     /// Whether the flags ask for any key at all.
     [[nodiscard]] static bool areIn(std::uint64_t flags) noexcept { return (flags & KeyFlag::all) != 0; }

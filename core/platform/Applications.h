@@ -7,6 +7,13 @@
 #include <optional>
 #include <string>
 
+/// A window on the desktop, and the process that it is of.
+struct DesktopWindow {
+    std::int64_t processIdentifier = 0;
+    std::uint64_t number = 0;  // as the desktop counts its windows
+    friend bool operator==(const DesktopWindow&, const DesktopWindow&) = default;
+};
+
 /// An application that was in front, with the window that was: it stands for both for as long as somebody holds it,
 /// also when they are gone.
 class RunningApplication {
@@ -14,6 +21,9 @@ public:
     virtual ~RunningApplication() = default;
 
     [[nodiscard]] virtual std::int64_t processIdentifier() const = 0;
+
+    /// Its window. Another one where that has gone and another one stands in.
+    [[nodiscard]] virtual DesktopWindow window() const = 0;
 
     /// Its name for the user, or nothing.
     [[nodiscard]] virtual std::optional<std::string> localizedName() = 0;

@@ -27,6 +27,9 @@ public:
 
     virtual ~HotKeys() = default;
 
+    /// Whether the desktop grants any combination at all.
+    [[nodiscard]] virtual bool areGranted() const { return true; }
+
     /// Has each press of a registered combination told to `pressed`, on the main thread and once however long the
     /// keys are held. Whoever is told hands over and returns: the desktop may be waiting. False where that is refused.
     virtual bool installHandler(std::function<void(Identifier)> pressed) = 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/platform/Applications.h"
+
 #include <array>
 #include <cstdint>
 #include <memory>
@@ -42,8 +44,8 @@ struct KeyEvent {
     std::string_view text;
 };
 
-/// Where the events of one run are posted. What the posting needed of the desktop, such as Caps Lock off, lasts for
-/// its life. It shuts the user's own keyboard and mouse out at no time.
+/// Where the events of one run are posted: into one window, and into no other. What the posting needed of the desktop,
+/// such as Caps Lock off, lasts for its life. It shuts the user's own keyboard and mouse out at no time.
 class KeyEventSource {
 public:
     virtual ~KeyEventSource() = default;
@@ -52,8 +54,21 @@ public:
     /// for a character that no key gives, some time before it is typed.
     virtual void expect(std::string_view text) = 0;
 
-    /// Posts the events in their order; none of them, and false, where one of them cannot be made.
-    [[nodiscard]] virtual bool post(std::span<const KeyEvent> events) = 0;
+    enum class Posted : std::uint8_t {
+        yes,
+        impossible,  // one of the events cannot be made
+        elsewhere    // the window is not in front any more
+    };
+
+    /// Posts the events in their order, or none of them. Nothing can come in front between the look at the window and
+    /// the press of a key. Releases alone are posted wherever they go: they type nothing, and no key may stay down.
+    [[nodiscard]] virtual Posted post(std::span<const KeyEvent> events) = 0;
+
+    /// Whether the window is in front. Where another one of its process has come in its place, because a key answered
+    /// a dialogue, that one is the source's window from then on: a window that was not there when the source was made
+    /// and that is the former one's dialogue or follows it when it has gone, or the window that the former one was a
+    /// dialogue of, once that has gone.
+    [[nodiscard]] virtual bool follow() = 0;
 };
 
 /// The keyboard, as far as typing into another application needs it.
@@ -63,6 +78,9 @@ public:
 
     /// Whether this process may post events and read other applications' windows. Asks nobody, and is cheap.
     [[nodiscard]] virtual bool hasPermission() = 0;
+
+    /// Whether there is somebody to ask for it.
+    [[nodiscard]] virtual bool canRequestPermission() const = 0;
 
     /// Asks the user for it, where somebody can be asked. The answer shows in `hasPermission`, at some later time.
     virtual void requestPermission() = 0;
@@ -77,6 +95,6 @@ public:
     /// posted. It is not pressed again afterwards: the user may have let go.
     virtual void releaseHeldKeys() = 0;
 
-    /// A source for one run, or null. Changes of the layout until now have been told before it returns.
-    [[nodiscard]] virtual std::unique_ptr<KeyEventSource> makeSource() = 0;
+    /// A source for one run into a window, or null. Changes of the layout until now have been told before it returns.
+    [[nodiscard]] virtual std::unique_ptr<KeyEventSource> makeSource(const DesktopWindow& window) = 0;
 };

@@ -12,11 +12,12 @@
 class NoKeyboard final : public KeyboardEvents {
 public:
     [[nodiscard]] bool hasPermission() override { return false; }
+    [[nodiscard]] bool canRequestPermission() const override { return false; }
     void requestPermission() override {}
     [[nodiscard]] std::uint64_t heldModifiers() override { return 0; }
     [[nodiscard]] bool isHotKeyHeld() override { return false; }
     void releaseHeldKeys() override {}
-    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource() override { return nullptr; }
+    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource(const DesktopWindow&) override { return nullptr; }
 };
 
 /// A keyboard whose layout is unknown.
@@ -38,6 +39,7 @@ public:
 /// A desktop that grants no hot key.
 class NoHotKeys final : public HotKeys {
 public:
+    [[nodiscard]] bool areGranted() const override { return false; }
     bool installHandler(std::function<void(Identifier)>) override { return false; }
     void removeHandler() override {}
     [[nodiscard]] bool registerHotKey(const HotKey&, Identifier) override { return false; }

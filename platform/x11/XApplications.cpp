@@ -33,6 +33,10 @@ public:
 
     [[nodiscard]] std::int64_t processIdentifier() const override { return m_processIdentifier; }
 
+    [[nodiscard]] DesktopWindow window() const override {
+        return {.processIdentifier = m_processIdentifier, .number = m_window};
+    }
+
     [[nodiscard]] std::optional<std::string> localizedName() override {
         auto name = hasWindow() ? m_desktop.m_windows.className(m_window) : std::string();
         return unlessEmpty(name.empty() ? processName(m_processIdentifier) : std::move(name));

@@ -37,7 +37,8 @@ std::uint64_t flagOfCode(std::uint16_t code) {
 
 }  // namespace
 
-XKeyEventSource::XKeyEventSource(Desktop desktop) : m_desktop(desktop), m_locksOff(desktop.connection) {}
+XKeyEventSource::XKeyEventSource(Desktop desktop, const DesktopWindow& window)
+    : m_desktop(desktop), m_window(desktop.connection, window), m_locksOff(desktop.connection) {}
 
 XKeyEventSource::~XKeyEventSource() {
     m_desktop.posted.releaseAll();
@@ -52,21 +53,39 @@ void XKeyEventSource::expect(std::string_view text) {
     m_desktop.spareKeys.expect(characters);
 }
 
-bool XKeyEventSource::post(std::span<const KeyEvent> events) {
+KeyEventSource::Posted XKeyEventSource::post(std::span<const KeyEvent> events) {
     if (!m_desktop.connection.isOpen() ||
         !std::ranges::all_of(events, [this](const KeyEvent& event) { return canPost(event); }))
-        return false;
+        return Posted::impossible;
+    if (std::ranges::all_of(events, [](const KeyEvent& event) { return event.text.empty(); }))
+        return postKeys(events);
     for (const auto& event : events) {
-        if (!event.text.empty()) {
-            if (event.down)  // the code points of a character are struck one by one
-                strike(event.text);
-        } else if (event.kind == KeyEvent::Kind::flagsChanged) {
-            postModifier(event);
-        } else {
-            postKey(event);
+        if (event.text.empty()) {
+            if (const auto posted = postKeys({&event, 1}); posted != Posted::yes)
+                return posted;
+        } else if (event.down && !strike(event.text)) {  // the code points of a character are struck one by one
+            return Posted::elsewhere;
         }
     }
-    return true;
+    return Posted::yes;
+}
+
+KeyEventSource::Posted XKeyEventSource::postKeys(std::span<const KeyEvent> events) {
+    const auto post = [&] {
+        for (const auto& event : events)
+            postEvent(event);
+    };
+    if (std::ranges::any_of(events, &KeyEvent::down))
+        return m_window.perform(post) ? Posted::yes : Posted::elsewhere;
+    post();
+    return Posted::yes;
+}
+
+void XKeyEventSource::postEvent(const KeyEvent& event) {
+    if (event.kind == KeyEvent::Kind::flagsChanged)
+        postModifier(event);
+    else
+        postKey(event);
 }
 
 bool XKeyEventSource::canPost(const KeyEvent& event) {
@@ -142,18 +161,23 @@ void XKeyEventSource::letGo(std::uint64_t flag) {
     m_held.erase(held);
 }
 
-void XKeyEventSource::strike(std::string_view text) {
-    if (isLineEnd(text)) {
-        strike(returnKeycode);
-        return;
-    }
-    forEachCodePoint(text, [this](char32_t character) {
+// A character's key takes its time to be lent, and only the stroke itself has the server wait.
+bool XKeyEventSource::strike(std::string_view text) {
+    if (isLineEnd(text))
+        return strike(returnKeycode);
+    bool isStruck = true;
+    forEachCodePoint(text, [&](char32_t character) {
+        if (!isStruck)
+            return;
         if (const auto keycode = m_desktop.spareKeys.lendTo(character))
-            strike(*keycode);
+            isStruck = strike(*keycode);
     });
+    return isStruck;
 }
 
-void XKeyEventSource::strike(xcb_keycode_t keycode) {
-    m_desktop.posted.press(keycode);
-    m_desktop.posted.release(keycode);
+bool XKeyEventSource::strike(xcb_keycode_t keycode) {
+    return m_window.perform([&] {
+        m_desktop.posted.press(keycode);
+        m_desktop.posted.release(keycode);
+    });
 }

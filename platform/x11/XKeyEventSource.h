@@ -7,6 +7,7 @@
 #include "platform/x11/SpareKeys.h"
 #include "platform/x11/XConnection.h"
 #include "platform/x11/XKeyboardLayout.h"
+#include "platform/x11/XTypedWindow.h"
 
 #include <xcb/xcb.h>
 
@@ -27,11 +28,12 @@ public:
         SpareKeys& spareKeys;
     };
 
-    explicit XKeyEventSource(Desktop desktop);
+    XKeyEventSource(Desktop desktop, const DesktopWindow& window);
     ~XKeyEventSource() override;
 
     void expect(std::string_view text) override;
-    [[nodiscard]] bool post(std::span<const KeyEvent> events) override;
+    [[nodiscard]] Posted post(std::span<const KeyEvent> events) override;
+    [[nodiscard]] bool follow() override { return m_window.follow(); }
 
 private:
     [[nodiscard]] bool canPost(const KeyEvent& event);
@@ -39,14 +41,17 @@ private:
     [[nodiscard]] bool canHold(std::uint64_t flags);
     [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
 
+    [[nodiscard]] Posted postKeys(std::span<const KeyEvent> events);
+    void postEvent(const KeyEvent& event);
     void postModifier(const KeyEvent& event);
     void postKey(const KeyEvent& event);
     void hold(std::uint64_t flag);
     void letGo(std::uint64_t flag);
-    void strike(std::string_view text);
-    void strike(xcb_keycode_t keycode);
+    [[nodiscard]] bool strike(std::string_view text);
+    [[nodiscard]] bool strike(xcb_keycode_t keycode);
 
     Desktop m_desktop;
+    XTypedWindow m_window;
     LocksOff m_locksOff;
     std::map<std::uint64_t, xcb_keycode_t> m_held;  // by flag: the layout may change until a key is released
     std::uint64_t m_heldForStroke = 0;              // of these, what nobody asked for by an event

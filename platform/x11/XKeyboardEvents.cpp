@@ -55,12 +55,15 @@ void XKeyboardEvents::releaseHeldKeys() {
     m_desktop.connection.roundTrip();
 }
 
-std::unique_ptr<KeyEventSource> XKeyboardEvents::makeSource() {
+std::unique_ptr<KeyEventSource> XKeyboardEvents::makeSource(const DesktopWindow& window) {
     if (!hasPermission())
         return nullptr;
     m_desktop.connection.roundTrip();
-    return std::make_unique<XKeyEventSource>(XKeyEventSource::Desktop{
-        .connection = m_desktop.connection, .layout = m_desktop.layout, .posted = m_posted, .spareKeys = m_spareKeys});
+    return std::make_unique<XKeyEventSource>(XKeyEventSource::Desktop{.connection = m_desktop.connection,
+                                                                      .layout = m_desktop.layout,
+                                                                      .posted = m_posted,
+                                                                      .spareKeys = m_spareKeys},
+                                             window);
 }
 
 // The keymap is asked and not the server's modifier map, in which AltGr is missing.

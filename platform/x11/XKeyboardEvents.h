@@ -27,13 +27,14 @@ public:
     explicit XKeyboardEvents(Desktop desktop);
 
     [[nodiscard]] bool hasPermission() override;
+    [[nodiscard]] bool canRequestPermission() const override { return false; }
     void requestPermission() override {}
     [[nodiscard]] std::uint64_t heldModifiers() override;
     [[nodiscard]] bool isHotKeyHeld() override;
     void releaseHeldKeys() override;
 
     /// The keyboard outlives the source.
-    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource() override;
+    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource(const DesktopWindow& window) override;
 
 private:
     [[nodiscard]] std::vector<xcb_keycode_t> heldModifierKeys();

@@ -70,6 +70,11 @@ std::string XWindows::className(xcb_window_t window) {
     return text(QString::fromUtf8(reinterpret_cast<const char*>(second.data()), static_cast<qsizetype>(second.size())));
 }
 
+std::optional<xcb_window_t> XWindows::owner(xcb_window_t window) {
+    const auto owners = numbers(window, "WM_TRANSIENT_FOR", XCB_ATOM_WINDOW);
+    return owners.empty() || owners.front() == XCB_WINDOW_NONE ? std::nullopt : std::optional(owners.front());
+}
+
 std::optional<std::uint32_t> XWindows::desktop(xcb_window_t window) {
     const auto desktop = number(window, "_NET_WM_DESKTOP");
     return desktop == allDesktops ? std::nullopt : desktop;

@@ -38,6 +38,9 @@ public:
     /// none.
     [[nodiscard]] std::string className(xcb_window_t window);
 
+    /// The window that a window is a dialogue of; nothing where it is none.
+    [[nodiscard]] std::optional<xcb_window_t> owner(xcb_window_t window);
+
     /// The desktop that a window is on; nothing where it is on all or the manager has no desktops.
     [[nodiscard]] std::optional<std::uint32_t> desktop(xcb_window_t window);
     [[nodiscard]] std::optional<std::uint32_t> currentDesktop();

@@ -28,6 +28,12 @@ struct TypedEvent {
     Timestamp at;
 };
 
+/// What a window of another program came in place of.
+struct FakeFront {
+    DesktopWindow window;
+    std::uint64_t cameInPlaceOf = 0;  // the number of a window; 0 where of none
+};
+
 /// A keyboard that keeps what is posted.
 class FakeKeyboard final : public KeyboardEvents {
 public:
@@ -37,6 +43,7 @@ public:
         ++permissionQuestions;
         return permission;
     }
+    [[nodiscard]] bool canRequestPermission() const override { return canBeAsked; }
     void requestPermission() override { ++permissionRequests; }
     [[nodiscard]] std::uint64_t heldModifiers() override { return held; }
     [[nodiscard]] bool isHotKeyHeld() override { return hotKeyHeld; }
@@ -45,15 +52,17 @@ public:
         held = 0;
         hotKeyHeld = false;
     }
-    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource() override {
+    [[nodiscard]] std::unique_ptr<KeyEventSource> makeSource(const DesktopWindow& window) override {
         if (!givesSource)
             return nullptr;
         ++openSources;
-        return std::make_unique<Source>(*this);
+        return std::make_unique<Source>(*this, window);
     }
 
     bool permission = true;
+    bool canBeAsked = true;
     bool givesSource = true;
+    std::function<FakeFront()> front;  // where keys go
     std::uint64_t held = 0;
     bool hotKeyHeld = false;
     std::function<bool(const KeyEvent&)> refuses;  // which events cannot be made; none where it is empty
@@ -68,15 +77,20 @@ public:
 private:
     class Source final : public KeyEventSource {
     public:
-        explicit Source(FakeKeyboard& keyboard) : m_keyboard(keyboard) {}
+        Source(FakeKeyboard& keyboard, DesktopWindow window) : m_keyboard(keyboard), m_window(window) {}
         ~Source() override { --m_keyboard.openSources; }
 
         void expect(std::string_view text) override { m_keyboard.expected += text; }
 
-        [[nodiscard]] bool post(std::span<const KeyEvent> events) override {
-            for (const auto& event : events)
+        [[nodiscard]] Posted post(std::span<const KeyEvent> events) override {
+            bool presses = false;
+            for (const auto& event : events) {
                 if (m_keyboard.refuses && m_keyboard.refuses(event))
-                    return false;
+                    return Posted::impossible;
+                presses = presses || event.down;
+            }
+            if (presses && m_keyboard.front().window != m_window)
+                return Posted::elsewhere;
             for (const auto& event : events)
                 m_keyboard.typed.push_back({.kind = event.kind,
                                             .code = event.code,
@@ -84,11 +98,19 @@ private:
                                             .flags = event.flags,
                                             .text = std::string(event.text),
                                             .at = m_keyboard.m_scheduler.now()});
-            return true;
+            return Posted::yes;
+        }
+
+        [[nodiscard]] bool follow() override {
+            const auto front = m_keyboard.front();
+            if (front.window.processIdentifier == m_window.processIdentifier && front.cameInPlaceOf == m_window.number)
+                m_window = front.window;
+            return front.window == m_window;
         }
 
     private:
         FakeKeyboard& m_keyboard;
+        DesktopWindow m_window;
     };
 
     Scheduler& m_scheduler;
@@ -166,11 +188,14 @@ public:
         : title(std::move(windowTitle)), name(std::move(applicationName)), m_desktop(desktop), m_pid(pid) {}
 
     [[nodiscard]] std::int64_t processIdentifier() const override { return m_pid; }
+    [[nodiscard]] DesktopWindow window() const override { return {.processIdentifier = m_pid, .number = number}; }
     [[nodiscard]] std::optional<std::string> localizedName() override { return name; }
     [[nodiscard]] std::optional<std::string> focusedWindowTitle() override { return title; }
     [[nodiscard]] bool isTerminated() override { return terminated; }
     void activate() override;
 
+    std::uint64_t number = 1;         // of its window; the first one of its process
+    std::uint64_t cameInPlaceOf = 0;  // another window of its process, which a key has closed
     std::optional<std::string> title;
     std::optional<std::string> name;
     bool terminated = false;
@@ -206,6 +231,10 @@ public:
     void bringOurselvesToFront() { bringToFront(m_own); }
 
     [[nodiscard]] bool isObserved() const { return static_cast<bool>(m_activated); }
+
+    [[nodiscard]] FakeFront front() const {
+        return m_front ? FakeFront{.window = m_front->window(), .cameInPlaceOf = m_front->cameInPlaceOf} : FakeFront();
+    }
 
 private:
     std::shared_ptr<FakeApplication> m_own = std::make_shared<FakeApplication>(*this, ownPid, "Brenvik", "Brenvik");
@@ -265,7 +294,11 @@ private:
 
 /// A desktop in memory: permission given, nothing held, a US layout, our own window in front.
 struct FakeDesktop {
-    explicit FakeDesktop(Scheduler& scheduler) : keyboard(scheduler) {}
+    explicit FakeDesktop(Scheduler& scheduler) : keyboard(scheduler) {
+        keyboard.front = [this] { return applications.front(); };
+    }
+    FakeDesktop(const FakeDesktop&) = delete;
+    FakeDesktop& operator=(const FakeDesktop&) = delete;
 
     FakeKeyboard keyboard;
     FakeLayout layout;

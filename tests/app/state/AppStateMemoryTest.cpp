@@ -34,6 +34,7 @@ public:
         actions += list.size();
         done(std::nullopt);
     }
+    void stop() override {}
 };
 
 /// A session with the real vault code, whose secrets nobody else in the process holds.

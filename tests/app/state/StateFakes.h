@@ -97,11 +97,17 @@ public:
 class FakeAutoTyping final : public AutoTyping {
 public:
     std::vector<std::vector<AutoTypeAction>> performed;
-    Done done;  // of the last call
+    Done done;      // of the last call
+    int stops = 0;  // how often all was ended
+    std::function<void()> stopped = [] {};
 
     void perform(std::vector<AutoTypeAction> actions, Done whenDone) override {
         performed.push_back(std::move(actions));
         done = std::move(whenDone);
+    }
+    void stop() override {
+        ++stops;
+        stopped();
     }
 };
 

@@ -9,6 +9,8 @@ TEST(AutoTypeErrorTest, tellsTheUserWhatFailed) {
     EXPECT_EQ(AutoTypeError::eventCreationFailed().errorDescription(), "Klavye olayı oluşturulamadı.");
     EXPECT_EQ(AutoTypeError::targetActivationFailed("Notlar").errorDescription(),
               "Notlar uygulaması ön plana getirilemedi.");
+    EXPECT_EQ(AutoTypeError::targetNoLongerInFront("Notlar").errorDescription(),
+              "Notlar penceresi artık ön planda olmadığı için yazma durduruldu.");
 }
 
 TEST(AutoTypeErrorTest, namesItsCase) {
@@ -17,6 +19,7 @@ TEST(AutoTypeErrorTest, namesItsCase) {
     EXPECT_EQ(Error::noTargetApplication().failure(), Error::Case(Error::NoTargetApplication()));
     EXPECT_EQ(Error::eventCreationFailed().failure(), Error::Case(Error::EventCreationFailed()));
     EXPECT_EQ(Error::targetActivationFailed("Notlar").failure(), Error::Case(Error::TargetActivationFailed{"Notlar"}));
+    EXPECT_EQ(Error::targetNoLongerInFront("Notlar").failure(), Error::Case(Error::TargetNoLongerInFront{"Notlar"}));
 }
 
 TEST(AutoTypeErrorTest, isCaughtAsAnyExceptionWithItsDescription) {

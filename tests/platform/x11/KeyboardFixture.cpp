@@ -11,10 +11,12 @@
 #include <xcb/xtest.h>
 
 #include <string_view>
+#include <utility>
 
 namespace {
 
 constexpr int patience = 20'000;  // milliseconds
+constexpr std::uint32_t keyEvents = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
 
 std::uint8_t firstEventOf(xcb_connection_t* connection, std::string_view name) {
     const auto request = xcb_query_extension(connection, static_cast<std::uint16_t>(name.size()), name.data());
@@ -45,13 +47,23 @@ XAnswer<xcb_xkb_get_state_reply_t> keyboardState(xcb_connection_t* connection) {
 
 }  // namespace
 
-FocusedProgram::FocusedProgram(XConnection& poster) : m_poster(poster) {
-    const auto window = xcb_generate_id(connection());
-    const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE;
-    xcb_create_window(connection(), XCB_COPY_FROM_PARENT, window, m_connection->root(), 0, 0, 100, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-    xcb_map_window(connection(), window);
-    xcb_set_input_focus(connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+FocusedProgram::FocusedProgram(XConnection& poster) : m_poster(poster), m_window(xcb_generate_id(connection())) {
+    xcb_create_window(connection(), XCB_COPY_FROM_PARENT, m_window, m_connection->root(), 0, 0, 100, 100, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keyEvents);
+    xcb_map_window(connection(), m_window);
+    xcb_set_input_focus(connection(), XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+    m_connection->roundTrip();
+}
+
+void FocusedProgram::focusWithin() {
+    auto inner = m_window;
+    for (int depth = 0; depth < 2; ++depth) {
+        const auto outer = std::exchange(inner, xcb_generate_id(connection()));
+        xcb_create_window(connection(), XCB_COPY_FROM_PARENT, inner, outer, 0, 0, 10, 10, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keyEvents);
+        xcb_map_window(connection(), inner);
+    }
+    xcb_set_input_focus(connection(), XCB_INPUT_FOCUS_PARENT, inner, XCB_CURRENT_TIME);
     m_connection->roundTrip();
 }
 

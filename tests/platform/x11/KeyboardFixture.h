@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 #include <cstdint>
@@ -34,9 +35,16 @@ public:
 
     [[nodiscard]] xcb_connection_t* connection() const { return m_connection->get(); }
 
+    /// Its window, as the desktop knows it.
+    [[nodiscard]] DesktopWindow window() const { return {.processIdentifier = ::getpid(), .number = m_window}; }
+
+    /// Another window within the program's own takes the focus, as many programs have it.
+    void focusWithin();
+
 private:
     XConnection& m_poster;
     std::unique_ptr<XConnection> m_connection = XConnection::connected();
+    xcb_window_t m_window;
 };
 
 /// The user's hands on the keyboard of the display, which is another one than that on which programs post.

@@ -226,7 +226,7 @@ TEST_F(SpareKeysTest, mayNotBeThere) {
     EXPECT_FALSE(spare->areThere());
     EXPECT_EQ(spare->lendTo(U'日'), std::nullopt);
     const KeyEvent event{.text = "日"};
-    EXPECT_FALSE(keyboard->makeSource()->post({&event, 1}));
+    EXPECT_EQ(keyboard->makeSource({})->post({&event, 1}), KeyEventSource::Posted::impossible);
 }
 
 TEST_F(SpareKeysTest, standForNoControlCharacter) {
@@ -240,7 +240,7 @@ TEST_F(SpareKeysTest, areStruckForEachCodePointOfACharacter) {
     FocusedProgram program(*connection);
     const std::string family = "👩\u200D👩\u200D👧";
     std::array<KeyEvent, 2> events{KeyEvent{.text = family}, KeyEvent{.down = false, .text = family}};
-    EXPECT_TRUE(keyboard->makeSource()->post(events));
+    EXPECT_EQ(keyboard->makeSource(program.window())->post(events), KeyEventSource::Posted::yes);
 
     std::u32string typed;
     for (const auto& stroke : program.strokes())
@@ -252,7 +252,7 @@ TEST_F(SpareKeysTest, areStruckForEachCodePointOfACharacter) {
 
 TEST_F(SpareKeysTest, areReadyForTheCharactersOfARunThatNoKeyGives) {
     select({"tr"});
-    auto source = keyboard->makeSource();
+    auto source = keyboard->makeSource({});
 
     source->expect("ağI€\n\r\n日a");
     source->expect("😀ß");
@@ -265,10 +265,10 @@ TEST_F(SpareKeysTest, areReadyForTheCharactersOfARunThatNoKeyGives) {
 TEST_F(SpareKeysTest, areNotNeededForALineEnd) {
     leave(0);
     FocusedProgram program(*connection);
-    const auto source = keyboard->makeSource();
+    const auto source = keyboard->makeSource(program.window());
     for (const std::string_view end : {"\n", "\r\n", "\r"}) {
         std::array<KeyEvent, 2> events{KeyEvent{.text = end}, KeyEvent{.down = false, .text = end}};
-        EXPECT_TRUE(source->post(events));
+        EXPECT_EQ(source->post(events), KeyEventSource::Posted::yes);
         EXPECT_THAT(program.strokes(), ElementsAre("+36", "-36"));
     }
 }

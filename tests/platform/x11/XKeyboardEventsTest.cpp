@@ -13,6 +13,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+using Posted = KeyEventSource::Posted;
+
 constexpr std::uint16_t codeOfA = 0;
 constexpr std::uint16_t codeOfShift = 56;
 constexpr std::uint16_t codeOfControl = 59;
@@ -37,9 +39,11 @@ protected:
     }
 
     static bool post(KeyEventSource& source, std::initializer_list<KeyEvent> events) {
-        return source.post({events.begin(), events.size()});
+        return source.post({events.begin(), events.size()}) == Posted::yes;
     }
-    bool post(std::initializer_list<KeyEvent> events) { return post(*keyboard->makeSource(), events); }
+    bool post(std::initializer_list<KeyEvent> events) { return post(*source(), events); }
+
+    [[nodiscard]] std::unique_ptr<KeyEventSource> source() { return keyboard->makeSource(program->window()); }
 
     std::optional<FocusedProgram> program;
 };
@@ -54,13 +58,14 @@ protected:
 
 TEST_F(XKeyboardEventsTest, hasPermissionAndAsksNobody) {
     EXPECT_TRUE(keyboard->hasPermission());
+    EXPECT_FALSE(keyboard->canRequestPermission());
     keyboard->requestPermission();
     EXPECT_TRUE(keyboard->hasPermission());
 }
 
 TEST_F(XKeyboardWithoutXTestTest, hasNoPermissionAndNoSource) {
     EXPECT_FALSE(keyboard->hasPermission());
-    EXPECT_EQ(keyboard->makeSource(), nullptr);
+    EXPECT_EQ(keyboard->makeSource({}), nullptr);
     EXPECT_EQ(keyboard->heldModifiers(), 0U);
 }
 
@@ -114,15 +119,15 @@ TEST_F(XKeyboardEventsTest, takesModifiersFromWhereTheUserHasPutThem) {
 }
 
 TEST_F(XKeyboardEventsTest, postsNothingWhereOneOfTheEventsCannotBeMade) {
-    const auto source = keyboard->makeSource();
+    const auto run = source();
 
     for (const std::uint16_t code : {52, 63, 127, 128, 65535}) {
-        EXPECT_FALSE(post(*source, {key(codeOfA, true), key(code, true)})) << code;
-        EXPECT_FALSE(post(*source, {key(codeOfA, true), modifier(code, true)})) << code;
+        EXPECT_FALSE(post(*run, {key(codeOfA, true), key(code, true)})) << code;
+        EXPECT_FALSE(post(*run, {key(codeOfA, true), modifier(code, true)})) << code;
     }
-    EXPECT_FALSE(post(*source, {key(codeOfA, true), modifier(codeOfA, true)})) << "no modifier";
+    EXPECT_FALSE(post(*run, {key(codeOfA, true), modifier(codeOfA, true)})) << "no modifier";
     const KeyEvent controlCharacter{.text = "\x01"};
-    EXPECT_FALSE(post(*source, {key(codeOfA, true), controlCharacter}));
+    EXPECT_FALSE(post(*run, {key(codeOfA, true), controlCharacter}));
 
     EXPECT_THAT(program->strokes(), IsEmpty());
 }
@@ -136,13 +141,91 @@ TEST_F(XKeyboardEventsTest, postsNoModifierThatTheKeyboardLacks) {
     EXPECT_THAT(program->strokes(), IsEmpty());
 }
 
+TEST_F(XKeyboardEventsTest, postsIntoOneWindowAndIntoNoOther) {
+    const auto run = source();
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, true)}));
+    FocusedProgram another(*connection);
+
+    const auto stroke = std::array{key(codeOfA, true), key(codeOfA, false)};
+    EXPECT_EQ(run->post(stroke), Posted::elsewhere);
+    const KeyEvent character{.text = "日"};
+    EXPECT_EQ(run->post({&character, 1}), Posted::elsewhere);
+    const KeyEvent lineEnd{.text = "\n"};
+    EXPECT_EQ(run->post({&lineEnd, 1}), Posted::elsewhere);
+    EXPECT_FALSE(run->follow());
+
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, false)})) << "what is down comes up wherever the window went";
+    EXPECT_THAT(another.strokes(), ElementsAre("-50"));
+    EXPECT_THAT(program->strokes(), ElementsAre("+50"));
+    EXPECT_FALSE(isDown(50));
+}
+
+TEST_F(XKeyboardEventsTest, postsIntoTheWindowAgainOnceItHasTheFocusAgain) {
+    const auto run = source();
+    {
+        FocusedProgram another(*connection);
+        EXPECT_FALSE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    }
+    xcb_set_input_focus(other->get(), XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(program->window().number),
+                        XCB_CURRENT_TIME);
+    other->roundTrip();
+
+    EXPECT_TRUE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+
+    EXPECT_THAT(program->strokes(), ElementsAre("+38", "-38"));
+}
+
+TEST_F(XKeyboardEventsTest, postsNothingWhereNoWindowHasTheFocus) {
+    const auto run = source();
+    for (const auto focus : {XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_POINTER_ROOT}) {
+        xcb_set_input_focus(other->get(), XCB_INPUT_FOCUS_PARENT, focus, XCB_CURRENT_TIME);
+        other->roundTrip();
+
+        EXPECT_FALSE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    }
+    EXPECT_THAT(program->strokes(), IsEmpty());
+}
+
+TEST_F(XKeyboardEventsTest, postsIntoAWindowWithinTheWindow) {
+    const auto run = source();
+    program->focusWithin();
+
+    for (int time = 0; time < 2; ++time)
+        EXPECT_TRUE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+
+    EXPECT_THAT(program->strokes(), ElementsAre("+38", "-38", "+38", "-38"));
+}
+
+TEST_F(XKeyboardEventsTest, postsIntoNoWindowThatHasGoneOrIsOfAnotherProcess) {
+    auto window = program->window();
+    window.processIdentifier = 1;
+    EXPECT_FALSE(post(*keyboard->makeSource(window), {key(codeOfA, true), key(codeOfA, false)}));
+    EXPECT_FALSE(post(*keyboard->makeSource({}), {key(codeOfA, true), key(codeOfA, false)}));
+    EXPECT_THAT(program->strokes(), IsEmpty());
+
+    const auto run = source();
+    program.reset();
+    EXPECT_FALSE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    EXPECT_FALSE(run->follow());
+}
+
+TEST_F(XKeyboardEventsTest, keepsNobodyFromTheServerAfterAStroke) {
+    const auto run = source();
+    EXPECT_TRUE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    {
+        FocusedProgram another(*connection);  // which could not be made otherwise
+        EXPECT_FALSE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    }
+    EXPECT_NE(XConnection::connected(), nullptr);
+}
+
 TEST_F(XKeyboardEventsTest, leavesNoKeyDownAtTheEndOfARun) {
-    auto source = keyboard->makeSource();
-    EXPECT_TRUE(post(*source, {modifier(codeOfShift, true), modifier(codeOfCommand, true), key(codeOfA, true)}));
+    auto run = source();
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, true), modifier(codeOfCommand, true), key(codeOfA, true)}));
     connection->roundTrip();
     EXPECT_TRUE(isDown(50) && isDown(37) && isDown(38));
 
-    source.reset();
+    run.reset();
 
     EXPECT_FALSE(isDown(50) || isDown(37) || isDown(38));
     EXPECT_THAT(program->strokes(), ElementsAre("+50", "+37/1", "+38/5", "-38", "-37", "-50"));
@@ -150,11 +233,11 @@ TEST_F(XKeyboardEventsTest, leavesNoKeyDownAtTheEndOfARun) {
 
 TEST_F(XKeyboardEventsTest, releasesTheKeyThatItPressedAlsoWhenTheLayoutHasChanged) {
     select({"us"});
-    const auto source = keyboard->makeSource();
-    EXPECT_TRUE(post(*source, {modifier(codeOfOption, true)}));
+    const auto run = source();
+    EXPECT_TRUE(post(*run, {modifier(codeOfOption, true)}));
 
     select({"tr"});
-    EXPECT_TRUE(post(*source, {modifier(codeOfOption, false)}));
+    EXPECT_TRUE(post(*run, {modifier(codeOfOption, false)}));
 
     connection->roundTrip();
     EXPECT_FALSE(isDown(92) || isDown(108));
@@ -163,9 +246,9 @@ TEST_F(XKeyboardEventsTest, releasesTheKeyThatItPressedAlsoWhenTheLayoutHasChang
 TEST_F(XKeyboardEventsTest, releasesNoKeyThatTheUserHolds) {
     Hands hands;
     hands.press(50);
-    const auto source = keyboard->makeSource();
+    const auto run = source();
 
-    EXPECT_TRUE(post(*source, {modifier(codeOfShift, false)}));
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, false)}));
 
     connection->roundTrip();
     EXPECT_TRUE(isDown(50));
@@ -174,17 +257,17 @@ TEST_F(XKeyboardEventsTest, releasesNoKeyThatTheUserHolds) {
 TEST_F(XKeyboardEventsTest, typesWithCapsLockOffAndTurnsItOnAgain) {
     lock(XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
 
-    auto source = keyboard->makeSource();
+    auto run = source();
     EXPECT_EQ(lockedModifiers(), XCB_MOD_MASK_2) << "NumLock stays";
-    EXPECT_TRUE(post(*source, {key(codeOfA, true), key(codeOfA, false)}));
-    source.reset();
+    EXPECT_TRUE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
+    run.reset();
 
     EXPECT_EQ(lockedModifiers(), XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2);
     EXPECT_THAT(program->strokes(), ElementsAre("+38/16", "-38"));
 }
 
 TEST_F(XKeyboardEventsTest, leavesLocksAloneThatAreOff) {
-    keyboard->makeSource().reset();
+    source().reset();
 
     EXPECT_EQ(lockedModifiers(), 0);
 }
@@ -234,8 +317,8 @@ TEST_F(XKeyboardEventsTest, takesNeitherLocksNorOtherKeysNorItsOwnForHeldModifie
         hands.release(keycode);
     }
 
-    const auto source = keyboard->makeSource();
-    EXPECT_TRUE(post(*source, {modifier(codeOfShift, true)}));
+    const auto run = source();
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, true)}));
     EXPECT_EQ(keyboard->heldModifiers(), 0U);
 }
 
@@ -294,26 +377,26 @@ TEST_F(XKeyboardEventsTest, tellsOfChangesOfTheLayoutBeforeItGivesASource) {
 
     selectGroup(1);
     EXPECT_EQ(changes, 0);
-    const auto source = keyboard->makeSource();
+    const auto run = source();
 
     EXPECT_GE(changes, 1);
 }
 
 TEST_F(XKeyboardEventsTest, isGoneWithItsServer) {
-    auto source = keyboard->makeSource();
-    EXPECT_TRUE(post(*source, {modifier(codeOfShift, true), key(codeOfA, true)}));
+    auto run = source();
+    EXPECT_TRUE(post(*run, {modifier(codeOfShift, true), key(codeOfA, true)}));
 
     display.stop();
 
-    post(*source, {key(codeOfA, false), modifier(codeOfShift, false)});
-    EXPECT_FALSE(post(*source, {key(codeOfA, true)}));
-    source.reset();
+    post(*run, {key(codeOfA, false), modifier(codeOfShift, false)});
+    EXPECT_FALSE(post(*run, {key(codeOfA, true)}));
+    run.reset();
     EXPECT_FALSE(keyboard->hasPermission());
     EXPECT_EQ(keyboard->heldModifiers(), 0U);
     hotKey.keycode = 38;
     EXPECT_FALSE(keyboard->isHotKeyHeld());
     keyboard->releaseHeldKeys();
-    EXPECT_EQ(keyboard->makeSource(), nullptr);
+    EXPECT_EQ(source(), nullptr);
 }
 
 TEST_F(XKeyboardEventsTest, doesNotSpinOnceItsServerIsGone) {
