@@ -92,4 +92,5 @@ void BrenvikApp::launch() {
 void BrenvikApp::end() {
     m_clipboard.clearNow();
     m_hotKey.unregister();
+    m_autoType.stop();
 }

@@ -225,7 +225,7 @@ public:
     /// Hands the URL to the desktop, as https where it names no scheme. Does nothing where it is no URL.
     void openURL(const KdbxEntry* entry = nullptr);
     /// Types the entry's sequence, else that of the nearest group around it that has one, else the user's. Returns at
-    /// once; a failure of the typing becomes `lastError`.
+    /// once; a failure of the typing becomes `lastError`. The end of the session ends it without one.
     void performAutoType(const KdbxEntry* entry = nullptr);
 
 signals:

@@ -11,8 +11,6 @@
 
 #include <QPointer>
 
-#include <memory>
-
 const KdbxEntry* AppState::orFocused(const KdbxEntry* entry) const {
     return entry ? entry : focusedEntry();
 }
@@ -68,9 +66,9 @@ void AppState::performAutoType(const KdbxEntry* entry) {
         sequence = groupSequence(entry->id);
     if (!sequence)
         sequence = m_services.preferences.defaultAutoTypeSequence();
-    auto actions = AutoTypeSequence::parse(*sequence, *entry);
+    // Before anything else happens: what is in front now is meant, and not what comes there next.
+    startTyping(AutoTypeSequence::parse(*sequence, *entry));
     touchAccessed(entry->id);
-    startTyping(std::move(actions));
 }
 
 /// The sequence of the group that holds the entry, else of the nearest group above it that has one.
@@ -87,15 +85,13 @@ std::optional<std::string> AppState::groupSequence(UUID entryID) const {
     return std::nullopt;
 }
 
-// Typing begins when the present turn of the loop has ended and outlives the state, which may hear of its failure.
+// Typing outlives the state, which may hear of its failure.
 void AppState::startTyping(std::vector<AutoTypeAction> actions) {
-    m_services.scheduler.after({}, [&typing = m_services.autoTyping, state = QPointer<AppState>(this),
-                                    waiting = std::make_shared<std::vector<AutoTypeAction>>(std::move(actions))] {
-        typing.perform(std::move(*waiting), [state](const std::optional<std::string>& failureDescription) {
+    m_services.autoTyping.perform(
+        std::move(actions), [state = QPointer<AppState>(this)](const std::optional<std::string>& failureDescription) {
             if (state && failureDescription)
                 state->setLastError(failureDescription);
         });
-    });
 }
 
 void AppState::touchAccessed(UUID id) {

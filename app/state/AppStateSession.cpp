@@ -5,6 +5,7 @@
 #include "app/state/NewVault.h"
 #include "app/state/Preferences.h"
 #include "app/state/WipedAtEnd.h"
+#include "core/autotype/AutoTyping.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/document/KdbxXML.h"
 
@@ -39,6 +40,7 @@ void AppState::prepare(const std::filesystem::path& url) {
     if (m_derivation)
         return;
     const Step step(*this);
+    m_services.autoTyping.stop();
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
     assignDatabase(std::nullopt);
     forgetKey();
@@ -114,6 +116,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         m_vaultFile.begin(file, VaultFile::LosesByASave::no);
         m_replaceable.reset();
 
+        m_services.autoTyping.stop();
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assignDatabase(std::move(database));
@@ -132,7 +135,10 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
 }
 
 void AppState::lock() {
-    if (m_isLocked || isPutOff(Wish::lock))
+    if (m_isLocked)
+        return;
+    m_services.autoTyping.stop();  // first: what follows may take its time
+    if (isPutOff(Wish::lock))
         return;
     const Step step(*this);
     try {
@@ -143,6 +149,7 @@ void AppState::lock() {
     } catch (...) {
         // Locking never fails and never asks: what cannot be written now is lost.
     }
+    m_services.autoTyping.stop();  // what was asked for while a key was derived
     assignDatabase(std::nullopt);
     forgetKey();
     assign(m_isLocked, true, &AppState::isLockedChanged);

@@ -115,6 +115,35 @@ TEST_F(GlobalHotKeyTest, pressesDuringARunTypeNothingMore) {
     EXPECT_THAT(struck(), testing::SizeIs(10));
 }
 
+TEST_F(GlobalHotKeyTest, aRunGoesOnIntoNoOtherWindowAndTellsSo) {
+    unlock();
+    desktop.hotKeys.press();
+    clock.advance(200ms);
+    desktop.applications.bringToFront(desktop.applications.start(300, "Sohbet", "Sohbet"));
+
+    clock.advance(10s);
+
+    EXPECT_THAT(struck(), testing::SizeIs(testing::Lt(10)));
+    EXPECT_EQ(state->lastError(), "Gezgin penceresi artık ön planda olmadığı için yazma durduruldu.");
+}
+
+TEST_F(GlobalHotKeyTest, aLockEndsARunAlsoDuringItsPauseAndShowsNoFailure) {
+    auto vault = smallVault();
+    vault.root.entries.mutableAt(0).password = SecureString("gizli");
+    vault.root.entries.mutableAt(0).autoTypeSequence = "{DELAY 5000}{PASSWORD}";
+    putVault(vault);
+    unlock();
+    desktop.hotKeys.press();
+    clock.advance(1s);
+
+    state->lock();
+    clock.advance(10s);
+
+    EXPECT_THAT(struck(), IsEmpty());
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_FALSE(autoType.isTyping());
+}
+
 TEST_F(GlobalHotKeyTest, aPressWithoutAMatchIsTold) {
     unlock();
     browser->title = "Haberler";
