@@ -109,10 +109,12 @@ class AwayTest(FilesTest):
 
     def test_whatever_is_pressed_when_it_comes_back_it_is_not_sealed_over(self):
         self.lock_while_away()
-        ways = {"the button": lambda: self.program.push("Kasayı oluştur"), "Return": lambda: press("Return")}
+        submit = self.program.button("Kasayı oluştur")
+        ways = {"the button": lambda: submit.do_action(0), "Return": lambda: press("Return")}
         for name, way in ways.items():
             with self.subTest(name):
                 self.fill_sealing_form()
+                wait_for(lambda: desktop.is_enabled(submit), "a form that can be submitted")
                 os.rename(self.away, self.vault)
                 way()
                 self.program.button("Kilidi aç")
@@ -133,7 +135,7 @@ class ReplacingTest(FilesTest):
         """Answers the panel with the vault itself, and its question with yes."""
         set_text(self.program.node("text", "Dosya adı:"), str(self.vault))
         press("Return")
-        self.program.push(re.compile("^(Evet|Değiştir|Yerine koy)$"))
+        self.program.push(re.compile("^(Evet|Üzerine yaz|Yerine koy)$"))
         self.program.is_gone("text", "Dosya adı:")
 
     def is_sealed_anew(self):
@@ -169,7 +171,7 @@ class OldFormatTest(FilesTest):
         self.program.push("Kilidi aç")
         self.program.node("list", "Gruplar")
         press("ctrl+shift+g")
-        set_text(self.program.node("text", "Ad"), "Yeni grup")
+        set_text(self.program.node("text", "Grup adı"), "Yeni grup")
         press("Return")
         self.shows("Kaydedilmemiş değişiklik")
         self.save()
