@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/BrenvikApp.h"
+#include "app/StartupFailures.h"
 #include "platform/posix/ProcessHardening.h"
 #include "platform/qt/TerminationSignals.h"
 #include "platform/x11/XDisplay.h"
@@ -43,7 +44,9 @@ void speakTurkish(QApplication& application, QTranslator& translator) {
 int main(int argumentCount, char* arguments[]) {
     ProcessHardening::keepMemoryPrivate();
     const PlatformChoice platform;
+    std::optional<StartupFailures> failures(std::in_place);
     QApplication application(argumentCount, arguments);
+    failures.reset();
     platform.takeBack();
     QApplication::setApplicationName(QStringLiteral("brenvik"));
     QTranslator translator;

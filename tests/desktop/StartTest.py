@@ -1,0 +1,45 @@
+# SPDX-License-Identifier: MIT
+"""A start that cannot succeed, which says so."""
+
+import os
+import subprocess
+import tempfile
+import unittest
+
+import testcase
+
+LINE = ("Brenvik açılamadı: ekrana bağlanılamıyor. Grafik oturumunda başlat; DISPLAY, WAYLAND_DISPLAY ve QT_QPA_PLATFORM "
+        "değişkenlerine bak.\n")
+
+
+class StartTest(unittest.TestCase):
+    def start(self, *arguments, **variables):
+        """What a start without a display says, and its exit status."""
+        with tempfile.TemporaryDirectory() as home:
+            environment = {name: value for name, value in os.environ.items()
+                           if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+            environment.update(HOME=home, XDG_CONFIG_HOME=home, XDG_RUNTIME_DIR=home, LANG="C.UTF-8", **variables)
+            run = subprocess.run([testcase.options.program, *arguments], env=environment, capture_output=True, text=True,
+                                 timeout=120)
+            self.assertEqual(os.listdir(home), [], "nothing is written by a start that failed")
+        return run.stdout + run.stderr, run.returncode
+
+    def test_without_a_display_it_says_so_in_one_line(self):
+        self.assertEqual(self.start(), (LINE, 1))
+
+    def test_also_where_the_display_is_not_to_be_reached(self):
+        for variables in ({"DISPLAY": ":4711"}, {"DISPLAY": "nonsense"}, {"DISPLAY": ":4711", "QT_QPA_PLATFORM": "xcb"},
+                          {"WAYLAND_DISPLAY": "wayland-4711"},
+                          {"WAYLAND_DISPLAY": "wayland-4711", "QT_QPA_PLATFORM": "wayland"}):
+            with self.subTest(variables):
+                self.assertEqual(self.start(**variables), (LINE, 1))
+
+    def test_also_on_a_platform_that_nobody_knows(self):
+        for platform in ("nonsense", "xcb;wayland", ":"):
+            with self.subTest(platform):
+                self.assertEqual(self.start(QT_QPA_PLATFORM=platform), (LINE, 1))
+        self.assertEqual(self.start("-platform", "nonsense"), (LINE, 1))
+
+
+if __name__ == "__main__":
+    testcase.run(on_display=None)
