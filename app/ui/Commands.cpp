@@ -99,7 +99,10 @@ QAction* Commands::make(const QString& text, const QList<QKeySequence>& keys, Ru
     auto* const action = new QAction(text, this);
     action->setShortcuts(keys);
     action->setAutoRepeat(false);  // a key that is held down is one wish
-    connect(action, &QAction::triggered, this, std::move(act));
+    connect(action, &QAction::triggered, this, [this, action, act = std::move(act)] {
+        if (!isHeldBack(action))
+            act();
+    });
     m_rules.emplace_back(action, rule);
     return action;
 }
@@ -152,6 +155,17 @@ void Commands::setCovered(bool isCovered) {
     showEnabled();
 }
 
+void Commands::setWaiting(bool isWaiting) {
+    m_isWaiting = isWaiting;
+    showEnabled();
+}
+
+/// While a key is derived the session takes nothing but its end.
+bool Commands::isHeldBack(const QAction* action) const {
+    const std::initializer_list<const QAction*> never{m_lock, m_close, m_quit, m_settings, m_clearClipboard};
+    return m_state.derivation() && std::ranges::find(never, action) == never.end();
+}
+
 void Commands::connectState() {
     for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isLockedChanged,
                               &AppState::isDirtyChanged, &AppState::undoLabelChanged, &AppState::redoLabelChanged,
@@ -169,7 +183,7 @@ void Commands::connectState() {
 void Commands::showEnabled() {
     m_hasFocusedEntry = m_state.focusedEntry() != nullptr;
     for (const auto& [action, rule] : m_rules)
-        action->setEnabled((this->*rule)());
+        action->setEnabled((this->*rule)() && !(m_isWaiting && isHeldBack(action)));
     m_text->setRowsInReach(isInReach());
     showUndoLabels();
 }

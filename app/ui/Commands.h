@@ -39,6 +39,9 @@ public:
 
     /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
+    /// Tells of a wait for the session, in which most commands are out of reach. They do nothing from its start on, and
+    /// look so once it is long enough to be shown.
+    void setWaiting(bool isWaiting);
 
 signals:
     /// A command is about to end the unlocked session; what it shows is still there.
@@ -55,6 +58,7 @@ private:
     void makeOtherCommands();
     QAction* make(const QString& text, const QList<QKeySequence>& keys, Rule rule, std::function<void()> act);
     void connectState();
+    [[nodiscard]] bool isHeldBack(const QAction* action) const;
     void showEnabled();
     void showUndoLabels();
 
@@ -88,6 +92,7 @@ private:
     TextCommands* m_text;
     std::vector<std::pair<QAction*, Rule>> m_rules;
     bool m_isCovered = false;
+    bool m_isWaiting = false;
     bool m_hasFocusedEntry = false;  // as of the last change: looking for it walks the tree
 
     QAction* m_create = nullptr;

@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/ui/AboutView.h"
 #include "app/ui/Commands.h"
+#include "app/ui/DerivationCover.h"
 #include "app/ui/MainView.h"
 #include "app/ui/RouteSheet.h"
 #include "app/ui/ScreenFade.h"
@@ -31,6 +32,7 @@ MainWindow::MainWindow(const Environment& environment)
       m_sizer(new WindowSizer(*this)) {
     arrange();
     new RouteSheet(environment, m_screens, this);
+    m_cover = new DerivationCover(m_state, *this);
     connect(m_commands, &Commands::settingsWanted, this,
             [this, environment] { SettingsView::open(environment, *this); });
     connectState();
@@ -55,12 +57,21 @@ void MainWindow::connectState() {
     connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
+    connect(&m_state, &AppState::derivationChanged, this, &MainWindow::dropPicture);
+    connect(m_cover, &DerivationCover::shownChanged, m_unlockView, &UnlockView::setDeriving);
+    connect(m_cover, &DerivationCover::shownChanged, m_commands, &Commands::setWaiting);
 }
 
 /// Of the columns while they still have something to show: once the state tells of the lock, the vault is gone.
 void MainWindow::keepPicture() {
     if (!m_state.isLocked())
         m_picture = ScreenFade::pictureOf(*m_screens);
+}
+
+/// Of a lock that was given up: what it shows is still open, and may look otherwise when it goes.
+void MainWindow::dropPicture() {
+    if (!m_state.derivation() && !m_state.isLocked())
+        m_picture = {};
 }
 
 void MainWindow::showScreen() {
@@ -122,6 +133,8 @@ void MainWindow::showMnemonics(bool areShown) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (m_cover->putsOffClose())
+        return event->ignore();
     QMainWindow::closeEvent(event);
     emit closed();
 }

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 
 class Commands;
+class DerivationCover;
 class MainView;
 class QStackedWidget;
 class ScreenFade;
@@ -36,6 +37,7 @@ private:
     void arrange();
     void connectState();
     void keepPicture();
+    void dropPicture();
     void showScreen();
     void showMnemonics(bool areShown);
     void showAbout();
@@ -49,6 +51,7 @@ private:
     MainView* m_mainView;
     ScreenFade* m_fade;
     SheetHost* m_about;
+    DerivationCover* m_cover = nullptr;
     WindowSizer* m_sizer;
     QImage m_picture;  // of the screen that is about to go
     bool m_hasAppeared = false;

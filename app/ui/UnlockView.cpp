@@ -2,6 +2,7 @@
 #include "app/ui/UnlockView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/DerivationProgress.h"
 #include "app/ui/FilePanels.h"
 #include "app/ui/ShakingBanner.h"
 #include "app/ui/Texts.h"
@@ -93,7 +94,8 @@ UnlockView::UnlockView(AppState& state, QWidget* parent)
       m_chooseKeyFile(new Button(tr("Dosya seç…"))),
       m_keyFileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::success)),
       m_banner(new ShakingBanner),
-      m_submit(new Button({}, Button::Variant::primary)) {
+      m_submit(new Button({}, Button::Variant::primary)),
+      m_progress(new DerivationProgress(state)) {
     makeControls();
     arrange();
     connectControls();
@@ -217,13 +219,20 @@ QWidget* UnlockView::makeActionRow() {
         connect(button, &IconButton::clicked, this, act);
         return button;
     };
-    auto* const actions = new QWidget;
-    auto* const row = bareRow(actions, Metric::s);
+    m_actions = new QWidget;
+    auto* const row = bareRow(m_actions, Metric::s);
     row->addWidget(m_submit, 1);
     row->addWidget(framed(QStringLiteral("folder"), tr("Başka bir veritabanı aç"), &UnlockView::chooseDatabase));
     row->addWidget(
         framed(QStringLiteral("doc.badge.plus"), tr("Yeni veritabanı oluştur"), &UnlockView::chooseNewDatabase));
-    return actions;
+    m_progress->setLarge(true);
+    m_progress->hide();
+    auto* const place = new QWidget;
+    place->setFixedHeight(actionSide);
+    auto* const column = bareColumn(place, 0);
+    column->addWidget(m_actions);
+    column->addWidget(m_progress);
+    return place;
 }
 
 QWidget* UnlockView::makeChooser() {
@@ -260,8 +269,6 @@ QWidget* UnlockView::makeFooter() {
 void UnlockView::connectControls() {
     connect(m_password, &SecretField::textChanged, this, &UnlockView::showSubmit);
     connect(m_confirmation, &SecretField::textChanged, this, &UnlockView::showSubmit);
-    connect(m_password, &SecretField::returnPressed, this, &UnlockView::submit);
-    connect(m_confirmation, &SecretField::returnPressed, this, &UnlockView::submit);
     connect(m_password, &SecretField::revealedChanged, m_confirmation, &SecretField::setRevealed);
     connect(m_confirmation, &SecretField::revealedChanged, m_password, &SecretField::setRevealed);
     connect(m_chooseKeyFile, &Button::clicked, this, &UnlockView::chooseKeyFile);
@@ -278,6 +285,22 @@ void UnlockView::startOver() {
     m_isBusy = false;
     takeUpDatabase();
     showError();
+}
+
+void UnlockView::setDeriving(bool isDeriving) {
+    if (isDeriving == m_progress->isVisibleTo(this))
+        return;
+    if (isDeriving && !isVisible())
+        return;
+    m_actions->setVisible(!isDeriving);
+    m_progress->setVisible(isDeriving);
+    if (isDeriving)
+        m_progress->firstStop()->setFocus();
+    for (int i = 0; i + 1 < m_form->layout()->count(); ++i)  // all but the place of the buttons, which is the last
+        if (auto* const part = m_form->layout()->itemAt(i)->widget())
+            part->setEnabled(!isDeriving);
+    if (!isDeriving)
+        m_password->setFocus();
 }
 
 /// Another file is another form: what was typed for the old one goes, and so does its key file.
@@ -366,7 +389,6 @@ void UnlockView::submit() {
     m_isBusy = true;
     showSubmit();
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    repaint();  // the key derivation lets nothing be painted before it ends
     if (m_isCreating)
         m_state.sealDatabase(*m_state.databaseURL(), secretOf(*m_password), m_keyFile);
     else
@@ -383,16 +405,22 @@ void UnlockView::submit() {
 }
 
 void UnlockView::chooseDatabase() {
+    if (m_isBusy)
+        return;
     if (const auto file = FilePanels::chooseDatabase(this, m_state.databaseURL()))
         m_state.prepare(*file);
 }
 
 void UnlockView::chooseNewDatabase() {
+    if (m_isBusy)
+        return;
     if (const auto file = FilePanels::newDatabaseDestination(this, m_state.databaseURL()))
         m_state.prepareNew(file->file, AppState::Replacing(file->replaces));
 }
 
 void UnlockView::chooseKeyFile() {
+    if (m_isBusy)
+        return;
     setKeyFile(FilePanels::chooseKeyFile(this, m_state.databaseURL()));
 }
 
@@ -406,7 +434,8 @@ int UnlockView::cardHeight() const {
     return m_card->layout()->totalHeightForWidth(cardWidth);
 }
 
-/// Return is the way on, from wherever on the card; a button is pressed with the space bar.
+/// Return is the way on, from wherever on the card: the fields let it through to here, so that it counts once. A button
+/// is pressed with the space bar.
 void UnlockView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         submit();

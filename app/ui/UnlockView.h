@@ -8,6 +8,7 @@
 
 class AppState;
 class Button;
+class DerivationProgress;
 class FormField;
 class IconButton;
 class SecretField;
@@ -27,6 +28,8 @@ public:
     [[nodiscard]] int cardHeight() const;
     /// Takes up the form from the start, as after a lock.
     void startOver();
+    /// Shows the derivation at hand in place of the buttons, and holds back the form meanwhile.
+    void setDeriving(bool isDeriving);
 
     static constexpr int cardWidth = 480;
 
@@ -88,4 +91,6 @@ private:
     FormField* m_keyFileField = nullptr;
     ShakingBanner* m_banner;
     Button* m_submit;
+    QWidget* m_actions = nullptr;
+    DerivationProgress* m_progress;
 };

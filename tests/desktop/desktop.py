@@ -284,6 +284,9 @@ class Program:
                 return application
         return None
 
+    def process_id(self):
+        return self._process.pid
+
     def has_ended(self):
         return self._process.poll() is not None
 

@@ -16,6 +16,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QTextEdit>
 
 namespace {
@@ -44,6 +45,7 @@ bool isControl(const QWidget* widget) {
            qobject_cast<const SelectableSecretText*>(widget) != nullptr ||
            qobject_cast<const QComboBox*>(widget) != nullptr ||
            qobject_cast<const QAbstractSlider*>(widget) != nullptr ||
+           qobject_cast<const QProgressBar*>(widget) != nullptr ||
            qobject_cast<const QTextEdit*>(widget) != nullptr;  // a text to read and select from
 }
 
