@@ -52,7 +52,10 @@ KdbxHeader freshHeader(const KdbxDatabase& database) {
 
 Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key,
                  const KdbxKeys::Transformation& transformation) {
-    const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
+    return saveBehind(header, database, KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation));
+}
+
+Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKeys::DerivedKeys& keys) {
     if (!keys.hmac)
         throw KdbxError::cryptoFailure("HMAC anahtarı türetilemedi");
 

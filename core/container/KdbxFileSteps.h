@@ -23,4 +23,8 @@ namespace KdbxFile {
 [[nodiscard]] Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const KdbxKey& key,
                                const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 
+/// The same with the header's keys.
+[[nodiscard]] Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database,
+                               const KdbxKeys::DerivedKeys& keys);
+
 }  // namespace KdbxFile

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#include "core/container/KdbxTransformedKey.h"
+
+#include "core/container/KdbxFileSteps.h"
+#include "core/model/KdbxError.h"
+
+VariantDictionary KdbxTransformedKey::parametersOf(const KdbxHeader& header) {
+    if (header.isKdbx4())
+        return header.kdfParameters.value_or(VariantDictionary());
+    if (!header.transformSeed || !header.transformRounds)
+        throw KdbxError::corruptedData("KDBX 3 dönüştürme parametreleri eksik");
+    return KdbxHeader::kdfParametersFor({KdfSettings::AesKdf{*header.transformRounds}}, *header.transformSeed);
+}
+
+KdbxKeys::Transformation KdbxTransformedKey::remembering(KdbxKeys::Transformation transformation,
+                                                         std::optional<KdbxTransformedKey>& outcome) {
+    return [transformation = std::move(transformation), &outcome](ByteView compositeKey, const KdbxHeader& header) {
+        auto key = transformation(compositeKey, header);
+        outcome = {.parameters = parametersOf(header), .key = key};
+        return key;
+    };
+}
+
+KdbxKeys::Transformation KdbxTransformedKey::orElse(KdbxKeys::Transformation otherwise) const {
+    return [this, otherwise = std::move(otherwise)](ByteView compositeKey, const KdbxHeader& header) {
+        return parametersOf(header) == parameters ? key : otherwise(compositeKey, header);
+    };
+}
+
+Bytes KdbxFile::saveUnder(const KdbxDatabase& database, const KdbxTransformedKey& key) {
+    auto header = freshHeader(database);
+    header.kdfParameters = key.parameters;
+    header.rawData = header.serialize();
+    return saveBehind(header, database, KdbxKeys::derive({}, header, [&](ByteView, const auto&) { return key.key; }));
+}
