@@ -74,8 +74,8 @@ TEST_P(KdbxTransformedKeyTest, aFileWithOtherParametersIsDerivedAnew) {
     const auto elsewhere = KdbxFile::save(opened.database, key);  // with a salt of its own
     int derived = 0;
 
-    const auto again = KdbxFile::load(
-        elsewhere, key, opened.transformed->orElse([&](ByteView compositeKey, const KdbxHeader& header) {
+    const auto again =
+        KdbxFile::load(elsewhere, key, opened.transformed->orElse([&](ByteView compositeKey, const KdbxHeader& header) {
             ++derived;
             return KdbxKeys::transform(compositeKey, header);
         }));
