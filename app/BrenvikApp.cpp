@@ -5,10 +5,13 @@
 #include "app/ui/FontRegistrar.h"
 #include "app/ui/components/Motion.h"
 #include "core/container/KdbxFile.h"
+#include "core/container/KdbxTransformedKey.h"
 #include "platform/qt/DesktopClipboard.h"
 #include "platform/qt/MotionSetting.h"
 
 #include <QApplication>
+
+#include <cstdlib>
 
 namespace {
 
@@ -25,6 +28,9 @@ Desktop servicesOf(Services& services) {
             .hotKeys = services.hotKeys};
 }
 
+/// Whose unsaved work is kept when the display goes away: Qt then ends the process by exit(3), from within its loop.
+AppState* keptAtExit = nullptr;
+
 /// The user may change his mind while the program runs: it asks again whenever it is turned to.
 void followMotionSetting(QApplication& application) {
     const auto ask = [] { Motion::setReduced(MotionSetting::isReduced()); };
@@ -39,6 +45,7 @@ void followMotionSetting(QApplication& application) {
 
 BrenvikApp::BrenvikApp(QApplication& application)
     : m_files(m_calls),
+      m_rescues(m_files, PosixRescueStore::usualFolder()),
       m_settings(m_files, SettingsFile::usualPath()),
       m_desktopClipboard(desktopClipboard()),
       m_clipboard(*m_desktopClipboard, m_scheduler),
@@ -55,9 +62,11 @@ BrenvikApp::BrenvikApp(QApplication& application)
                .scheduler = m_scheduler,
                .background = m_background,
                .clipboard = m_clipboard,
-               .codec = {.load = KdbxFile::load, .save = KdbxFile::save},
+               .codec = {.load = KdbxFile::load, .save = KdbxFile::save, .saveUnder = KdbxFile::saveUnder},
                .workspace = m_workspace,
-               .autoTyping = m_autoType}),
+               .autoTyping = m_autoType,
+               .rescues = &m_rescues,
+               .rescueWork = &m_rescueWork}),
       m_vaultWatch({.watcher = m_fileWatcher, .scheduler = m_scheduler, .state = m_state}),
       m_hotKey({.hotKeys = m_desktop.hotKeys,
                 .scheduler = m_scheduler,
@@ -79,7 +88,20 @@ BrenvikApp::BrenvikApp(QApplication& application)
         if (state == Qt::ApplicationActive)
             m_vaultWatch.lookSoon();
     });
+    // At the session's end the window may get no word of its own end any more: what is unsaved is kept already now.
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &*m_window, [this] { m_state.keepUnsaved(); },
+        Qt::DirectConnection);
+    keptAtExit = &m_state;
+    std::atexit([] {
+        if (keptAtExit)
+            keptAtExit->keepUnsaved();
+    });
     m_window->show();
+}
+
+BrenvikApp::~BrenvikApp() {
+    keptAtExit = nullptr;
 }
 
 void BrenvikApp::launch() {
@@ -88,9 +110,10 @@ void BrenvikApp::launch() {
     m_autoType.startTrackingFrontmostApplication();
 }
 
-// Nothing is saved and nothing locked: what is not saved by now is lost, and was shown as unsaved.
+// Nothing is saved and nothing locked: the vault's file stays as it is, and what is not in it is kept beside it.
 void BrenvikApp::end() {
     m_clipboard.clearNow();
     m_hotKey.unregister();
     m_autoType.stop();
+    m_state.keepUnsaved();
 }

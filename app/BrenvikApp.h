@@ -12,6 +12,8 @@
 #include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
+#include "platform/posix/PosixRescueStore.h"
+#include "platform/posix/WorkThread.h"
 #include "platform/qt/QtBackgroundWork.h"
 #include "platform/qt/QtFileWatcher.h"
 #include "platform/qt/QtScheduler.h"
@@ -28,6 +30,9 @@ class QApplication;
 class BrenvikApp {
 public:
     explicit BrenvikApp(QApplication& application);
+    ~BrenvikApp();
+    BrenvikApp(const BrenvikApp&) = delete;
+    BrenvikApp& operator=(const BrenvikApp&) = delete;
 
 private:
     void launch();
@@ -35,6 +40,8 @@ private:
 
     PosixFileSystemCalls m_calls;
     PosixFileStore m_files;
+    PosixRescueStore m_rescues;
+    WorkThread m_rescueWork;
     PosixBookmarks m_bookmarks;
     SettingsFile m_settings;
     QtScheduler m_scheduler;

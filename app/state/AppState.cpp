@@ -11,6 +11,12 @@ AppState::AppState(Services services, QObject* parent)
     const auto& preferences = m_services.preferences;
     m_sort = {.column = EntrySort::columnFromText(preferences.sortColumn()).value_or(EntrySort::Column::title),
               .ascending = preferences.sortAscending()};
+    if (m_services.rescues && m_services.rescueWork)
+        m_rescues = std::make_unique<RescueKeeper>(RescueKeeper::Services{.store = *m_services.rescues,
+                                                                          .work = *m_services.rescueWork,
+                                                                          .scheduler = m_services.scheduler,
+                                                                          .encode = m_services.codec.saveUnder},
+                                                   [this] { return m_isDirty && m_database ? &*m_database : nullptr; });
 }
 
 AppState::~AppState() = default;
@@ -36,6 +42,8 @@ void AppState::assignDatabase(std::optional<KdbxDatabase> database) {
         m_searchOrder.forget();
     }
     m_database = std::move(database);
+    if (m_rescues && m_database)
+        m_rescues->noteChange();
     announce(&AppState::databaseChanged);
 }
 
@@ -68,6 +76,8 @@ void AppState::setSort(EntrySort sort) {
 }
 
 void AppState::setRoute(std::optional<Route> route) {
+    if (route != m_route)
+        m_formContent = nullptr;
     assign(m_route, route, &AppState::routeChanged);
 }
 

@@ -5,6 +5,7 @@
 #include "app/state/EntryReferences.h"
 #include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
+#include "app/state/RescueKeeper.h"
 #include "app/state/Route.h"
 #include "app/state/VaultFile.h"
 #include "core/autotype/AutoTypeAction.h"
@@ -22,6 +23,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -55,6 +57,7 @@ public:
         std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key,
                             const KdbxKeys::Transformation& transformation)>
             save;
+        std::function<Bytes(const KdbxDatabase& database, const KdbxTransformedKey& key)> saveUnder{};
     };
 
     /// The world, as far as a session needs it. All of it outlives the state.
@@ -68,6 +71,9 @@ public:
         VaultCodec codec;
         Workspace& workspace;
         AutoTyping& autoTyping;
+        /// Where unsaved work is kept, and what writes it meanwhile; without them it is lost with its session.
+        RescueStore* rescues = nullptr;
+        WorkQueue* rescueWork = nullptr;
     };
 
     explicit AppState(Services services, QObject* parent = nullptr);
@@ -129,7 +135,7 @@ public:
     [[nodiscard]] const KdbxEntry* focusedEntry() const;
 
     /// What a key is derived for.
-    enum class DerivationPurpose : std::uint8_t { unlocking, creating, saving, locking };
+    enum class DerivationPurpose : std::uint8_t { unlocking, creating, saving, locking, restoring };
     /// The key derivation that is under way; none at most times.
     [[nodiscard]] std::optional<DerivationPurpose> derivation() const noexcept;
     /// What has been done of it, in 0...1. It changes without a signal.
@@ -178,6 +184,19 @@ public:
     /// Looks at the vault's file again, since something may have happened to it: what another program has done to the
     /// open vault's is reported, once a change.
     void lookAtFile();
+
+    /// Applies to a vault what an open form would change of it, were it confirmed now. Whether that is anything.
+    using FormContent = std::function<bool(KdbxDatabase& database)>;
+    /// The form of the route that shows, as long as it shows: a session that ends keeps what was typed there.
+    void setFormContent(FormContent content);
+    /// Keeps what is unsaved as an encrypted copy beside the vaults, for the next session of this vault. The vault's
+    /// file is left alone.
+    void keepUnsaved() noexcept;
+    /// What an earlier session of the open vault has left unsaved, the newest first.
+    [[nodiscard]] std::optional<RescueOffer> rescueOffer() const;
+    /// Brings that back as one undoable step. A failure stays with the offer.
+    void restoreRescue();
+    void deleteRescue();
 
     /// One undoable change of the vault: every change that the user makes goes through here. A body that changes
     /// nothing is a step all the same. Neither saves nor touches the selection.
@@ -248,6 +267,7 @@ signals:
     void redoLabelChanged();
     /// A derivation has begun, or the verb that waited for it has ended.
     void derivationChanged();
+    void rescueOfferChanged();
 
 private:
     using Signal = void (AppState::*)();
@@ -300,11 +320,16 @@ private:
     bool isPutOff(Wish wish);
     void fulfilWishSoon();
     void saveQuietly(DerivationPurpose purpose);
-    Bytes encoded(DerivationPurpose purpose);
     void reportKept();
     void reportChangeOfFile();
     void checkReplaceable(const std::filesystem::path& url) const;
     [[nodiscard]] bool isOpenVault(const std::filesystem::path& url) const;
+    Bytes encoded(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
+    KdbxKeys::Transformation derivingFor(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
+    void beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper::Offering offering);
+    void noteSaved(std::optional<KdbxTransformedKey> key);
+    void endRescues();
+    void noteTravel(const Snapshot& step, bool isUndone);
     void flash(std::string text);
     void scheduleStatusClear();
     bool selectRange(UUID id);
@@ -347,11 +372,13 @@ private:
     std::deque<Snapshot> m_redoStack;
     std::optional<std::string> m_undoLabel;
     std::optional<std::string> m_redoLabel;
-    std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts
-    mutable EntrySearch m_search;           // what it remembers goes when the vault is locked, as the orders do
-    mutable EntryOrder m_groupOrder;        // of the selected group's entries
-    mutable EntryOrder m_searchOrder;       // of all entries
-    std::vector<Signal> m_changes;          // to be told at the end of the outermost step
+    std::optional<UUID> m_selectionAnchor;    // where a range of the selection starts
+    mutable EntrySearch m_search;             // what it remembers goes when the vault is locked, as the orders do
+    mutable EntryOrder m_groupOrder;          // of the selected group's entries
+    mutable EntryOrder m_searchOrder;         // of all entries
+    std::unique_ptr<RescueKeeper> m_rescues;  // none where there is no store
+    FormContent m_formContent;                // of the sheet that shows
+    std::vector<Signal> m_changes;            // to be told at the end of the outermost step
     int m_openSteps = 0;
 };
 

@@ -1,30 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/state/VaultChanges.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace {
-
-/// Leaves the newest items, which stand last.
-void keepLast(SharedArray<KdbxEntry>& items, std::size_t count) {
-    if (items.size() <= count)
-        return;
-    std::vector<std::size_t> kept(count);
-    std::iota(kept.begin(), kept.end(), items.size() - count);
-    items.rearrange(kept);
-}
-
-/// What an entry's history is once the entry is replaced. History items hold no history of their own.
-SharedArray<KdbxEntry> historyWith(const KdbxEntry& replaced, std::int64_t maxItems) {
-    auto items = replaced.historyItems;
-    auto item = replaced;
-    item.historyItems.clear();
-    items.append(std::move(item));
-    keepLast(items, static_cast<std::size_t>(std::max<std::int64_t>(maxItems, 1)));
-    return items;
-}
 
 /// For each place the first one whose entry has the same identifier: mostly its own.
 std::vector<std::size_t> firstPlaces(const SharedArray<KdbxEntry>& entries) {
@@ -78,23 +59,14 @@ void AppState::addEntry(KdbxEntry entry, UUID groupID) {
     const Step step(*this);
     const auto id = entry.id;
     const auto now = m_services.scheduler.now();
-    edit("Kayıt Ekle", [&](KdbxDatabase& database) {
-        GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
-            group.entries.append(std::move(entry));
-            group.modified = now;
-        });
-    });
+    edit("Kayıt Ekle",
+         [&](KdbxDatabase& database) { VaultChanges::addEntry(database, std::move(entry), groupID, now); });
     setSelectedEntryIDs({id});
 }
 
 void AppState::updateEntry(KdbxEntry entry) {
-    entry.modified = m_services.scheduler.now();
-    edit("Kaydı Düzenle", [&](KdbxDatabase& database) {
-        GroupTree::mutateEntry(database.root, entry.id, [&](KdbxEntry& stored) {
-            entry.historyItems = historyWith(stored, database.meta.historyMaxItems);
-            stored = entry;
-        });
-    });
+    const auto now = m_services.scheduler.now();
+    edit("Kaydı Düzenle", [&](KdbxDatabase& database) { VaultChanges::replaceEntry(database, std::move(entry), now); });
 }
 
 void AppState::deleteEntries(const std::set<UUID>& ids) {

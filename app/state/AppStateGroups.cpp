@@ -1,32 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/state/VaultChanges.h"
 
 void AppState::addGroup(KdbxGroup group, UUID parentID) {
     const Step step(*this);
     const auto id = group.id;
     const auto now = m_services.scheduler.now();
-    edit("Grup Ekle", [&](KdbxDatabase& database) {
-        GroupTree::mutateGroup(database.root, parentID, [&](KdbxGroup& parent) {
-            parent.groups.append(std::move(group));
-            parent.isExpanded = true;
-            parent.modified = now;
-        });
-    });
+    edit("Grup Ekle",
+         [&](KdbxDatabase& database) { VaultChanges::addGroup(database, std::move(group), parentID, now); });
     setSelectedGroupID(id);
 }
 
 void AppState::updateGroup(const KdbxGroup& group) {
     const auto now = m_services.scheduler.now();
-    edit("Grubu Düzenle", [&](KdbxDatabase& database) {
-        GroupTree::mutateGroup(database.root, group.id, [&](KdbxGroup& stored) {
-            stored.name = group.name;
-            stored.notes = group.notes;
-            stored.iconID = group.iconID;
-            stored.defaultAutoTypeSequence = group.defaultAutoTypeSequence;
-            stored.modified = now;
-        });
-    });
+    edit("Grubu Düzenle", [&](KdbxDatabase& database) { VaultChanges::replaceGroup(database, group, now); });
 }
 
 void AppState::deleteGroup(UUID id) {

@@ -32,15 +32,17 @@ void AppState::saveQuietly(DerivationPurpose purpose) {
     if (!m_database || !m_databaseURL || !m_activeKey)
         return;
     const auto changeCount = m_changeCount;
-    m_vaultFile.save(*m_databaseURL, encoded(purpose));
+    std::optional<KdbxTransformedKey> derived;
+    m_vaultFile.save(*m_databaseURL, encoded(purpose, derived));
     assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
+    noteSaved(std::move(derived));
     reportKept();
 }
 
 /// The vault's file as the vault is now. What changes while the key is derived is not in it.
-Bytes AppState::encoded(DerivationPurpose purpose) {
+Bytes AppState::encoded(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived) {
     const auto database = *m_database;
-    return m_services.codec.save(database, *m_activeKey, derivingFor(purpose));
+    return m_services.codec.save(database, *m_activeKey, derivingFor(purpose, derived));
 }
 
 void AppState::saveAs(const std::filesystem::path& url) {
@@ -49,7 +51,8 @@ void AppState::saveAs(const std::filesystem::path& url) {
     const Step step(*this);
     try {
         const auto changeCount = m_changeCount;
-        const auto file = encoded(DerivationPurpose::saving);
+        std::optional<KdbxTransformedKey> derived;
+        const auto file = encoded(DerivationPurpose::saving, derived);
         if (isOpenVault(url)) {
             m_vaultFile.save(url, file);
         } else {
@@ -58,6 +61,7 @@ void AppState::saveAs(const std::filesystem::path& url) {
         }
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
+        noteSaved(std::move(derived));
         storeBookmark(url);
         reportKept();
         flash("Kaydedildi");

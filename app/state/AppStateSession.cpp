@@ -41,6 +41,7 @@ void AppState::prepare(const std::filesystem::path& url) {
         return;
     const Step step(*this);
     m_services.autoTyping.stop();
+    endRescues();
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
     assignDatabase(std::nullopt);
     forgetKey();
@@ -73,11 +74,13 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         if (keyFileURL)
             keyFileData = m_services.files.read(*keyFileURL);
         auto key = makeKey(password, std::move(keyFileData));
+        std::optional<KdbxTransformedKey> derived;
         const auto file = m_services.files.read(*m_databaseURL);
-        auto database = m_services.codec.load(file, key, derivingFor(DerivationPurpose::unlocking));
+        auto database = m_services.codec.load(file, key, derivingFor(DerivationPurpose::unlocking, derived));
         const auto repaired = repairDuplicateIDs(database);
         m_vaultFile.begin(file, losesByASave(database));
         publish(std::move(database), key);
+        beginRescues(std::move(derived), RescueKeeper::Offering::yes);
         if (repaired > 0)
             flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
     } catch (const DerivationGivenUp&) {
@@ -111,12 +114,14 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         checkReplaceable(url);
         auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
         auto key = makeKey(password, std::move(keyFileData));
-        const auto file = m_services.codec.save(database, key, derivingFor(DerivationPurpose::creating));
+        std::optional<KdbxTransformedKey> derived;
+        const auto file = m_services.codec.save(database, key, derivingFor(DerivationPurpose::creating, derived));
         m_services.files.writeAtomically(url, file, [&] { checkReplaceable(url); });
         m_vaultFile.begin(file, VaultFile::LosesByASave::no);
         m_replaceable.reset();
 
         m_services.autoTyping.stop();
+        endRescues();
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
         assignDatabase(std::move(database));
@@ -126,6 +131,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         assign(m_isDirty, false, &AppState::isDirtyChanged);
         setLastError(std::nullopt);
         setSelectedGroupID(rootID);
+        beginRescues(std::move(derived), RescueKeeper::Offering::no);
         storeBookmark(url);
     } catch (const DerivationGivenUp&) {
         // Nothing has been written, and everything is as it was.
@@ -147,9 +153,10 @@ void AppState::lock() {
     } catch (const DerivationGivenUp&) {
         return;  // who does not wait for the save keeps what it was to save
     } catch (...) {
-        // Locking never fails and never asks: what cannot be written now is lost.
+        // Locking never fails and never asks: what cannot be written now is kept elsewhere.
     }
     m_services.autoTyping.stop();  // what was asked for while a key was derived
+    endRescues();
     assignDatabase(std::nullopt);
     forgetKey();
     assign(m_isLocked, true, &AppState::isLockedChanged);

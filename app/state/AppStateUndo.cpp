@@ -68,6 +68,7 @@ void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to) {
     assign(m_isDirty, true, &AppState::isDirtyChanged);
     pruneSelection();
     refreshUndoLabels();
+    noteTravel(to.back(), &from == &m_undoStack);
 }
 
 void AppState::emptyUndoStacks() {

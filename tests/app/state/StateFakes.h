@@ -6,6 +6,8 @@
 #include "core/autotype/AutoTyping.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/model/KdbxError.h"
+#include "core/platform/RescueStore.h"
+#include "core/platform/WorkQueue.h"
 #include "core/platform/Workspace.h"
 #include "tests/support/FakeBackgroundWork.h"
 #include "tests/support/FakeClipboard.h"
@@ -111,7 +113,71 @@ public:
     }
 };
 
-/// Vault files that are a number; what each holds is remembered here, with the key that opens it.
+/// A folder of copies in memory. A copy is as old as its place in the order of writing; one that is held is not left.
+class FakeRescues final : public RescueStore {
+public:
+    std::map<std::string, Bytes> contents;
+    std::map<std::string, Timestamp> times;
+    std::set<std::string> held;
+    std::optional<std::string> failure;  // of each write
+    int writes = 0;
+    const Scheduler* clock = nullptr;
+
+    std::vector<Copy> copiesOf(const std::filesystem::path& vault) override {
+        std::vector<Copy> copies;
+        for (const auto& [name, content] : contents)
+            if (name.starts_with(vault.native() + "#") && !held.contains(name))
+                copies.push_back({name, times.at(name)});
+        return copies;
+    }
+    std::string newName(const std::filesystem::path& vault) override {
+        return vault.native() + "#" + std::to_string(++m_names);
+    }
+    Bytes read(const std::string& name) override {
+        const auto found = contents.find(name);
+        if (found == contents.end())
+            throw FileError(ENOENT, "yok");
+        return found->second;
+    }
+    void write(const std::string& name, ByteView content) override {
+        if (failure)
+            throw FileError(ENOSPC, *failure);
+        contents[name] = copyOf(content);
+        times[name] = clock->now();
+        held.insert(name);
+        ++writes;
+    }
+    void release(const std::string& name) override { held.erase(name); }
+    void remove(const std::string& name) override {
+        contents.erase(name);
+        held.erase(name);
+    }
+
+private:
+    int m_names = 0;
+};
+
+/// Work that is done at once, or when a test says so.
+class FakeWorkQueue final : public WorkQueue {
+public:
+    bool waits = false;
+
+    void start(std::function<void()> work) override {
+        m_waiting.push_back(std::move(work));
+        if (!waits)
+            finish();
+    }
+    void finish() override {
+        for (const auto& work : std::exchange(m_waiting, {}))
+            work();
+    }
+
+private:
+    std::vector<std::function<void()>> m_waiting;
+};
+
+/// Vault files that are a number; what each holds is remembered here, with the key that opens it and the header that
+/// asks for its derivation.
 class FakeCodec {
 public:
     std::exception_ptr failure;  // of the next call
@@ -119,31 +185,36 @@ public:
     std::uint64_t rounds = 1;  // of the key derivation
 
     AppState::VaultCodec doors() {
-        return {.load =
-                    [this](ByteView file, const KdbxKey& key, const KdbxKeys::Transformation& transformation) {
-                        derive(transformation);
-                        return load(file, key);
-                    },
-                .save =
-                    [this](const KdbxDatabase& database, const KdbxKey& key,
-                           const KdbxKeys::Transformation& transformation) {
-                        derive(transformation);
-                        return save(database, key);
-                    }};
+        return {
+            .load = [this](ByteView file, const KdbxKey& key,
+                           const KdbxKeys::Transformation& transformation) { return load(file, key, transformation); },
+            .save = [this](
+                        const KdbxDatabase& database, const KdbxKey& key,
+                        const KdbxKeys::Transformation& transformation) { return save(database, key, transformation); },
+            .saveUnder = [this](const KdbxDatabase& database,
+                                const KdbxTransformedKey& key) { return saveUnder(database, key); }};
     }
 
-    Bytes save(const KdbxDatabase& database, const KdbxKey& key) {
+    Bytes save(const KdbxDatabase& database, const KdbxKey& key,
+               const KdbxKeys::Transformation& transformation = KdbxKeys::transform) {
         fail();
         lastKey = key;
-        m_vaults.push_back({database, key});
-        return copyOf(bytesOf("vault " + std::to_string(m_vaults.size() - 1)));
+        const auto header = headerNumber(m_vaults.size());
+        return add({database, header, transformed(key, header, transformation)});
     }
 
-    KdbxDatabase load(ByteView file, const KdbxKey& key) {
+    Bytes saveUnder(const KdbxDatabase& database, const KdbxTransformedKey& key) {
+        auto header = headerNumber(0);
+        header.kdfParameters = key.parameters;
+        return add({database, header, key.key});
+    }
+
+    KdbxDatabase load(ByteView file, const KdbxKey& key,
+                      const KdbxKeys::Transformation& transformation = KdbxKeys::transform) {
         fail();
         lastKey = key;
         const auto& vault = vaultIn(file);
-        if (vault.key.password != key.password || vault.key.keyFileData != key.keyFileData)
+        if (transformed(key, vault.header, transformation) != vault.transformedKey)
             throw KdbxError::invalidCredentials();
         return vault.database;
     }
@@ -153,9 +224,11 @@ public:
 private:
     struct Vault {
         KdbxDatabase database;
-        KdbxKey key;
+        KdbxHeader header;
+        Bytes transformedKey;
     };
 
+    /// A derivation of as many rounds, and nothing else.
     void derive(const KdbxKeys::Transformation& transformation) const {
         KdbxHeader header;
         header.major = 3;
@@ -163,6 +236,28 @@ private:
         header.transformRounds = rounds;
         (void)transformation(Bytes(32, 1), header);
     }
+    /// A header that asks for a derivation of one round with a seed of its own.
+    static KdbxHeader headerNumber(std::size_t number) {
+        KdbxHeader header;
+        header.kdfParameters =
+            KdbxHeader::kdfParametersFor({KdfSettings::AesKdf{1}}, Bytes(32, static_cast<std::uint8_t>(number)));
+        return header;
+    }
+    /// No credentials at all are for a codec to refuse.
+    [[nodiscard]] Bytes transformed(const KdbxKey& key, const KdbxHeader& header,
+                                    const KdbxKeys::Transformation& transformation) const {
+        const bool isEmpty = !key.password && !key.keyFileData;
+        const auto compositeKey = isEmpty ? Bytes(32, 0) : KdbxKeys::compositeKey(key);
+        if (rounds == 1)
+            return transformation(compositeKey, header);
+        derive(transformation);
+        return KdbxKeys::transform(compositeKey, header);
+    }
+    Bytes add(Vault vault) {
+        m_vaults.push_back(std::move(vault));
+        return copyOf(bytesOf("vault " + std::to_string(m_vaults.size() - 1)));
+    }
+
     void fail() {
         if (failure)
             std::rethrow_exception(std::exchange(failure, nullptr));
@@ -219,10 +314,13 @@ protected:
     ClipboardService clipboard{pasteboard, clock};
     FakeWorkspace workspace;
     FakeAutoTyping autoTyping;
+    FakeRescues rescues;
+    FakeWorkQueue rescueWork;
     std::optional<Preferences> preferences;
     std::optional<AppState> state;
 
     StateTest() {
+        rescues.clock = &clock;
         putVault(smallVault());
         launch();
     }
@@ -239,7 +337,9 @@ protected:
                                          .clipboard = clipboard,
                                          .codec = codec.doors(),
                                          .workspace = workspace,
-                                         .autoTyping = autoTyping});
+                                         .autoTyping = autoTyping,
+                                         .rescues = &rescues,
+                                         .rescueWork = &rescueWork});
     }
 
     void putVault(const KdbxDatabase& database) {

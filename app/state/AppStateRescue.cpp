@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+#include "app/state/FailureText.h"
+#include "app/state/GroupTree.h"
+#include "core/model/KdbxError.h"
+
+namespace {
+
+constexpr const char* restoreLabel = "Saklananı Geri Getir";
+
+/// Why the failure that is being handled keeps a copy from being brought back.
+std::string reasonText() {
+    try {
+        throw;
+    } catch (const KdbxError& error) {
+        if (std::holds_alternative<KdbxError::InvalidCredentials>(error.failure()))
+            return "Kasanın ana parolası ya da anahtar dosyası o günden beri değişmiş.";
+        return error.errorDescription();
+    } catch (...) {
+        return failureText();
+    }
+}
+
+}  // namespace
+
+void AppState::setFormContent(FormContent content) {
+    m_formContent = std::move(content);
+}
+
+KdbxKeys::Transformation AppState::derivingFor(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived) {
+    return m_rescues ? KdbxTransformedKey::remembering(derivingFor(purpose), derived) : derivingFor(purpose);
+}
+
+// Neither a vault that is open nor one that is saved fails for want of a copy: without memory there is none.
+void AppState::beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper::Offering offering) {
+    if (!m_rescues)
+        return;
+    try {
+        m_rescues->begin(*m_databaseURL, std::move(key), offering);
+    } catch (...) {
+        m_rescues->end();
+    }
+    announce(&AppState::rescueOfferChanged);
+}
+
+void AppState::noteSaved(std::optional<KdbxTransformedKey> key) {
+    if (!m_rescues)
+        return;
+    m_rescues->noteSaved(*m_databaseURL, std::move(key));
+    if (m_isDirty)
+        m_rescues->noteChange();  // made while the key was derived, and so not in the file
+    announce(&AppState::rescueOfferChanged);
+}
+
+void AppState::keepUnsaved() noexcept {
+    if (!m_rescues || !m_database)
+        return;
+    try {
+        auto database = *m_database;
+        const bool hasForm = m_formContent && m_formContent(database);
+        if (hasForm)
+            m_rescues->keep(database, RescueKeeper::Content::ofAForm);
+        else if (m_isDirty)
+            m_rescues->keep(database, RescueKeeper::Content::ofTheVault);
+    } catch (...) {
+        // A session that ends is not held up: what was kept in the last minute is still there.
+    }
+}
+
+void AppState::endRescues() {
+    if (!m_rescues)
+        return;
+    keepUnsaved();
+    m_rescues->end();
+    announce(&AppState::rescueOfferChanged);
+}
+
+std::optional<RescueOffer> AppState::rescueOffer() const {
+    return m_rescues && m_database ? m_rescues->offer() : std::nullopt;
+}
+
+void AppState::restoreRescue() {
+    if (!rescueOffer() || !m_activeKey || m_derivation)
+        return;
+    const Step step(*this);
+    announce(&AppState::rescueOfferChanged);
+    try {
+        auto kept = m_services.codec.load(m_rescues->readOffer(), *m_activeKey,
+                                          m_rescues->knowing(derivingFor(DerivationPurpose::restoring)));
+        UUIDSet groups;
+        UUIDSet entries;
+        GroupTree::repairDuplicateIDs(kept.root, groups, entries);
+        bool isRestored = false;
+        edit(restoreLabel, [&](KdbxDatabase& database) {
+            database.meta = std::move(kept.meta);
+            database.root = std::move(kept.root);
+            isRestored = true;
+        });
+        if (!isRestored)
+            return;
+        m_rescues->takeOffer();
+        pruneSelection();
+        flash("Saklanan değişiklikler geri getirildi");
+    } catch (const DerivationGivenUp&) {
+        // It is still offered.
+    } catch (...) {
+        m_rescues->setOfferFailure(reasonText());
+    }
+}
+
+void AppState::deleteRescue() {
+    if (!rescueOffer() || m_derivation)
+        return;
+    const Step step(*this);
+    m_rescues->deleteOffer();
+    announce(&AppState::rescueOfferChanged);
+    flash("Saklanan değişiklikler silindi");
+}
+
+/// A step that brought a copy back and is undone leaves the copy where it was: to be decided on.
+void AppState::noteTravel(const Snapshot& step, bool isUndone) {
+    if (!m_rescues || step.label != restoreLabel)
+        return;
+    if (isUndone)
+        m_rescues->noteTakingUndone();
+    else
+        m_rescues->noteTakingRedone();
+    announce(&AppState::rescueOfferChanged);
+}
