@@ -189,7 +189,7 @@ Coroutine AutoTypeService::type(Run& run) {
         if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
             source->expect(text->view());
     Strokes strokes{
-        .source = *source, .sleeper = run.sleeper, .applicationName = nameOf(*run.target), .windowMayChangeUntil = {}};
+        .source = *source, .sleeper = run.sleeper, .applicationName = run.applicationName, .windowMayChangeUntil = {}};
     if (run.isActivated)  // the focus may follow some time after the window
         strokes.windowMayChangeUntil = m_desktop.scheduler.steadyNow();
     for (const auto& action : run.actions)
@@ -198,8 +198,10 @@ Coroutine AutoTypeService::type(Run& run) {
 
 void AutoTypeService::take(std::shared_ptr<RunningApplication> target, Run& run) {
     run.target = std::move(target);
-    if (run.target)
-        run.window = run.target->window();
+    if (!run.target)
+        return;
+    run.window = run.target->window();
+    run.applicationName = nameOf(*run.target);
 }
 
 Coroutine AutoTypeService::activateTarget(Run& run) {
@@ -223,7 +225,7 @@ Coroutine AutoTypeService::activateTarget(Run& run) {
         }
         co_await run.sleeper.sleep(pollingInterval);
     }
-    throw AutoTypeError::targetActivationFailed(nameOf(*run.target));
+    throw AutoTypeError::targetActivationFailed(run.applicationName);
 }
 
 std::chrono::nanoseconds AutoTypeService::fromNow(double seconds) const {

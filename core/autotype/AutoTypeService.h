@@ -124,6 +124,7 @@ private:
         Done done;
         std::shared_ptr<RunningApplication> target;  // null while there is none
         DesktopWindow window;                        // of the target; what is typed goes there
+        std::string applicationName;                 // while its window was there
         bool isActivated = false;                    // whether the target had to be brought to the front
         Sleeper sleeper;
         std::optional<std::string> failure;
@@ -134,7 +135,7 @@ private:
     struct Strokes {
         KeyEventSource& source;
         Sleeper& sleeper;
-        std::string applicationName;
+        const std::string& applicationName;
         /// Until when the window may change because of what the run itself did, and at the next stroke all the same.
         std::optional<std::chrono::nanoseconds> windowMayChangeUntil;
     };

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
-// typing-target FILE TITLE…: a form for a name and a password under each title. Whenever the forms change, all that has
-// been typed into them is in FILE, a line a form: title, name, password, how often it was sent and when it was begun.
+// typing-target FILE TITLE…: a form for a name and a password under each title; under a title that begins with a plus,
+// a dialogue of the form before it, with a button that closes it. Whenever the forms change, all that has been typed
+// into them is in FILE, a line a form: title, name, password, how often it was sent and when it was begun.
 #include <QApplication>
 #include <QDateTime>
 #include <QFormLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSaveFile>
 #include <QWidget>
 
@@ -16,17 +19,20 @@ namespace {
 
 class Form final : public QWidget {
 public:
-    Form(const QString& title, std::function<void()> changed) : m_changed(std::move(changed)) {
+    Form(const QString& title, QWidget* owner, std::function<void()> changed)
+        : QWidget(owner, owner ? Qt::Dialog : Qt::Window), m_changed(std::move(changed)) {
         setWindowTitle(title);
         auto* const layout = new QFormLayout(this);
         for (auto* const field : {&m_name, &m_password}) {
             layout->addRow(field);
             connect(field, &QLineEdit::textEdited, this, [this] { note(); });
-            connect(field, &QLineEdit::returnPressed, this, [this] {
-                ++m_sent;
-                m_changed();
-            });
+            connect(field, &QLineEdit::returnPressed, this, &Form::send);
         }
+        if (owner == nullptr)
+            return;
+        auto* const button = new QPushButton("Gir");
+        connect(button, &QPushButton::clicked, this, &Form::send);
+        layout->addRow(button);
     }
 
     [[nodiscard]] QString line() const {
@@ -36,6 +42,22 @@ public:
     }
 
 private:
+    void send() {
+        ++m_sent;
+        m_changed();
+        if (parentWidget() != nullptr)
+            close();
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        // As a dialogue has it: Return on a button presses it.
+        auto* const button = qobject_cast<QPushButton*>(focusWidget());
+        if (button != nullptr && event->key() == Qt::Key_Return)
+            button->click();
+        else
+            QWidget::keyPressEvent(event);
+    }
+
     void note() {
         if (m_begun == 0)
             m_begun = QDateTime::currentMSecsSinceEpoch();
@@ -64,9 +86,13 @@ int main(int argumentCount, char* arguments[]) {
         file.commit();
     };
     for (const auto& title : words.mid(2)) {
-        forms.push_back(std::make_unique<Form>(title, write));
+        auto* const owner = title.startsWith('+') ? forms.back().get() : nullptr;
+        forms.push_back(std::make_unique<Form>(title, owner, write));
         forms.back()->show();
     }
     write();
-    return QApplication::exec();
+    const int outcome = QApplication::exec();
+    while (!forms.empty())  // a dialogue before its owner
+        forms.pop_back();
+    return outcome;
 }
