@@ -113,6 +113,15 @@ public:
     [[nodiscard]] const std::optional<std::string>& undoLabel() const noexcept { return m_undoLabel; }
     [[nodiscard]] const std::optional<std::string>& redoLabel() const noexcept { return m_redoLabel; }
 
+    /// The last step that the user made, took back or made again. It has a signal of its own, since two steps in a row
+    /// may have the same name.
+    struct Change {
+        enum class Kind : std::uint8_t { made, undone, redone };
+        Kind kind;
+        std::string label;
+    };
+    [[nodiscard]] const Change& lastChange() const noexcept { return m_lastChange; }
+
     /// The root group; none while locked. Valid until the vault changes, as all pointers into it are.
     [[nodiscard]] const KdbxGroup* root() const noexcept;
     /// The vault's own name, else its file's without the extension, else "Brenvik".
@@ -225,12 +234,24 @@ public:
     /// Appends the entries to a group. Where there is no such group they are lost, until `undo`.
     void moveEntriesTo(std::set<UUID> ids, UUID groupID);
 
+    enum class Shift : bool { up, down };
+    /// Puts entries of the list before the row above the first of them, or behind the row below the last, as a drag
+    /// there would. Nothing happens at the list's end, and in a search.
+    void shiftEntries(const std::set<UUID>& ids, Shift direction);
+
     /// Appends the group to its parent, which is expanded, and selects it.
     void addGroup(KdbxGroup group, UUID parentID);
     /// Takes over name, notes, icon and sequence, and nothing else, so that what came to the group meanwhile stays.
     void updateGroup(const KdbxGroup& group);
     /// Takes the group with all that it holds out of the vault and selects the root, which itself stays.
     void deleteGroup(UUID id);
+    /// Appends the group with all that it holds to the subgroups of another, which is expanded. What `canMoveGroup`
+    /// refuses changes nothing.
+    void moveGroupTo(UUID id, UUID parentID);
+    /// Whether both groups exist and the first can become the other's: it is not the root, and does not hold the other.
+    [[nodiscard]] bool canMoveGroup(UUID id, UUID parentID) const;
+    /// Has a group change places with the one above or below it in the same group.
+    void shiftGroup(UUID id, Shift direction);
     /// Shows or hides a group's subgroups. No step, and nothing to save by itself.
     void setGroupExpanded(UUID id, bool isExpanded);
 
@@ -265,6 +286,7 @@ signals:
     void searchFocusTokenChanged();
     void undoLabelChanged();
     void redoLabelChanged();
+    void lastChangeMade();
     /// A derivation has begun, or the verb that waited for it has ended.
     void derivationChanged();
     void rescueOfferChanged();
@@ -334,7 +356,8 @@ private:
     void scheduleStatusClear();
     bool selectRange(UUID id);
     void startSearchOrder(const EntryReferences& entries) const;
-    void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to);
+    void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Change::Kind kind);
+    void announceChange(Change::Kind kind, const std::string& label);
     void emptyUndoStacks();
     void refreshUndoLabels();
     void pruneSelection();
@@ -372,6 +395,7 @@ private:
     std::deque<Snapshot> m_redoStack;
     std::optional<std::string> m_undoLabel;
     std::optional<std::string> m_redoLabel;
+    Change m_lastChange{};
     std::optional<UUID> m_selectionAnchor;    // where a range of the selection starts
     mutable EntrySearch m_search;             // what it remembers goes when the vault is locked, as the orders do
     mutable EntryOrder m_groupOrder;          // of the selected group's entries

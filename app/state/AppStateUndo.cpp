@@ -17,6 +17,7 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
         assignDatabase(std::move(database));
         ++m_changeCount;
         assign(m_isDirty, true, &AppState::isDirtyChanged);
+        announceChange(Change::Kind::made, m_undoStack.back().label);
         if (m_undoStack.size() > undoLimit)
             m_undoStack.pop_front();
     } catch (...) {
@@ -45,14 +46,14 @@ void AppState::amend(const std::function<void(KdbxDatabase&)>& body) {
 }
 
 void AppState::undo() {
-    travel(m_undoStack, m_redoStack);
+    travel(m_undoStack, m_redoStack, Change::Kind::undone);
 }
 
 void AppState::redo() {
-    travel(m_redoStack, m_undoStack);
+    travel(m_redoStack, m_undoStack, Change::Kind::redone);
 }
 
-void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to) {
+void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Change::Kind kind) {
     if (from.empty())
         return;
     auto snapshot = std::move(from.back());
@@ -66,9 +67,15 @@ void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to) {
     setSort({.column = snapshot.sortColumn, .ascending = m_sort.ascending});
     ++m_changeCount;
     assign(m_isDirty, true, &AppState::isDirtyChanged);
+    announceChange(kind, to.back().label);
     pruneSelection();
     refreshUndoLabels();
     noteTravel(to.back(), &from == &m_undoStack);
+}
+
+void AppState::announceChange(Change::Kind kind, const std::string& label) {
+    m_lastChange = {kind, label};
+    announce(&AppState::lastChangeMade);
 }
 
 void AppState::emptyUndoStacks() {

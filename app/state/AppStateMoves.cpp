@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+#include "app/state/AppState.h"
+#include "app/state/GroupTree.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
+
+void AppState::shiftEntries(const std::set<UUID>& ids, Shift direction) {
+    if (!m_database || isSearching())
+        return;
+    const auto shown = visibleEntries();
+    const auto isMoving = [&](const KdbxEntry* entry) { return ids.contains(entry->id); };
+    if (direction == Shift::up) {
+        const auto first = std::ranges::find_if(shown, isMoving);
+        if (first != shown.end() && first != shown.begin())
+            moveEntriesBefore(ids, (*std::prev(first))->id);
+        return;
+    }
+    const auto last = std::find_if(shown.rbegin(), shown.rend(), isMoving);
+    if (last == shown.rend() || last == shown.rbegin())
+        return;
+    const auto below = std::prev(last);  // the row that they go behind
+    if (below == shown.rbegin())
+        moveEntriesToEnd(ids);
+    else
+        moveEntriesBefore(ids, (*std::prev(below))->id);
+}
+
+bool AppState::canMoveGroup(UUID id, UUID parentID) const {
+    if (!m_database || id == m_database->root.id)
+        return false;
+    const auto* const group = GroupTree::findGroup(m_database->root, id);
+    // A group cannot be put into what it holds, itself included: nothing would hold it then.
+    return group && !GroupTree::findGroup(*group, parentID) && GroupTree::findGroup(m_database->root, parentID);
+}
+
+void AppState::moveGroupTo(UUID id, UUID parentID) {
+    if (!canMoveGroup(id, parentID))
+        return;
+    const auto& siblings = GroupTree::findGroup(m_database->root, parentID)->groups;
+    if (!siblings.empty() && siblings.back().id == id)
+        return;  // it stands there
+    const auto now = m_services.scheduler.now();
+    edit("Grubu Taşı", [&](KdbxDatabase& database) {
+        auto group = GroupTree::removeGroup(database.root, id);
+        GroupTree::mutateGroup(database.root, parentID, [&](KdbxGroup& parent) {
+            parent.groups.append(std::move(*group));
+            parent.isExpanded = true;
+            parent.modified = now;
+        });
+    });
+}
+
+void AppState::shiftGroup(UUID id, Shift direction) {
+    const auto parent = m_database ? GroupTree::parentOfGroup(m_database->root, id) : std::nullopt;
+    if (!parent)
+        return;
+    const auto place = *parent->groups.indexOfID(id);
+    if (direction == Shift::up ? place == 0 : place + 1 == parent->groups.size())
+        return;
+    std::vector<std::size_t> order(parent->groups.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::swap(order[place], order[direction == Shift::up ? place - 1 : place + 1]);
+    const auto now = m_services.scheduler.now();
+    edit("Sırayı Değiştir", [&](KdbxDatabase& database) {
+        GroupTree::mutateGroup(database.root, parent->id, [&](KdbxGroup& group) {
+            group.groups.rearrange(order);
+            group.modified = now;
+        });
+    });
+}
