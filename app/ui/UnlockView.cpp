@@ -20,6 +20,7 @@
 #include "app/ui/components/StrengthMeter.h"
 #include "app/ui/components/SymbolMark.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QEvent>
@@ -311,7 +312,8 @@ void UnlockView::takeUpDatabase() {
     m_isCreating = m_state.offersCreation();
     showDatabase();
     showMode();
-    if (m_state.databaseURL())
+    // An open vault that is saved elsewhere has another file too, and its focus in another screen.
+    if (m_state.databaseURL() && m_state.isLocked())
         m_password->setFocus();
 }
 
@@ -352,9 +354,9 @@ void UnlockView::showSubmit() {
 
 void UnlockView::showError() {
     const auto& error = m_state.lastError();
-    m_banner->setVisible(error.has_value());
     if (error)
         m_banner->setMessage(qtText(*error));
+    m_banner->setVisible(error.has_value());  // with its words already, so that they are spoken once
 }
 
 void UnlockView::answerError() {
@@ -434,13 +436,15 @@ int UnlockView::cardHeight() const {
     return m_card->layout()->totalHeightForWidth(cardWidth);
 }
 
-/// Return is the way on, from wherever on the card: the fields let it through to here, so that it counts once. A button
-/// is pressed with the space bar.
+/// Return is the way on, from wherever on the card: the fields let it through to here, so that it counts once. Where
+/// there is nothing to submit, it presses the button that has the focus.
 void UnlockView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        return QScrollArea::keyPressEvent(event);
+    if (canSubmit())
         submit();
-    else
-        QScrollArea::keyPressEvent(event);
+    else if (auto* const button = qobject_cast<QAbstractButton*>(focusWidget()); button && button->hasFocus())
+        button->click();
 }
 
 bool UnlockView::eventFilter(QObject* watched, QEvent* event) {

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QSignalSpy>
 #include <QTimer>
 
 namespace {
@@ -234,6 +235,36 @@ TEST_F(UnlockViewTest, returnIsTheWayOnFromWhereverOnTheCard) {
     QTest::keyClick(button(view, "Kaldır"), Qt::Key_Return);
     EXPECT_FALSE(state->lastError().value_or("").empty()) << "the key file alone was tried";
     EXPECT_TRUE(shows(view, "kasam.keyx"));
+}
+
+TEST_F(UnlockViewTest, returnPressesTheButtonThatHasTheFocusWhereThereIsNothingToSubmit) {
+    QStringList titles;
+    QTimer panels;
+    QObject::connect(&panels, &QTimer::timeout, &panels, [&] {
+        auto* const panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (!panel)
+            return;
+        titles += panel->windowTitle();
+        panel->reject();
+    });
+    panels.start(1);
+    view.activateWindow();
+    for (const auto* name : {"Veritabanı aç…", "Yeni kasa…"}) {
+        button(view, name)->setFocus();
+        QTest::keyClick(button(view, name), Qt::Key_Return);
+    }
+    EXPECT_EQ(titles, QStringList({"Veritabanı Aç", "Yeni Veritabanı"}));
+}
+
+TEST_F(UnlockViewTest, returnInThePasswordFieldWithAKeyFileSubmitsOnce) {
+    state->prepare(existing);
+    chooseKeyFile();
+    type(view, "Ana parola", "yanlış");
+    QSignalSpy failures(&*state, &AppState::lastErrorChanged);
+    QTest::keyClick(field(view, "Ana parola"), Qt::Key_Return);
+    EXPECT_EQ(failures.count(), 1);
+    EXPECT_TRUE(state->isLocked());
+    EXPECT_EQ(codec.lastKey->password, "yanlış");
 }
 
 TEST_F(UnlockViewTest, returnWithNothingToSubmitDoesNothing) {
