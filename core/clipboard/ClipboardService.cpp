@@ -93,8 +93,10 @@ void ClipboardService::stopAndWipe() {
     m_secondsRemaining = 0;
     const auto owned = std::exchange(m_ownedChangeCount, std::nullopt);
     // Another program's text is not ours to wipe, also when it came after the last tick.
-    if (owned && *owned == m_clipboard.changeCount())
+    if (owned && *owned == m_clipboard.changeCount()) {
         m_clipboard.setText("");
+        ++m_wipeCount;
+    }
 }
 
 // Tells the observers once, when all is settled.

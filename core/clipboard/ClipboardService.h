@@ -41,6 +41,9 @@ public:
     /// 0 when no countdown runs.
     [[nodiscard]] std::int64_t secondsRemaining() const noexcept { return m_secondsRemaining; }
 
+    /// Rises with every wipe of a secret of ours.
+    [[nodiscard]] std::int64_t wipeCount() const noexcept { return m_wipeCount; }
+
     /// Seconds from copying a secret to its wipe, rounded when a countdown starts.
     [[nodiscard]] double clearAfter() const noexcept { return m_clearAfter; }
     void setClearAfter(double seconds) noexcept { m_clearAfter = seconds; }
@@ -60,6 +63,7 @@ private:
     Clipboard& m_clipboard;
     Scheduler& m_scheduler;
     std::int64_t m_secondsRemaining = 0;
+    std::int64_t m_wipeCount = 0;
     double m_clearAfter = 12.0;
     std::optional<std::int64_t> m_ownedChangeCount;  // right after a secret was written; none when none is pending
     std::optional<Scheduler::Task> m_timer;          // none when no countdown runs
