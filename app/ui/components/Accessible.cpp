@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Accessible.h"
 
+#include "app/ui/components/OrderedAccessible.h"
+
 #include <QAbstractButton>
 #include <QAccessibleObject>
 #include <QAccessibleWidget>
@@ -82,12 +84,16 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     if (className == QLatin1String("QSplitterHandle"))
         return new QAccessibleWidget(widget, QAccessible::Separator);
     const auto property = widget->property(roleProperty);
-    if (!property.isValid())
-        return nullptr;
+    if (!property.isValid()) {
+        // For a kind that has an object of its own, Qt asks before it comes to the base class.
+        if (className == QLatin1String("QWidget"))
+            return new OrderedAccessible(widget);
+        return className == QLatin1String("QSplitter") ? new OrderedAccessible(widget, QAccessible::Splitter) : nullptr;
+    }
     const auto role = static_cast<QAccessible::Role>(property.toInt());
     if (auto* const button = qobject_cast<QAbstractButton*>(widget))
         return new ButtonAccessible(*button, role);
-    return new QAccessibleWidget(widget, role);
+    return new OrderedAccessible(widget, role);
 }
 
 /// Whether what an event tells of is shown as dots.
