@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/FilePanels.h"
+#include "app/ui/MoveCommands.h"
 #include "app/ui/TextCommands.h"
 #include "app/ui/Texts.h"
 #include "core/clipboard/ClipboardService.h"
@@ -34,7 +35,8 @@ Commands::Commands(const Environment& environment, QWidget& window)
       m_environment(environment),
       m_state(environment.state),
       m_window(window),
-      m_text(new TextCommands(window)) {
+      m_text(new TextCommands(window)),
+      m_moves(new MoveCommands(environment.state, window)) {
     makeFileCommands();
     makeEditCommands();
     makeEntryCommands();
@@ -123,7 +125,8 @@ void Commands::fill(QMenuBar& bar) {
     connect(edit, &QMenu::aboutToShow, m_text, &TextCommands::showEnabled);
     menu(tr("&Kayıt"), {{m_copyUsername, m_copyPassword, m_copyURL},
                         {m_autoType, m_openURL},
-                        {m_newEntry, m_newGroup, m_edit, m_delete}});
+                        {m_newEntry, m_newGroup, m_edit, m_delete},
+                        m_moves->all()});
     menu(tr("&Araçlar"), {{m_generate, m_clearClipboard}});
     menu(tr("&Görünüm"), {{m_search}});
     menu(tr("&Yardım"), {{m_about}});
@@ -169,7 +172,8 @@ bool Commands::isHeldBack(const QAction* action) const {
 void Commands::connectState() {
     for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isLockedChanged,
                               &AppState::isDirtyChanged, &AppState::undoLabelChanged, &AppState::redoLabelChanged,
-                              &AppState::selectedEntryIDsChanged, &AppState::routeChanged})
+                              &AppState::selectedEntryIDsChanged, &AppState::selectedGroupIDChanged,
+                              &AppState::searchTextChanged, &AppState::routeChanged})
         connect(&m_state, signal, this, &Commands::showEnabled);
     connect(m_text, &TextCommands::allRowsWanted, this, [this] {
         std::vector<UUID> ids;
@@ -185,6 +189,7 @@ void Commands::showEnabled() {
     for (const auto& [action, rule] : m_rules)
         action->setEnabled((this->*rule)() && !(m_isWaiting && isHeldBack(action)));
     m_text->setRowsInReach(isInReach());
+    m_moves->showEnabled(isInReach());
     showUndoLabels();
 }
 

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+class MoveCommands;
 class QAction;
 class QMenu;
 class QMenuBar;
@@ -36,6 +37,8 @@ public:
     [[nodiscard]] QAction* saving() const noexcept { return m_save; }
     [[nodiscard]] QAction* locking() const noexcept { return m_lock; }
     [[nodiscard]] QAction* addingEntry() const noexcept { return m_newEntry; }
+
+    [[nodiscard]] MoveCommands* moving() const noexcept { return m_moves; }
 
     /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
@@ -90,6 +93,7 @@ private:
     AppState& m_state;
     QWidget& m_window;
     TextCommands* m_text;
+    MoveCommands* m_moves;
     std::vector<std::pair<QAction*, Rule>> m_rules;
     bool m_isCovered = false;
     bool m_isWaiting = false;

@@ -12,9 +12,11 @@
 #include "app/ui/RowListView.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Announcement.h"
 #include "app/ui/components/EmptyStateView.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/SectionHeader.h"
+#include "app/ui/components/TabStops.h"
 #include "core/model/UUIDSet.h"
 
 #include <QDrag>
@@ -35,7 +37,27 @@ namespace {
 
 constexpr std::chrono::milliseconds preparationPause{10};   // between two steps, so that a key is answered first
 constexpr std::chrono::milliseconds pauseAfterChange{100};  // which is to be painted before
+constexpr std::chrono::milliseconds pauseBeforeCount{400};  // after a letter, so that a word is not talked into
 constexpr std::chrono::seconds firstPreparation{1};         // when the window has long been painted
+
+/// Follows a row while others come and go, and once it has gone itself the place that it leaves.
+class PlaceInRows {
+public:
+    PlaceInRows(const QAbstractItemModel& model, int row) : m_row(row) {
+        QObject::connect(&model, &QAbstractItemModel::rowsRemoved, &m_context,
+                         [this](const QModelIndex&, int first, int last) {
+                             m_row = m_row > last ? m_row - (last - first + 1) : std::min(m_row, first);
+                         });
+        QObject::connect(
+            &model, &QAbstractItemModel::rowsInserted, &m_context,
+            [this](const QModelIndex&, int first, int last) { m_row += m_row >= first ? last - first + 1 : 0; });
+    }
+    [[nodiscard]] int row() const noexcept { return m_row; }
+
+private:
+    QObject m_context;
+    int m_row;
+};
 
 }  // namespace
 
@@ -47,7 +69,8 @@ EntryListView::EntryListView(AppState& state, QWidget* parent)
       m_sort(new IconButton(QStringLiteral("arrow.up.arrow.down"), {})),
       m_add(new IconButton(QStringLiteral("plus"), tr("Yeni kayıt (⌘I)"))),
       m_content(new QStackedWidget),
-      m_list(new RowListView(tr("Kayıtlar"))) {
+      m_list(new RowListView(tr("Kayıtlar"))),
+      m_spokenCount(new Announcement(this)) {
     makeHeader();
     arrange();
     connectList();
@@ -92,8 +115,10 @@ void EntryListView::connectState() {
     connect(&m_state, &AppState::databaseChanged, this, &EntryListView::showEntries);
     connect(&m_state, &AppState::sortChanged, this, &EntryListView::showEntries);
     connect(&m_state, &AppState::selectedGroupIDChanged, this, &EntryListView::showList);
-    connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showList);
+    connect(&m_state, &AppState::searchTextChanged, this, &EntryListView::showSearch);
     connect(&m_state, &AppState::selectedEntryIDsChanged, this, &EntryListView::showSelection);
+    m_counting.setSingleShot(true);
+    connect(&m_counting, &QTimer::timeout, this, &EntryListView::sayCount);
 
     const auto prepareSoon = [this] { m_preparing.start(pauseAfterChange); };
     m_preparing.setSingleShot(true);
@@ -113,6 +138,25 @@ void EntryListView::showList() {
     showSelection();
 }
 
+/// What a search hides is not selected any more: no command is to act on what the list does not show.
+void EntryListView::showSearch() {
+    showList();
+    m_spokenCount->say({});
+    if (!m_state.isSearching())
+        return m_counting.stop();
+    m_counting.start(pauseBeforeCount);
+    std::set<UUID> shown;
+    for (const auto& range : m_list->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            shown.insert(m_model->id(row));
+    m_state.setSelectedEntryIDs(std::move(shown));
+}
+
+void EntryListView::sayCount() {
+    const int count = m_model->rowCount();
+    m_spokenCount->say(count == 0 ? tr("Eşleşme yok") : tr("%1 eşleşme").arg(count));
+}
+
 /// The same list, perhaps changed: the reader stays where he is.
 void EntryListView::showEntries() {
     const auto current = m_list->currentIndex();
@@ -120,8 +164,9 @@ void EntryListView::showEntries() {
     const int scrolled = m_list->verticalScrollBar()->value();
     {
         const QScopedValueRollback showing(m_isShowing, true);
+        const PlaceInRows place(*m_model, current.row());
         m_model->show(m_state.database(), m_state.visibleEntries());
-        showCurrent(currentID, current.row());
+        showCurrent(currentID, place.row());
     }
     m_list->verticalScrollBar()->setValue(scrolled);
     showHeader();
@@ -238,11 +283,38 @@ void EntryListView::editFocusedEntry() {
 }
 
 void EntryListView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
-    auto* const menu = EntryRowMenu::make(m_state, m_model->entry(index.row()), this);
+    auto* const menu = EntryRowMenu::make(m_state, m_model->entry(index.row()), this,
+                                          [this](const std::set<UUID>& ids) { emit moveWanted(ids); });
     menu->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
     connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
     menu->popup(globalPosition);
+}
+
+void EntryListView::goToFirstResult() {
+    if (m_state.isSearching() && m_model->rowCount() > 0)
+        m_list->setCurrentIndex(m_model->index(0));
+    goToResults();
+}
+
+void EntryListView::goToResults() {
+    if (m_model->rowCount() == 0) {
+        if (auto* const wayOut = m_empty ? TabStops::first(*m_empty) : nullptr)
+            wayOut->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    if (!m_list->selectionModel()->hasSelection())
+        m_list->setCurrentIndex(m_model->index(0));
+    m_list->setFocus(Qt::OtherFocusReason);
+    m_list->scrollTo(m_list->currentIndex());
+}
+
+/// From the way out of a search that has found nothing, and from the buttons above.
+void EntryListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier || !m_state.isSearching())
+        return QWidget::keyPressEvent(event);
+    m_state.clearSearch();
+    emit searchEnded();
 }
 
 bool EntryListView::eventFilter(QObject* watched, QEvent* event) {
@@ -273,18 +345,19 @@ bool EntryListView::answerKey(const QKeyEvent& event) {
             m_state.deleteEntries(m_state.selectedEntryIDs());
             return true;
         case Qt::Key_Up:
-            return selectAtEnd(0);
+            return m_list->currentIndex().row() == 0 && selectCurrent();
         case Qt::Key_Down:
-            return selectAtEnd(m_model->rowCount() - 1);
+            return selectCurrent();
         default:
             return false;
     }
 }
 
-/// Where nothing is selected, an arrow that has no row to go to selects the one that it is on.
-bool EntryListView::selectAtEnd(int row) {
+/// Where nothing is selected, the way down begins with the row that the keyboard is on: the first one of a list, and
+/// after a delete the one that came next.
+bool EntryListView::selectCurrent() {
     const auto current = m_list->currentIndex();
-    if (!m_state.selectedEntryIDs().empty() || !current.isValid() || current.row() != row)
+    if (m_list->selectionModel()->hasSelection() || !current.isValid())
         return false;
     m_list->setCurrentIndex(current);
     return true;

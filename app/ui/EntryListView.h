@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 
+class Announcement;
 class AppState;
 class EntryListModel;
 class IconButton;
@@ -30,7 +31,20 @@ public:
 
     [[nodiscard]] RowListView* list() const noexcept { return m_list; }
 
+    /// Gives the keyboard to what the search has found and selects the first of it; where nothing is found, to the way
+    /// out of the search.
+    void goToFirstResult();
+    /// The same, but what is selected among it stays so.
+    void goToResults();
+
+signals:
+    /// A search was ended from here, by a key.
+    void searchEnded();
+    /// The user wants to choose a group for entries.
+    void moveWanted(const std::set<UUID>& ids);
+
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -40,6 +54,8 @@ private:
     void connectState();
 
     void showList();
+    void showSearch();
+    void sayCount();
     void showEntries();
     void showHeader();
     void showContent();
@@ -53,7 +69,7 @@ private:
     void editFocusedEntry();
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);
     bool answerKey(const QKeyEvent& event);
-    bool selectAtEnd(int row);
+    bool selectCurrent();
 
     void drag(const QModelIndex& index);
     [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;
@@ -68,6 +84,8 @@ private:
     RowListView* m_list;
     QWidget* m_empty = nullptr;
     std::string m_emptySearch;  // what it says that nothing matches
-    QTimer m_preparing;         // for what comes next, while nothing else is asked of us
-    bool m_isShowing = false;   // a selection that is shown was not chosen, and one that was chosen is shown already
+    Announcement* m_spokenCount;
+    QTimer m_counting;         // until the letters rest
+    QTimer m_preparing;        // for what comes next, while nothing else is asked of us
+    bool m_isShowing = false;  // a selection that is shown was not chosen, and one that was chosen is shown already
 };

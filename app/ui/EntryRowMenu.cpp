@@ -29,7 +29,8 @@ std::set<UUID> EntryRowMenu::targetIDs(const AppState& state, const UUID& entryI
     return selected.contains(entryID) ? selected : std::set{entryID};
 }
 
-QMenu* EntryRowMenu::make(AppState& state, const KdbxEntry& entry, QWidget* parent) {
+QMenu* EntryRowMenu::make(AppState& state, const KdbxEntry& entry, QWidget* parent,
+                          const std::function<void(const std::set<UUID>&)>& move) {
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
@@ -53,5 +54,7 @@ QMenu* EntryRowMenu::make(AppState& state, const KdbxEntry& entry, QWidget* pare
     add("Çoğalt", [&state, id] { state.duplicateEntries(targetIDs(state, id)); });
     menu->addSeparator();
     add("Sil", [&state, id] { state.deleteEntries(targetIDs(state, id)); });
+    menu->addSeparator();
+    add("Gruba taşı…", [&state, id, move] { move(targetIDs(state, id)); });
     return menu;
 }

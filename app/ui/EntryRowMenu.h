@@ -3,6 +3,7 @@
 
 #include "core/model/KdbxDatabase.h"
 
+#include <functional>
 #include <set>
 
 class AppState;
@@ -17,6 +18,9 @@ namespace EntryRowMenu {
 [[nodiscard]] std::set<UUID> targetIDs(const AppState& state, const UUID& entryID);
 
 /// A menu that is deleted when it closes, and closes when the vault is locked.
-[[nodiscard]] QMenu* make(AppState& state, const KdbxEntry& entry, QWidget* parent);
+///
+/// @param move asks where entries are to be moved to.
+[[nodiscard]] QMenu* make(AppState& state, const KdbxEntry& entry, QWidget* parent,
+                          const std::function<void(const std::set<UUID>&)>& move);
 
 }  // namespace EntryRowMenu

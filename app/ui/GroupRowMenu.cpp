@@ -14,7 +14,7 @@ QString tr(const char* text) {
 
 }  // namespace
 
-QMenu* GroupRowMenu::make(AppState& state, const KdbxGroup& group, QWidget* parent) {
+QMenu* GroupRowMenu::make(AppState& state, const KdbxGroup& group, QWidget* parent, const std::function<void()>& move) {
     auto* const menu = new QMenu(parent);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
@@ -32,10 +32,12 @@ QMenu* GroupRowMenu::make(AppState& state, const KdbxGroup& group, QWidget* pare
     menu->addSeparator();
     add("Grubu düzenle", [&state, id] { state.setRoute(AppState::Route::editGroup(id)); })->setEnabled(!isRoot);
     add("Grubu sil", [&state, id] { state.deleteGroup(id); })->setEnabled(!isRoot);
-    if (group.groups.empty())
-        return menu;
+    if (!group.groups.empty()) {
+        menu->addSeparator();
+        const bool isExpanded = group.isExpanded;
+        add(isExpanded ? "Daralt" : "Genişlet", [&state, id, isExpanded] { state.setGroupExpanded(id, !isExpanded); });
+    }
     menu->addSeparator();
-    const bool isExpanded = group.isExpanded;
-    add(isExpanded ? "Daralt" : "Genişlet", [&state, id, isExpanded] { state.setGroupExpanded(id, !isExpanded); });
+    add("Grubu taşı…", move)->setEnabled(!isRoot);
     return menu;
 }

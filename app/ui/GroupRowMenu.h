@@ -3,6 +3,8 @@
 
 #include "core/model/KdbxDatabase.h"
 
+#include <functional>
+
 class AppState;
 class QMenu;
 class QWidget;
@@ -11,6 +13,8 @@ class QWidget;
 namespace GroupRowMenu {
 
 /// A menu that is deleted when it closes, and closes when the vault is locked.
-[[nodiscard]] QMenu* make(AppState& state, const KdbxGroup& group, QWidget* parent);
+///
+/// @param move asks where the group is to be moved to.
+[[nodiscard]] QMenu* make(AppState& state, const KdbxGroup& group, QWidget* parent, const std::function<void()>& move);
 
 }  // namespace GroupRowMenu

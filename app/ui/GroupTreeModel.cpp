@@ -16,8 +16,17 @@ QString nameOf(const KdbxGroup& group) {
 }  // namespace
 
 void GroupTreeModel::show(const std::optional<KdbxDatabase>& database) {
+    show(database, {});
+}
+
+void GroupTreeModel::showTargets(const std::optional<KdbxDatabase>& database, const std::optional<UUID>& moving) {
+    m_canFold = false;
+    show(database, {.isUnfolded = true, .without = moving});
+}
+
+void GroupTreeModel::show(const std::optional<KdbxDatabase>& database, const Extent& extent) {
     auto owner = database ? std::make_shared<const KdbxDatabase>(*database) : nullptr;
-    auto rows = owner ? rowsOf(owner->root) : std::vector<Row>();
+    auto rows = owner ? rowsOf(owner->root, extent) : std::vector<Row>();
     const auto formerOwner = std::exchange(m_owner, std::move(owner));  // whose groups are shown until all is told
     become(
         m_rows, std::move(rows),
@@ -32,7 +41,7 @@ std::optional<int> GroupTreeModel::parentOf(int row) const {
 }
 
 // Without recursion, as a vault may be deeper than the stack. Hidden groups are walked too, since their entries count.
-std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root) {
+std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root, const Extent& extent) {
     struct Waiting {
         const KdbxGroup* group;
         int depth;
@@ -48,8 +57,10 @@ std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root) {
         if (isShown)
             rows.push_back({group, depth, parent, 0});
         rows[row].entryCount += static_cast<std::int64_t>(group->entries.size());
+        const bool isUnfolded = extent.isUnfolded || group->isExpanded;
         for (auto child = group->groups.size(); child > 0; --child)
-            waiting.push_back({&group->groups[child - 1], depth + 1, row, isShown && group->isExpanded});
+            if (const auto& subgroup = group->groups[child - 1]; subgroup.id != extent.without)
+                waiting.push_back({&subgroup, depth + 1, row, isShown && isUnfolded});
     }
     for (auto row = rows.size(); row > 1; --row)
         rows[rows[row - 1].parent].entryCount += rows[row - 1].entryCount;
@@ -76,7 +87,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return nameOf(*row.group);
         case Qt::AccessibleDescriptionRole:
-            return tr("%1 kayıt").arg(row.entryCount);
+            return tr("%1 kayıt, düzey %2").arg(row.entryCount).arg(row.depth + 1);
         case depthRole:
             return row.depth;
         case countRole:
@@ -84,10 +95,16 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case iconRole:
             return static_cast<qlonglong>(row.group->iconID);
         case hasChildrenRole:
-            return !row.group->groups.empty();
+            return m_canFold && !row.group->groups.empty();
         case isExpandedRole:
             return row.group->isExpanded;
         default:
             return {};
     }
+}
+
+// The root stays where it is.
+Qt::ItemFlags GroupTreeModel::flags(const QModelIndex& index) const {
+    const auto flags = RowListModel::flags(index);
+    return index.row() > 0 && m_canFold ? flags | Qt::ItemIsDragEnabled : flags;
 }

@@ -19,6 +19,9 @@ public:
 
     /// Shows a vault's groups, and holds the vault for as long as they show.
     void show(const std::optional<KdbxDatabase>& database);
+    /// Shows all groups, folded up or not, to choose one from, but for a group that is about to move and what it holds.
+    /// Here none can be folded.
+    void showTargets(const std::optional<KdbxDatabase>& database, const std::optional<UUID>& moving);
 
     [[nodiscard]] const KdbxGroup& group(int row) const { return *m_rows[static_cast<std::size_t>(row)].group; }
     [[nodiscard]] std::optional<int> rowOf(const UUID& id) const;
@@ -28,6 +31,7 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
     struct Row {
@@ -37,8 +41,16 @@ private:
         std::int64_t entryCount;  // of the group and all below it
     };
 
-    static std::vector<Row> rowsOf(const KdbxGroup& root);
+    /// Which of the groups are shown.
+    struct Extent {
+        bool isUnfolded = false;
+        std::optional<UUID> without;
+    };
+
+    void show(const std::optional<KdbxDatabase>& database, const Extent& extent);
+    static std::vector<Row> rowsOf(const KdbxGroup& root, const Extent& extent);
 
     std::shared_ptr<const KdbxDatabase> m_owner;  // the root lies in it, so it does not move
     std::vector<Row> m_rows;
+    bool m_canFold = true;
 };

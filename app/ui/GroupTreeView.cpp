@@ -2,6 +2,8 @@
 #include "app/ui/GroupTreeView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/EntryDrag.h"
+#include "app/ui/GroupDrag.h"
 #include "app/ui/GroupRowDelegate.h"
 #include "app/ui/GroupRowMenu.h"
 #include "app/ui/GroupTreeModel.h"
@@ -14,8 +16,10 @@
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
 
+#include <QDrag>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -56,6 +60,7 @@ QWidget* GroupTreeView::makeHeader() {
 void GroupTreeView::arrange() {
     m_list->setModel(m_model);
     m_list->setItemDelegate(new GroupRowDelegate(m_list));
+    m_list->setDragEnabled(true);
     m_list->installEventFilter(this);
     m_list->viewport()->installEventFilter(this);
 
@@ -79,10 +84,15 @@ void GroupTreeView::connectList() {
                    : std::nullopt;
     });
     connect(m_list, &RowListView::menuRequested, this, &GroupTreeView::openMenu);
-    new RowDropTarget(*m_list,
-                      {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
-                       .drop = [this](const std::set<UUID>& ids, const RowMark& place) { takeDrop(ids, place); },
-                       .rest = [this](const RowMark& place) { setExpanded(place.row, true); }});
+    connect(m_list, &RowListView::dragStarted, this, &GroupTreeView::drag);
+    new RowDropTarget(
+        *m_list,
+        {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
+         .drop = [this](const std::set<UUID>& ids, const RowMark& place) { takeDrop(ids, place); },
+         .groupPlaceAt = [this](const QPoint& position, const UUID& id) { return groupDropPlaceAt(position, id); },
+         .dropGroup = [this](const UUID& id,
+                             const RowMark& place) { m_state.moveGroupTo(id, m_model->group(place.row).id); },
+         .rest = [this](const RowMark& place) { setExpanded(place.row, true); }});
 }
 
 void GroupTreeView::connectState() {
@@ -135,7 +145,9 @@ void GroupTreeView::addGroup() {
 }
 
 void GroupTreeView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {
-    auto* const menu = GroupRowMenu::make(m_state, m_model->group(index.row()), this);
+    const auto id = m_model->group(index.row()).id;
+    auto* const menu =
+        GroupRowMenu::make(m_state, m_model->group(index.row()), this, [this, id] { emit moveWanted(id); });
     menu->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
     m_list->setMark(RowMark{index.row(), RowMark::Shape::outline});
     connect(menu, &QMenu::aboutToHide, m_list, [this] { m_list->setMark(std::nullopt); });
@@ -214,6 +226,22 @@ QList<RowVerb> GroupTreeView::verbsOf(const QModelIndex& index) {
         return {};
     return {{*isExpanded ? tr("Daralt") : tr("Genişlet"),
              [this, index, isExpanded] { setExpanded(index.row(), !*isExpanded); }}};
+}
+
+void GroupTreeView::drag(const QModelIndex& index) {
+    const auto& group = m_model->group(index.row());
+    auto* const drag = new QDrag(m_list);
+    drag->setMimeData(GroupDrag::contentOf(group.id).release());
+    drag->setPixmap(EntryDrag::picture(index.data().toString(), group.iconID, 1, devicePixelRatioF()));
+    drag->setHotSpot({Metric::l, Metric::l});
+    m_list->forgetPointer();
+    drag->exec(Qt::MoveAction);
+}
+
+/// A row that takes the group; the one that holds it already would only put it last.
+std::optional<RowMark> GroupTreeView::groupDropPlaceAt(const QPoint& position, const UUID& groupID) const {
+    const auto place = dropPlaceAt(position);
+    return place && m_state.canMoveGroup(groupID, m_model->group(place->row).id) ? place : std::nullopt;
 }
 
 std::optional<RowMark> GroupTreeView::dropPlaceAt(const QPoint& position) const {

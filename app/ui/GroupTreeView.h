@@ -27,6 +27,10 @@ public:
 
     [[nodiscard]] RowListView* list() const noexcept { return m_list; }
 
+signals:
+    /// The user wants to choose a place for a group.
+    void moveWanted(const UUID& groupID);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -52,7 +56,9 @@ private:
     void setExpanded(int row, bool isExpanded);
     [[nodiscard]] QList<RowVerb> verbsOf(const QModelIndex& index);
 
+    void drag(const QModelIndex& index);
     [[nodiscard]] std::optional<RowMark> dropPlaceAt(const QPoint& position) const;
+    [[nodiscard]] std::optional<RowMark> groupDropPlaceAt(const QPoint& position, const UUID& groupID) const;
     void takeDrop(const std::set<UUID>& ids, const RowMark& place);
 
     AppState& m_state;

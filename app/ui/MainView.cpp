@@ -4,11 +4,14 @@
 #include "app/state/AppState.h"
 #include "app/ui/EntryDetailPane.h"
 #include "app/ui/EntryListView.h"
+#include "app/ui/FocusKeeper.h"
 #include "app/ui/GroupTreeView.h"
+#include "app/ui/MoveCommands.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/StatusBar.h"
 #include "app/ui/Theme.h"
 #include "app/ui/Toolbar.h"
+#include "app/ui/components/SearchField.h"
 
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -52,9 +55,27 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addWidget(new Toolbar(state, commands));
+    auto* const toolbar = new Toolbar(state, commands);
+    rows->addWidget(toolbar);
     rows->addWidget(columns, 1);
     rows->addWidget(new StatusBar(state, environment.clipboard));
+    connectSearch(*toolbar->search());
+    connect(m_entries, &EntryListView::moveWanted, this,
+            [this](const std::set<UUID>& ids) { emit moveWanted({.entryIDs = ids, .groupID = std::nullopt}); });
+    connect(m_groups, &GroupTreeView::moveWanted, this,
+            [this](const UUID& id) { emit moveWanted({.entryIDs = {}, .groupID = id}); });
+    new FocusKeeper(*this, [this] { takeFocus(); });
+}
+
+void MainView::connectSearch(const SearchField& search) {
+    connect(&search, &SearchField::firstResultWanted, m_entries, &EntryListView::goToFirstResult);
+    connect(&search, &SearchField::resultsWanted, m_entries, &EntryListView::goToResults);
+    connect(&search, &SearchField::finished, this, &MainView::takeFocus);
+    connect(m_entries, &EntryListView::searchEnded, this, &MainView::takeFocus);
+}
+
+RowListView* MainView::groupList() const {
+    return m_groups->list();
 }
 
 void MainView::takeFocus() {

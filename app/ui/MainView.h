@@ -8,6 +8,9 @@
 class Commands;
 class EntryListView;
 class GroupTreeView;
+class RowListView;
+class SearchField;
+struct MoveSubject;
 
 /// What the window shows while unlocked: groups, entries and one entry's fields, under one toolbar and above one
 /// status bar.
@@ -19,8 +22,15 @@ public:
 
     /// Gives the keyboard to the entries, or to the groups where there are none.
     void takeFocus();
+    [[nodiscard]] RowListView* groupList() const;
+
+signals:
+    /// A row's menu asks for a sheet with a group to choose.
+    void moveWanted(const MoveSubject& subject);
 
 private:
+    void connectSearch(const SearchField& search);
+
     GroupTreeView* m_groups;
     EntryListView* m_entries;
 };

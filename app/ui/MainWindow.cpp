@@ -6,9 +6,13 @@
 #include "app/ui/Commands.h"
 #include "app/ui/DerivationCover.h"
 #include "app/ui/MainView.h"
+#include "app/ui/MoveCommands.h"
+#include "app/ui/MoveView.h"
 #include "app/ui/RouteSheet.h"
+#include "app/ui/RowListView.h"
 #include "app/ui/ScreenFade.h"
 #include "app/ui/SettingsView.h"
+#include "app/ui/SpokenChanges.h"
 #include "app/ui/Style.h"
 #include "app/ui/UnlockView.h"
 #include "app/ui/WindowSizer.h"
@@ -28,10 +32,14 @@ MainWindow::MainWindow(const Environment& environment)
       m_unlockView(new UnlockView(environment.state)),
       m_mainView(new MainView(environment, *m_commands)),
       m_fade(new ScreenFade(m_screens)),
-      m_about(new SheetHost(m_screens, this)),
+      m_sheets(new SheetHost(m_screens, this)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
-    new RouteSheet(environment, m_screens, this);
+    m_commands->moving()->setGroupList(m_mainView->groupList());
+    new SpokenChanges(environment, *this);
+    auto* const routes = new RouteSheet(environment, m_screens, this);
+    connect(routes, &RouteSheet::focusLost, this, &MainWindow::takeFocus);
+    connect(m_sheets, &SheetHost::focusLost, this, &MainWindow::takeFocus);
     m_cover = new DerivationCover(m_state, *this);
     connect(m_commands, &Commands::settingsWanted, this,
             [this, environment] { SettingsView::open(environment, *this); });
@@ -53,9 +61,11 @@ void MainWindow::arrange() {
 
 void MainWindow::connectState() {
     connect(&m_state, &AppState::isLockedChanged, this, &MainWindow::showScreen);
-    connect(&m_state, &AppState::routeChanged, this, &MainWindow::hideAbout);
+    connect(&m_state, &AppState::routeChanged, this, &MainWindow::hideSheet);
     connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
+    connect(m_commands->moving(), &MoveCommands::targetWanted, this, &MainWindow::showMove);
+    connect(m_mainView, &MainView::moveWanted, this, &MainWindow::showMove);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
     connect(&m_state, &AppState::derivationChanged, this, &MainWindow::dropPicture);
     connect(m_cover, &DerivationCover::shownChanged, m_unlockView, &UnlockView::setDeriving);
@@ -75,7 +85,7 @@ void MainWindow::dropPicture() {
 }
 
 void MainWindow::showScreen() {
-    hideAbout();
+    hideSheet();
     auto picture = m_state.isLocked() ? std::exchange(m_picture, {}) : ScreenFade::pictureOf(*m_screens);
     if (m_state.isLocked()) {
         m_screens->setCurrentWidget(m_unlockView);
@@ -89,17 +99,35 @@ void MainWindow::showScreen() {
     sizeWindow();
 }
 
-void MainWindow::showAbout() {
-    if (m_about->sheet())
-        return;
-    auto* const about = new AboutView;
-    connect(about, &AboutView::dismissed, this, &MainWindow::hideAbout);
-    m_commands->setCovered(true);
-    m_about->present(about);
+/// Where a sheet has left it to nobody.
+void MainWindow::takeFocus() {
+    if (!m_state.isLocked())
+        m_mainView->takeFocus();
 }
 
-void MainWindow::hideAbout() {
-    m_about->dismiss();
+void MainWindow::showAbout() {
+    if (m_sheets->sheet())
+        return;
+    auto* const about = new AboutView;
+    connect(about, &AboutView::dismissed, this, &MainWindow::hideSheet);
+    present(about);
+}
+
+void MainWindow::showMove(const MoveSubject& subject) {
+    if (m_sheets->sheet() || m_state.isLocked())
+        return;
+    auto* const view = new MoveView(m_state, subject);
+    connect(view, &MoveView::dismissed, this, &MainWindow::hideSheet);
+    present(view);
+}
+
+void MainWindow::present(QWidget* sheet) {
+    m_commands->setCovered(true);
+    m_sheets->present(sheet);
+}
+
+void MainWindow::hideSheet() {
+    m_sheets->dismiss();
     m_commands->setCovered(false);
 }
 

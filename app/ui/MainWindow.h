@@ -12,6 +12,7 @@ class MainView;
 class QStackedWidget;
 class ScreenFade;
 class SheetHost;
+struct MoveSubject;
 class UnlockView;
 class WindowSizer;
 
@@ -39,9 +40,12 @@ private:
     void keepPicture();
     void dropPicture();
     void showScreen();
+    void takeFocus();
     void showMnemonics(bool areShown);
     void showAbout();
-    void hideAbout();
+    void showMove(const MoveSubject& subject);
+    void present(QWidget* sheet);
+    void hideSheet();
     void sizeWindow();
 
     AppState& m_state;
@@ -50,7 +54,7 @@ private:
     UnlockView* m_unlockView;
     MainView* m_mainView;
     ScreenFade* m_fade;
-    SheetHost* m_about;
+    SheetHost* m_sheets;  // that are no route's
     DerivationCover* m_cover = nullptr;
     WindowSizer* m_sizer;
     QImage m_picture;  // of the screen that is about to go

@@ -20,6 +20,7 @@ constexpr QSize missingSize(380, 320);
 
 RouteSheet::RouteSheet(const Environment& environment, QWidget* below, QWidget* window)
     : QObject(window), m_environment(environment), m_host(new SheetHost(below, window)) {
+    connect(m_host, &SheetHost::focusLost, this, &RouteSheet::focusLost);
     auto& state = m_environment.state;
     // A locked window has no sheet before it shows its other screen: the focus then stays where that screen puts it.
     for (const auto signal : {&AppState::routeChanged, &AppState::databaseChanged, &AppState::isLockedChanged})

@@ -20,6 +20,10 @@ public:
     /// `below` is the window's content, which is disabled while a sheet shows.
     RouteSheet(const Environment& environment, QWidget* below, QWidget* window);
 
+signals:
+    /// A sheet has gone, and with it what had the focus before it came.
+    void focusLost();
+
 private:
     /// What shows: a route, and whether there is something to show of it.
     struct Content {

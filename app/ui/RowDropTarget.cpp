@@ -2,6 +2,7 @@
 #include "app/ui/RowDropTarget.h"
 
 #include "app/ui/EntryDrag.h"
+#include "app/ui/GroupDrag.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -37,9 +38,7 @@ RowDropTarget::RowDropTarget(RowListView& list, Rules rules) : QObject(&list), m
 bool RowDropTarget::eventFilter(QObject*, QEvent* event) {
     switch (event->type()) {
         case QEvent::DragEnter:
-            // Taken as a whole, so that the drag is told of every move; which places take it, the moves say.
-            event->setAccepted(static_cast<QDragEnterEvent*>(event)->mimeData()->hasText());
-            m_list.forgetPointer();
+            begin(static_cast<QDragEnterEvent&>(*event));
             return true;
         case QEvent::DragMove:
             follow(static_cast<QDragMoveEvent&>(*event));
@@ -55,9 +54,20 @@ bool RowDropTarget::eventFilter(QObject*, QEvent* event) {
     }
 }
 
+/// Takes the drag as a whole, so that it is told of every move; which places take it, the moves say.
+void RowDropTarget::begin(QDragEnterEvent& event) {
+    m_group = GroupDrag::groupIn(*event.mimeData());
+    event.setAccepted(m_group || event.mimeData()->hasText());
+    m_list.forgetPointer();
+}
+
+std::optional<RowMark> RowDropTarget::placeAt(const QPoint& position) const {
+    return m_group ? m_rules.groupPlaceAt(position, *m_group) : m_rules.placeAt(position);
+}
+
 void RowDropTarget::follow(QDragMoveEvent& event) {
     m_position = event.position().toPoint();
-    show(m_rules.placeAt(m_position));
+    show(placeAt(m_position));
     if (scrollStep() == 0)
         m_scrolling.stop();
     else if (!m_scrolling.isActive())
@@ -66,11 +76,15 @@ void RowDropTarget::follow(QDragMoveEvent& event) {
 }
 
 void RowDropTarget::takeDrop(QDropEvent& event) {
-    const auto place = m_rules.placeAt(event.position().toPoint());
+    const auto place = placeAt(event.position().toPoint());
     end();
-    const auto ids = EntryDrag::idsIn(event.mimeData()->text());
-    event.setAccepted(place && !ids.empty());
-    if (event.isAccepted())
+    const auto ids = m_group ? std::set<UUID>() : EntryDrag::idsIn(event.mimeData()->text());
+    event.setAccepted(place && (m_group || !ids.empty()));
+    if (!event.isAccepted())
+        return;
+    if (m_group)
+        m_rules.dropGroup(*m_group, *place);
+    else
         m_rules.drop(ids, *place);
 }
 
@@ -92,7 +106,7 @@ void RowDropTarget::show(std::optional<RowMark> place) {
 void RowDropTarget::scroll() {
     auto* const bar = m_list.verticalScrollBar();
     bar->setValue(bar->value() + scrollStep());
-    show(m_rules.placeAt(m_position));
+    show(placeAt(m_position));
 }
 
 /// Slowly at first, faster the nearer the edge.

@@ -153,6 +153,14 @@ void RowListView::updateGeometries() {
     followPointer();
 }
 
+// Qt would announce that the focus is on the row, also while a search field has it and each letter makes another list.
+void RowListView::currentChanged(const QModelIndex& current, const QModelIndex& former) {
+    if (hasFocus())
+        QListView::currentChanged(current, former);
+    else
+        QAbstractItemView::currentChanged(current, former);
+}
+
 bool RowListView::showsFocus(const QStyleOptionViewItem& option) {
     const auto* const list = qobject_cast<const RowListView*>(option.widget);
     return option.state.testFlag(QStyle::State_HasFocus) && (!list || list->m_isKeyboardUsed);

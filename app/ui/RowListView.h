@@ -83,6 +83,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void updateGeometries() override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& former) override;
     void startDrag(Qt::DropActions supportedActions) override;
 
 private:

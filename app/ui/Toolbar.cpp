@@ -57,9 +57,10 @@ void Toolbar::arrange() {
     row->setContentsMargins(Metric::m, 0, Metric::m, Metric::hairline);
     row->setSpacing(Metric::s);
     row->addWidget(titles);
-    // Of the room that is left, the field has its ideal width in a window of the usual one.
-    row->addWidget(m_search, 2);
-    row->addStretch(3);
+    // The field has its ideal width wherever there is room, and more once that is less than a third of it.
+    row->addWidget(m_search);
+    row->addStretch();
+    row->addStretch();
     for (auto* const button : {m_newEntry, m_more, m_save, m_lock})
         row->addWidget(button);
 }

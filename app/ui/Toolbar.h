@@ -16,6 +16,8 @@ class Toolbar : public QWidget {
 public:
     Toolbar(AppState& state, Commands& commands, QWidget* parent = nullptr);
 
+    [[nodiscard]] SearchField* search() const noexcept { return m_search; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

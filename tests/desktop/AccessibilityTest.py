@@ -200,7 +200,7 @@ class MenusTest(AccessibilityTest):
         click(self.program.row("Kayıtlar", "LinkedIn"), button=3)
         self.assertEqual(self.program.open_menu().get_name(), "LinkedIn")
         self.assertEqual(self.items(), ["Kullanıcı adını kopyala", "Parolayı kopyala", "Adresi kopyala", "Otomatik yaz",
-                                        "Adresi tarayıcıda aç", "Düzenle…", "Çoğalt", "Sil"])
+                                        "Adresi tarayıcıda aç", "Düzenle…", "Çoğalt", "Sil", "Gruba taşı…"])
         self.check("the menu of an entry")
         self.choose("Adresi kopyala")
         wait_for(lambda: clipboard_text() == "https://linkedin.com", "the address on the clipboard")
@@ -209,7 +209,8 @@ class MenusTest(AccessibilityTest):
     def test_the_menu_of_a_group_is_found_and_chosen_from(self):
         act_by_name(self.program.row("Gruplar", "Alışveriş"), "ShowMenu")
         self.assertEqual(self.program.open_menu().get_name(), "Alışveriş")
-        self.assertEqual(self.items(), ["Yeni kayıt", "Yeni alt grup", "Grubu düzenle", "Grubu sil", "Genişlet"])
+        self.assertEqual(self.items(), ["Yeni kayıt", "Yeni alt grup", "Grubu düzenle", "Grubu sil", "Genişlet",
+                                        "Grubu taşı…"])
         self.choose("Yeni alt grup")
         self.program.node("text", "Grup adı")
 
@@ -248,7 +249,7 @@ class RowsTest(AccessibilityTest):
         row = self.program.row("Kayıtlar", "LinkedIn")
         self.assertIn("linkedin.com", row.get_description())
         self.assertIn("Süresi dolmuş", row.get_description())
-        self.assertEqual(self.program.row("Gruplar", "Sosyal").get_description(), "7 kayıt")
+        self.assertEqual(self.program.row("Gruplar", "Sosyal").get_description(), "7 kayıt, düzey 3")
 
     def test_a_row_offers_what_its_buttons_do(self):
         self.assertEqual(actions_of(self.program.row("Kayıtlar", "LinkedIn")),

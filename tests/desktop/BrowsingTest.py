@@ -43,7 +43,7 @@ class BrowsingTest(DesktopTest):
                  if any("example.com" in entry[field] for field in ("title", "username", "url", "notes"))]
         wait_for(lambda: sorted(self.program.rows("Kayıtlar")) == sorted(found), f"the rows {sorted(found)}")
         self.shows(f"“example.com” · {len(found)} eşleşme")
-        self.shows("isilkaya")  # the detail stays
+        self.shows("Kayıt seçilmedi")  # it is not among them
         click(self.program.row("Kayıtlar", "Mastodon") if "Mastodon" in found else
               self.program.row("Kayıtlar", "LinkedIn"), from_left=0.4)
         press("Escape")

@@ -6,6 +6,7 @@
 #include "app/ui/components/IconButton.h"
 
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QPainter>
 
 namespace {
@@ -36,6 +37,23 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
 
 QSize SearchField::sizeHint() const {
     return {ideal, TextField::sizeHint().height()};
+}
+
+void SearchField::keyPressEvent(QKeyEvent* event) {
+    if ((event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return TextField::keyPressEvent(event);
+    switch (event->key()) {
+        case Qt::Key_Escape:
+            clear();
+            return emit finished();
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return emit firstResultWanted();
+        case Qt::Key_Down:
+            return emit resultsWanted();
+        default:
+            TextField::keyPressEvent(event);
+    }
 }
 
 void SearchField::paintEvent(QPaintEvent* event) {

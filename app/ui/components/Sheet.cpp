@@ -161,6 +161,12 @@ QVBoxLayout* SheetScaffold::content() const noexcept {
     return m_scroll->content();
 }
 
+void SheetScaffold::setBody(QWidget* body) {
+    delete layout()->replaceWidget(m_scroll, body);
+    static_cast<QVBoxLayout*>(layout())->setStretchFactor(body, 1);
+    m_scroll->hide();
+}
+
 void SheetScaffold::setSubtitle(const QString& subtitle) {
     m_subtitle->setText(subtitle);
     m_subtitle->setVisible(!subtitle.isEmpty());
@@ -240,10 +246,12 @@ void SheetHost::dismiss() {
 }
 
 void SheetHost::giveFocusBack() {
-    // What had the focus may be on a screen that shows no longer.
-    if (m_formerFocus && m_formerFocus->isVisible())
-        m_formerFocus->setFocus(Qt::OtherFocusReason);
-    m_formerFocus = nullptr;
+    // What had the focus may be on a screen that shows no longer, or the very thing that the sheet was for.
+    auto* const former = std::exchange(m_formerFocus, nullptr).data();
+    if (former && former->isVisible() && former->isEnabled())
+        former->setFocus(Qt::OtherFocusReason);
+    else
+        emit focusLost();
 }
 
 void SheetHost::fadeTo(double opacity, std::function<void()> then) {

@@ -70,6 +70,8 @@ public:
     void setConfirmTitle(const QString& title);
     /// Where the form goes, cards one under the other, 12 apart.
     [[nodiscard]] QVBoxLayout* content() const noexcept;
+    /// Puts something that scrolls by itself in the form's place, from edge to edge.
+    void setBody(QWidget* body);
 
 private:
     void arrange();
@@ -98,6 +100,10 @@ public:
     /// Takes the present sheet away.
     void dismiss();
     [[nodiscard]] QWidget* sheet() const { return m_sheet; }
+
+signals:
+    /// A sheet has gone, and with it what had the focus before it came.
+    void focusLost();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -4,6 +4,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <limits>
@@ -69,6 +70,17 @@ QSize TextField::sizeHint() const {
 
 QSize TextField::minimumSizeHint() const {
     return {60, sizeHint().height()};
+}
+
+bool TextField::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_E && key->modifiers() == Qt::ControlModifier) {
+            event->ignore();
+            return false;  // on to the window, which claims it for no field
+        }
+    }
+    return QLineEdit::event(event);
 }
 
 void TextField::paintEvent(QPaintEvent* event) {

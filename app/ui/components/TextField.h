@@ -5,7 +5,8 @@
 
 #include <cstdint>
 
-/// A text field of the theme: canvas inside, hairline around.
+/// A text field of the theme: canvas inside, hairline around. Ctrl+E is no editing key here, as it is in Qt's own on
+/// X11, where it goes to the end of the line: it is the window's.
 class TextField : public QLineEdit {
     Q_OBJECT
 
@@ -27,6 +28,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:

@@ -152,7 +152,12 @@ TEST_F(CommandsTest, everyMenuHasItsCommandsAndKeysInOrder) {
                                                         {"Yeni Kayıt…", "Ctrl+I"},
                                                         {"Yeni Grup…", "Ctrl+Shift+G"},
                                                         {"Düzenle…", "Ctrl+E"},
-                                                        {"Sil", "Ctrl+Del"}}));
+                                                        {"Sil", "Ctrl+Del"},
+                                                        line,
+                                                        {"Gruba Taşı…", "Ctrl+Shift+M"},
+                                                        {"Grubu Taşı…", ""},
+                                                        {"Yukarı Taşı", "Alt+Up"},
+                                                        {"Aşağı Taşı", "Alt+Down"}}));
     EXPECT_THAT(rowsOf("Araçlar"),
                 ElementsAreArray<Row>({{"Parola Üret…", "Ctrl+G"}, {"Panoyu Şimdi Temizle", "Ctrl+Shift+K"}}));
     EXPECT_THAT(rowsOf("Görünüm"), ElementsAreArray<Row>({{"Ara", "Ctrl+F"}}));

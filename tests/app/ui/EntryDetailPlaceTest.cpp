@@ -51,7 +51,7 @@ TEST_F(EntryDetailPlaceTest, severalSelectedEntriesAreDeletedWithoutAQuestion) {
     EXPECT_TRUE(shows(pane, "Kayıt seçilmedi"));
 }
 
-TEST_F(EntryDetailPlaceTest, theEntryStaysShownWhenASearchDoesNotFindIt) {
+TEST_F(EntryDetailPlaceTest, theEntryStaysShownForAsLongAsItIsSelectedWhateverIsSearched) {
     showBank([](KdbxEntry&) {});
     state->setSearchText("forum");
     EXPECT_EQ(labels().front(), "Banka");

@@ -165,11 +165,40 @@ TEST_F(EntryListTest, afterADeletionTheKeysGoOnAtTheNeighbour) {
     QTest::keyClick(&entries(), Qt::Key_Delete);
     EXPECT_EQ(currentTitle(), "Kayıt 1005");
     QTest::keyClick(&entries(), Qt::Key_Down);
-    EXPECT_EQ(state->focusedEntry()->title, "Kayıt 1006");
+    EXPECT_EQ(state->focusedEntry()->title, "Kayıt 1005") << "the one that came next";
+    QTest::keyClick(&entries(), Qt::Key_Delete);
+    QTest::keyClick(&entries(), Qt::Key_Up);
+    EXPECT_EQ(state->focusedEntry()->title, "Kayıt 1003");
 
     QTest::keyClick(&entries(), Qt::Key_End);
     QTest::keyClick(&entries(), Qt::Key_Delete);
     EXPECT_EQ(currentTitle(), "Kayıt 1008");
+}
+
+TEST_F(EntryListTest, afterTheDeletionOfSeveralTheKeysGoOnBehindThem) {
+    fill(10);
+    click(entries(), 2);
+    click(entries(), 4, Qt::ShiftModifier);
+    QTest::keyClick(&entries(), Qt::Key_Delete);
+    QTest::keyClick(&entries(), Qt::Key_Down);
+    EXPECT_EQ(state->focusedEntry()->title, "Kayıt 1005");
+}
+
+TEST_F(EntryListTest, whatASearchHidesIsNotSelectedAnyMore) {
+    click(entries(), 0);
+    state->setSearchText("forum");
+    EXPECT_TRUE(state->selectedEntryIDs().empty());
+
+    state->clearSearch();
+    selectBoth();
+    state->setSearchText("banka");
+    EXPECT_THAT(state->selectedEntryIDs(), ElementsAre(bank().id));
+}
+
+TEST_F(EntryListTest, spacesAreNoSearchThatHidesAnything) {
+    selectBoth();
+    state->setSearchText("  ");
+    EXPECT_EQ(state->selectedEntryIDs().size(), 2U);
 }
 
 TEST_F(EntryListTest, aChangeOfTheVaultLeavesTheKeyboardAndTheReaderWhereTheyAre) {
@@ -317,14 +346,14 @@ TEST_F(EntryListTest, aRowsMenuOffersWhatCanBeDoneWithTheEntry) {
     ASSERT_NE(openMenu(), nullptr);
     EXPECT_THAT(itemsOf(*openMenu()),
                 ElementsAre("Kullanıcı adını kopyala", "Parolayı kopyala", "[Adresi kopyala]", "-", "Otomatik yaz",
-                            "[Adresi tarayıcıda aç]", "-", "Düzenle…", "Çoğalt", "-", "Sil"));
+                            "[Adresi tarayıcıda aç]", "-", "Düzenle…", "Çoğalt", "-", "Sil", "-", "Gruba taşı…"));
     openMenu()->close();
 
     state->edit("Adım", [](KdbxDatabase& database) { database.root.entries.mutableAt(0).url = "banka.example"; });
     rightClick(entries(), middleOf(entries(), 0));
     EXPECT_THAT(itemsOf(*openMenu()),
                 ElementsAre("Kullanıcı adını kopyala", "Parolayı kopyala", "Adresi kopyala", "-", "Otomatik yaz",
-                            "Adresi tarayıcıda aç", "-", "Düzenle…", "Çoğalt", "-", "Sil"));
+                            "Adresi tarayıcıda aç", "-", "Düzenle…", "Çoğalt", "-", "Sil", "-", "Gruba taşı…"));
 }
 
 TEST_F(EntryListTest, aRowsMenuActsOnItsEntry) {

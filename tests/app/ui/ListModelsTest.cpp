@@ -186,7 +186,7 @@ TEST_F(ListModelsTest, anUnnamedGroupIsNamed) {
 }
 
 TEST_F(ListModelsTest, groupsSpeakTheirCount) {
-    EXPECT_THAT(texts(groups, Qt::AccessibleDescriptionRole), ElementsAre("3 kayıt", "1 kayıt"));
+    EXPECT_THAT(texts(groups, Qt::AccessibleDescriptionRole), ElementsAre("3 kayıt, düzey 1", "1 kayıt, düzey 2"));
 }
 
 TEST_F(ListModelsTest, aTreeOfAnyDepthShows) {

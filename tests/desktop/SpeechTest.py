@@ -1,0 +1,160 @@
+# SPDX-License-Identifier: MIT
+"""What a screen reader says by itself, and in which order it reads a screen."""
+
+import subprocess
+
+import desktop
+import testcase
+from desktop import (Atspi, Events, act, act_by_name, children_of, choose_in_menu, click, click_with, has_state, press,
+                     type_text, wait_for)
+from testcase import DesktopTest, clipboard_text
+
+
+class SpeechTest(DesktopTest):
+    """What comes up while the reader is elsewhere is told as a notification that shows, which is spoken at once."""
+
+    def spoken(self):
+        return Events(lambda event: event.source.get_name() if event.detail1 and
+                      event.source.get_role_name() == "notification" else None, "object:state-changed:showing")
+
+    def says(self, events, text, times=1):
+        wait_for(lambda: events.heard().count(text) >= times, f"{text!r} spoken {times} times")
+        self.assertEqual(events.heard().count(text), times)
+
+
+class ChangesTest(SpeechTest):
+    settings_at_start = {"clipboardTimeout": 2}
+
+    def setUp(self):
+        super().setUp()
+        self.open_vault()
+        self.select_in_group("Sosyal", "GitHub")
+
+    def test_the_number_of_matches_is_spoken_when_the_letters_rest(self):
+        press("ctrl+f")
+        with self.spoken() as events:
+            type_text("posta")
+            self.says(events, "3 eşleşme")
+            press("ctrl+a")
+            type_text("yokboyle")
+            self.says(events, "Eşleşme yok")
+            press("ctrl+a")
+            type_text("posta")
+            self.says(events, "3 eşleşme", times=2)
+            press("Escape")
+            self.program.is_gone("label", "Arama sonuçları")
+        self.assertFalse(self.program.nodes("notification", "3 eşleşme"))
+
+    def test_a_delete_an_undo_and_a_redo_are_spoken(self):
+        with self.spoken() as events:
+            press("Delete")
+            self.says(events, "Kayıt silindi")
+            press("ctrl+z")
+            self.says(events, "Geri alındı: Kaydı Sil")
+            press("ctrl+shift+z")
+            self.says(events, "Yinelendi: Kaydı Sil")
+            self.select_entry("Reddit")
+            press("ctrl+Delete")
+            self.says(events, "Kayıt silindi", times=2)
+            click(self.program.row("Kayıtlar", "LinkedIn"), from_left=0.4)
+            click_with("ctrl", self.program.row("Kayıtlar", "Mastodon"))
+            self.shows("2 kayıt seçildi")
+            self.program.push("Sil")
+            self.says(events, "2 kayıt silindi")
+            act_by_name(self.program.row("Gruplar", "E-posta"), "ShowMenu")
+            choose_in_menu("Grubu sil")
+            self.says(events, "Grup silindi")
+            self.program.choose("Düzen", "Geri Al — Grubu Sil")
+            self.says(events, "Geri alındı: Grubu Sil")
+
+    def test_the_wipe_of_the_clipboard_is_spoken_and_no_other_end_of_the_countdown(self):
+        with self.spoken() as events:
+            press("ctrl+c")
+            self.says(events, "Pano temizlendi")
+            press("ctrl+c")
+            wait_for(lambda: clipboard_text() != "", "the password on the clipboard again")
+            self.program.push("Temizle")
+            self.says(events, "Pano temizlendi", times=2)
+            press("ctrl+c")
+            wait_for(lambda: clipboard_text() != "", "the password on the clipboard once more")
+            subprocess.run(["xclip", "-in", "-selection", "clipboard"], input="başkasının", text=True, check=True)
+            self.program.is_gone("push button", "Temizle")
+            self.assertEqual(events.heard().count("Pano temizlendi"), 2, "another program's text was left there")
+
+    def test_a_group_tells_how_deep_it_stands(self):
+        self.select_group("Bankacılık")
+        press("Right")
+        inner = self.program.row("Gruplar", "Kapanan hesaplar")
+        depths = [row.get_description().rpartition(", ")[2] for row in
+                  (self.program.row("Gruplar", "Kasam"), self.program.row("Gruplar", "Bankacılık"), inner)]
+        self.assertEqual(depths, ["düzey 1", "düzey 2", "düzey 3"])
+
+
+class OrderTest(DesktopTest):
+    """A reader who goes through a screen from one node to the next meets them as the eye does."""
+
+    def faults(self, node=None):
+        """Siblings of which the later one stands wholly above the earlier one, or before it in the same line."""
+        found = []
+        children = [(child, child.get_extents(Atspi.CoordType.SCREEN)) for child in children_of(node or self.program.window)
+                    if has_state(child, Atspi.StateType.SHOWING)]
+        children = [(child, area) for child, area in children if area.width > 0 and area.height > 0]
+        for (one, first), (other, second) in zip(children, children[1:]):
+            is_above = second.y + second.height <= first.y
+            is_beside = second.y < first.y + first.height and first.y < second.y + second.height
+            if is_above or is_beside and second.x + second.width <= first.x:
+                found.append(f"{self.line(other)} comes after {self.line(one)} in {self.line(node)}")
+        return found + [fault for child, _ in children for fault in self.faults(child)]
+
+    @staticmethod
+    def line(node):
+        return f"{node.get_role_name()} {node.get_name()!r}" if node else "the program"
+
+    def check(self, screen):
+        self.assertEqual(self.faults(), [], screen)
+
+    def test_the_card_is_read_as_it_is_seen(self):
+        self.check("the chooser")
+        press("ctrl+n")
+        self.answer_file_panel(self.program.home / "Yeni.kdbx")
+        self.program.node("password text", "Parolayı doğrula")
+        type_text("abc")
+        self.check("the card to seal")
+        self.choose_vault()
+        self.enter_password("yanlis")
+        wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
+        self.check("the card with a failure")
+
+    def test_the_main_window_is_read_as_it_is_seen(self):
+        self.open_vault()
+        self.check("an empty group")
+        self.select_in_group("Sosyal", "GitHub")
+        press("ctrl+c")
+        self.program.button("Temizle")
+        self.check("an entry with fields of its own")
+        press("ctrl+f")
+        type_text("yokboyle")
+        self.shows("Eşleşme yok")
+        self.check("no match")
+
+    def test_the_sheets_are_read_as_they_are_seen(self):
+        self.open_vault()
+        self.select_in_group("Sosyal", "GitHub")
+        press("ctrl+e")
+        self.program.node("dialog", "Kaydı düzenle")
+        act(self.program.node("check box", "Son kullanma tarihi var"))
+        act(self.program.node("check box", "Özel sekans kullan"))
+        self.program.push("Alan ekle")
+        self.check("the entry editor")
+        press("Escape")
+        self.program.is_gone("push button", "Vazgeç")
+        for keys, button in (("ctrl+shift+g", "Vazgeç"), ("ctrl+g", "Yeniden üret"), ("ctrl+comma", "12 sn")):
+            press(keys)
+            wait_for(lambda: self.program.nodes(name=button), button)
+            self.check(keys)
+            press("Escape")
+            wait_for(lambda: not self.program.nodes(name=button), f"no {button}")
+
+
+if __name__ == "__main__":
+    testcase.run()
