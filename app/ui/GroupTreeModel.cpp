@@ -98,6 +98,8 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
             return m_canFold && !row.group->groups.empty();
         case isExpandedRole:
             return row.group->isExpanded;
+        case canFoldRole:
+            return m_canFold;
         default:
             return {};
     }

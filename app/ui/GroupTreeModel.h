@@ -13,7 +13,7 @@ class GroupTreeModel : public RowListModel {
     Q_OBJECT
 
 public:
-    enum Role : int { depthRole = Qt::UserRole + 1, countRole, iconRole, hasChildrenRole, isExpandedRole };
+    enum Role : int { depthRole = Qt::UserRole + 1, countRole, iconRole, hasChildrenRole, isExpandedRole, canFoldRole };
 
     using RowListModel::RowListModel;
 

@@ -49,8 +49,7 @@ std::optional<UUID> MoveCommands::movableGroup() const {
 }
 
 bool MoveCommands::canShift() const {
-    return m_isAmongGroups ? movableGroup().has_value()
-                           : !m_state.selectedEntryIDs().empty() && !m_state.isSearching();
+    return m_isAmongGroups ? movableGroup().has_value() : !m_state.selectedEntryIDs().empty() && !m_state.isSearching();
 }
 
 void MoveCommands::moveEntries() {

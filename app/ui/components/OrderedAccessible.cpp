@@ -44,9 +44,8 @@ QList<QWidget*> OrderedAccessible::orderedParts() const {
     // A line is as high as what it begins with; what has its middle in it belongs to it.
     for (auto line = ordered.begin(); line != ordered.end();) {
         const int bottom = (*line)->geometry().bottom();
-        const auto end = std::find_if(std::next(line), ordered.end(), [bottom](const QWidget* part) {
-            return part->geometry().center().y() > bottom;
-        });
+        const auto end = std::find_if(std::next(line), ordered.end(),
+                                      [bottom](const QWidget* part) { return part->geometry().center().y() > bottom; });
         std::stable_sort(line, end, isBefore);
         line = end;
     }

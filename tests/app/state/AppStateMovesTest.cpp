@@ -105,9 +105,9 @@ TEST_F(AppStateMovesTest, aGroupMovesWithAllThatItHoldsToTheEndOfAnother) {
 }
 
 TEST_F(AppStateMovesTest, aGroupCannotBePutIntoWhatItHolds) {
-    for (const auto& [group, target] : {std::pair(work().id, work().id), std::pair(work().id, servers().id),
-                                        std::pair(root().id, work().id), std::pair(UUID::random(), work().id),
-                                        std::pair(work().id, UUID::random())}) {
+    for (const auto& [group, target] :
+         {std::pair(work().id, work().id), std::pair(work().id, servers().id), std::pair(root().id, work().id),
+          std::pair(UUID::random(), work().id), std::pair(work().id, UUID::random())}) {
         EXPECT_FALSE(state->canMoveGroup(group, target));
         state->moveGroupTo(group, target);
     }
