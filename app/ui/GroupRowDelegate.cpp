@@ -55,8 +55,8 @@ void GroupRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     }
     // Where no group folds there is no room for chevrons.
     const bool canFold = index.data(GroupTreeModel::canFoldRole).toBool();
-    const QRect tile((canFold ? chevron.right() + 1 : chevron.left()) + Metric::xs, option.rect.top() + (rowHeight - tileSide) / 2, tileSide,
-                     tileSide);
+    const QRect tile((canFold ? chevron.right() + 1 : chevron.left()) + Metric::xs,
+                     option.rect.top() + (rowHeight - tileSide) / 2, tileSide, tileSide);
     IconTile::paint(*painter, placed(tile), index.data(GroupTreeModel::iconRole).toLongLong());
 
     const QString count = index.data(GroupTreeModel::countRole).toString();

@@ -207,6 +207,7 @@ class FocusTest(DesktopTest):
             wait_for(lambda: self.selected() == [following], f"{following} selected")
         self.select_entry("Mastodon")
         click(self.program.row("Kayıtlar", "Mastodon"), button=3)
+        self.program.open_menu()
         choose_in_menu("Sil")
         wait_for(lambda: "Mastodon" not in self.program.rows("Kayıtlar"), "Mastodon gone")
         press("Down")
