@@ -3,10 +3,13 @@
 
 #include "app/state/AppState.h"
 #include "app/state/Preferences.h"
+#include "core/autotype/KeyNames.h"
 
 GlobalHotKey::GlobalHotKey(Services services, QObject* parent)
     : QObject(parent),
       m_preferences(services.preferences),
+      m_layout(services.autoType.layout()),
+      m_areGranted(services.hotKeys.areGranted()),
       m_session(services.state),
       m_handler(services.autoType, m_session),
       m_service(services.hotKeys, services.scheduler) {}
@@ -15,6 +18,23 @@ void GlobalHotKey::registerGlobalHotKey() {
     observePreferences();
     m_service.registerHotKey({.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()},
                              [this] { m_handler.press(); });
+    m_isWanted = true;
+    emit stateChanged();
+}
+
+void GlobalHotKey::unregister() {
+    m_service.unregister();
+    m_isWanted = false;
+    emit stateChanged();
+}
+
+void GlobalHotKey::tryAgain() {
+    if (isRefused())
+        registerGlobalHotKey();
+}
+
+std::string GlobalHotKey::keyNames(const HotKey& hotKey) const {
+    return KeyNames::describe(hotKey, m_layout);
 }
 
 void GlobalHotKey::observePreferences() {
