@@ -8,8 +8,13 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -67,6 +72,40 @@ TEST_F(QtFileWatcherTest, aFolderThatComesWithItsFileIsNoticed) {
     EXPECT_TRUE(isNoticed([&] { writeFile(folder / "disk/kasalar/Kasam.kdbx", "kasa"); }));
     EXPECT_TRUE(isNoticed([&] { std::filesystem::remove_all(folder / "disk"); }));
     EXPECT_TRUE(isNoticed([&] { std::filesystem::create_directory(folder / "disk"); }));
+}
+
+// In a process of its own, which alone sees the disk.
+TEST(QtFileWatcherMountTest, aDiskThatComesIsNoticedThoughItTellsNoFolder) {
+    constexpr int cannotMount = 99;
+    const TemporaryFolder folder;
+    const auto child = fork();
+    if (child == 0) {
+        if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+            _exit(cannotMount);
+        int argumentCount = 1;
+        char name[] = "brenvik";
+        char* arguments[] = {name, nullptr};
+        const QCoreApplication application(argumentCount, arguments);
+        QtFileWatcher watcher;
+        int notices = 0;
+        watcher.watch(folder / "Kasam.kdbx", [&] { ++notices; });
+        if (mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=28k") != 0)
+            _exit(cannotMount);
+        const auto isNoticed = [&] {
+            const QDeadlineTimer deadline(30s);
+            while (notices == 0 && !deadline.hasExpired())
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 100);
+            return std::exchange(notices, 0) > 0;
+        };
+        const bool isDiskNoticed = isNoticed();
+        writeFile(folder / "Kasam.kdbx", "kasa");
+        _exit(isDiskNoticed && isNoticed() ? 7 : 8);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    if (WEXITSTATUS(status) == cannotMount)
+        GTEST_SKIP() << "no right to mount a disk";
+    EXPECT_EQ(WEXITSTATUS(status), 7);
 }
 
 TEST_F(QtFileWatcherTest, behindALinkTheFileItselfIsWatched) {
