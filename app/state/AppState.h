@@ -343,6 +343,7 @@ private:
     void fulfilWishSoon();
     void saveQuietly(DerivationPurpose purpose);
     void reportKept();
+    void takeBackFileNotice();
     void reportChangeOfFile();
     void checkReplaceable(const std::filesystem::path& url) const;
     [[nodiscard]] bool isOpenVault(const std::filesystem::path& url) const;

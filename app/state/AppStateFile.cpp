@@ -81,9 +81,15 @@ bool AppState::isOpenVault(const std::filesystem::path& url) const {
     return url == m_databaseURL || (status && m_databaseURL && status == m_services.files.status(*m_databaseURL));
 }
 
-void AppState::reportKept() {
+/// Where it has become untrue, or is done with.
+void AppState::takeBackFileNotice() {
     if (m_lastError && m_lastError == m_fileNotice)
         setLastError(std::nullopt);
+    m_fileNotice.reset();
+}
+
+void AppState::reportKept() {
+    takeBackFileNotice();
     if (const auto kept = m_vaultFile.takeKept())
         setLastError(messageOf(*kept));
 }
@@ -100,6 +106,8 @@ void AppState::reportChangeOfFile() {
     switch (m_vaultFile.look(*m_databaseURL)) {
         case VaultFile::Change::none:
             return;
+        case VaultFile::Change::undone:
+            return takeBackFileNotice();
         case VaultFile::Change::gone:
             m_fileNotice = name + " artık yerinde değil. Kaydedersen yeniden yazılır.";
             break;

@@ -163,6 +163,7 @@ void AppState::lock() {
     clearSelection();
     setSearchText("");
     emptyUndoStacks();
+    takeBackFileNotice();
     m_services.clipboard.clearNow();
 }
 

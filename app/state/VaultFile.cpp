@@ -109,10 +109,8 @@ VaultFile::Change VaultFile::compare(const std::filesystem::path& file) {
     Bytes seen;
     if (m_files.exists(file))
         seen = Sha2::sha256(m_files.read(file));
-    if (isOwn(seen)) {
-        m_reported.reset();
-        return Change::none;
-    }
+    if (isOwn(seen))
+        return std::exchange(m_reported, std::nullopt) ? Change::undone : Change::none;
     if (std::exchange(m_reported, seen) == seen)
         return Change::none;
     return seen.empty() ? Change::gone : Change::changed;

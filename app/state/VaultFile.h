@@ -23,7 +23,7 @@ public:
         Reason reason;
     };
     enum class LosesByASave : bool { no, yes };
-    enum class Change : std::uint8_t { none, changed, gone };
+    enum class Change : std::uint8_t { none, changed, gone, undone };
 
     VaultFile(FileStore& files, Scheduler& clock) : m_files(files), m_clock(clock) {}
 
@@ -40,7 +40,7 @@ public:
     /// What saves have kept since the last call.
     [[nodiscard]] std::optional<Kept> takeKept();
 
-    /// Whether another version is there than this session's. Each change is reported once.
+    /// Whether another version is there than this session's, or again its own. Each change is reported once.
     [[nodiscard]] Change look(const std::filesystem::path& file);
 
 private:

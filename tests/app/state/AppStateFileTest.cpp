@@ -265,6 +265,35 @@ TEST_F(AppStateFileTest, aFileThatIsGoneIsReportedAndWrittenAgain) {
     EXPECT_EQ(firstTitleIn(vaultFile), "Banka");
 }
 
+TEST_F(AppStateFileTest, aReportThatIsNoLongerTrueIsTakenBack) {
+    unlock();
+    const auto own = files.contents[vaultFile];
+    files.contents.erase(vaultFile);
+    state->lookAtFile();
+    EXPECT_TRUE(state->lastError());
+    files.contents[vaultFile] = own;
+    state->lookAtFile();
+    EXPECT_FALSE(state->lastError()) << "the stick is back";
+
+    files.contents[vaultFile] = foreign;
+    state->lookAtFile();
+    EXPECT_TRUE(state->lastError());
+    state->lock();
+    EXPECT_FALSE(state->lastError()) << "it is opened anew";
+}
+
+TEST_F(AppStateFileTest, whatElseIsReportedStays) {
+    unlock();
+    const auto own = files.contents[vaultFile];
+    files.contents[vaultFile] = foreign;
+    state->lookAtFile();
+    state->setLastError("başka bir hata");
+    files.contents[vaultFile] = own;
+    state->lookAtFile();
+    state->lock();
+    EXPECT_THAT(state->lastError(), Optional(StrEq("başka bir hata")));
+}
+
 TEST_F(AppStateFileTest, whileLockedNothingIsReported) {
     state->prepare(vaultFile);
     files.contents[vaultFile] = foreign;
