@@ -55,6 +55,14 @@ bool isEscape(const QEvent& event) {
     return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
 }
 
+QString titleOf(const std::optional<AppState::DerivationPurpose>& purpose) {
+    if (purpose == AppState::DerivationPurpose::locking)
+        return DerivationCover::tr("Kasa kaydedilip kilitleniyor");
+    if (purpose == AppState::DerivationPurpose::restoring)
+        return DerivationCover::tr("Saklanan değişiklikler açılıyor");
+    return DerivationCover::tr("Kasa kaydediliyor");
+}
+
 }  // namespace
 
 DerivationCover::DerivationCover(AppState& state, QWidget& window)
@@ -113,8 +121,7 @@ void DerivationCover::show() {
 }
 
 void DerivationCover::showSheet() {
-    const bool isLocking = m_state.derivation() == AppState::DerivationPurpose::locking;
-    const auto title = isLocking ? tr("Kasa kaydedilip kilitleniyor") : tr("Kasa kaydediliyor");
+    const auto title = titleOf(m_state.derivation());
     auto* const progress = new DerivationProgress(m_state);
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);

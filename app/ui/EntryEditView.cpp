@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
 #include "app/state/Preferences.h"
+#include "app/state/VaultChanges.h"
 #include "app/state/WipedAtEnd.h"
 #include "app/ui/CustomFieldRow.h"
 #include "app/ui/DateTimeField.h"
@@ -22,6 +23,9 @@
 #include "core/clipboard/ClipboardService.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
+
+#include <tuple>
 
 namespace {
 
@@ -35,6 +39,16 @@ QString joined(const std::vector<std::string>& tags) {
     for (const auto& tag : tags)
         texts.append(qtText(tag));
     return texts.join(QStringLiteral(", "));
+}
+
+/// Whether a form shows the same of both.
+bool haveSameFields(const KdbxEntry& a, const KdbxEntry& b) {
+    const auto fields = [](const KdbxEntry& entry) {
+        return std::tie(entry.title, entry.username, entry.password, entry.url, entry.notes, entry.iconID, entry.tags,
+                        entry.expires, entry.expiryTime, entry.autoTypeEnabled, entry.autoTypeSequence,
+                        entry.customFields, entry.protectedCustomFields);
+    };
+    return fields(a) == fields(b);
 }
 
 /// Shows a value from its beginning, also where it is longer than the field.
@@ -61,6 +75,7 @@ EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget*
     showStrength();
     showExpiry();
     showAutoType();
+    keepTyped();
 }
 
 void EntryEditView::makeControls() {
@@ -285,6 +300,26 @@ void EntryEditView::takeCustomFields(KdbxEntry& entry) const {
         if (field.isProtected)
             entry.protectedCustomFields.insert(key);
     }
+}
+
+/// A session that ends while the form is open keeps what was typed.
+void EntryEditView::keepTyped() {
+    m_untouched = editedEntry();
+    m_state.setFormContent(
+        [view = QPointer(this)](KdbxDatabase& database) { return view && view->applyTyped(database); });
+}
+
+bool EntryEditView::applyTyped(KdbxDatabase& database) const {
+    auto entry = editedEntry();
+    if (haveSameFields(entry, m_untouched))
+        return false;
+    const auto now = Timestamp::now();
+    const auto* const create = std::get_if<Create>(&m_mode);
+    if (!create)
+        return VaultChanges::replaceEntry(database, std::move(entry), now);
+    entry.created = now;
+    entry.modified = now;
+    return VaultChanges::addEntry(database, std::move(entry), create->groupID, now);
 }
 
 void EntryEditView::commit() {

@@ -59,6 +59,8 @@ private:
     [[nodiscard]] KdbxEntry editedEntry() const;
     void takeTags(KdbxEntry& entry) const;
     void takeCustomFields(KdbxEntry& entry) const;
+    void keepTyped();
+    bool applyTyped(KdbxDatabase& database) const;
     void commit();
     void dismiss();
 
@@ -66,6 +68,7 @@ private:
     Preferences& m_preferences;
     ClipboardService& m_clipboard;
     Mode m_mode;
+    KdbxEntry m_untouched;  // what the form gives as long as nothing is typed
     IconPicker* m_icon = nullptr;
     TextField* m_title = nullptr;
     TextField* m_username = nullptr;

@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/state/VaultChanges.h"
 #include "app/ui/IconPicker.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
@@ -16,6 +17,9 @@
 #include "core/autotype/AutoTypeService.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
+
+#include <tuple>
 
 namespace {
 
@@ -37,6 +41,7 @@ GroupEditView::GroupEditView(const Environment& environment, Mode mode, QWidget*
     load();
     showConfirm();
     showSequence();
+    keepTyped();
 }
 
 void GroupEditView::makeControls() {
@@ -148,6 +153,26 @@ KdbxGroup GroupEditView::editedGroup() const {
     if (m_useCustomSequence->isChecked())
         group.defaultAutoTypeSequence = vaultText(m_customSequence->text());
     return group;
+}
+
+/// A session that ends while the form is open keeps what was typed.
+void GroupEditView::keepTyped() {
+    m_untouched = editedGroup();
+    m_state.setFormContent(
+        [view = QPointer(this)](KdbxDatabase& database) { return view && view->applyTyped(database); });
+}
+
+bool GroupEditView::applyTyped(KdbxDatabase& database) const {
+    const auto fields = [](const KdbxGroup& group) {
+        return std::tie(group.name, group.notes, group.iconID, group.defaultAutoTypeSequence);
+    };
+    auto group = editedGroup();
+    if (fields(group) == fields(m_untouched))
+        return false;
+    const auto now = Timestamp::now();
+    if (const auto* const create = std::get_if<Create>(&m_mode))
+        return VaultChanges::addGroup(database, std::move(group), create->parentID, now);
+    return VaultChanges::replaceGroup(database, group, now);
 }
 
 void GroupEditView::commit() {

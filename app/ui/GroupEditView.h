@@ -50,12 +50,15 @@ private:
     [[nodiscard]] bool isEditing() const noexcept { return std::holds_alternative<Edit>(m_mode); }
     [[nodiscard]] bool isRoot() const;
     [[nodiscard]] KdbxGroup editedGroup() const;
+    void keepTyped();
+    bool applyTyped(KdbxDatabase& database) const;
     void commit();
     void deleteGroup();
     void dismiss();
 
     AppState& m_state;
     Mode m_mode;
+    KdbxGroup m_untouched;  // what the form gives as long as nothing is typed
     IconPicker* m_icon = nullptr;
     TextField* m_name = nullptr;
     TextArea* m_notes = nullptr;

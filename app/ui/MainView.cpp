@@ -7,6 +7,7 @@
 #include "app/ui/FocusKeeper.h"
 #include "app/ui/GroupTreeView.h"
 #include "app/ui/MoveCommands.h"
+#include "app/ui/RescueBanner.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/StatusBar.h"
 #include "app/ui/Theme.h"
@@ -52,11 +53,15 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     columns->setStretchFactor(2, 1);
     columns->setSizes({sidebarWidth.ideal, listWidth.ideal, idealDetail});
 
+    auto* const rescue = new RescueBanner(state);
+    connect(rescue, &RescueBanner::decided, this, &MainView::takeFocus);
+
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     auto* const toolbar = new Toolbar(state, commands);
     rows->addWidget(toolbar);
+    rows->addWidget(rescue);
     rows->addWidget(columns, 1);
     rows->addWidget(new StatusBar(state, environment.clipboard));
     connectSearch(*toolbar->search());

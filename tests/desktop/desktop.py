@@ -264,7 +264,8 @@ class Program:
 
     def start(self):
         environment = dict(os.environ)
-        environment.update(HOME=str(self.home), XDG_CONFIG_HOME=str(self.home / "config"), LANG="C.UTF-8",
+        environment.update(HOME=str(self.home), XDG_CONFIG_HOME=str(self.home / "config"),
+                           XDG_STATE_HOME=str(self.home / "state"), LANG="C.UTF-8",
                            XDG_RUNTIME_DIR=str(self.home), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         # A process that nobody may trace cannot look for its own leaks.
         environment["ASAN_OPTIONS"] = environment.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
