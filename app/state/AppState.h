@@ -312,9 +312,9 @@ private:
         FileStatus status;
     };
 
-    /// The whole vault before a step.
+    /// The whole vault before a step; none once that vault is no longer the one that is open.
     struct Snapshot {
-        KdbxDatabase database;
+        std::optional<KdbxDatabase> database;
         std::string label;
         EntrySort::Column sortColumn;
     };
@@ -360,6 +360,7 @@ private:
     void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Change::Kind kind);
     void announceChange(Change::Kind kind, const std::string& label);
     void emptyUndoStacks();
+    void dropVaultsOfSteps() noexcept;
     void refreshUndoLabels();
     void pruneSelection();
     void amend(const std::function<void(KdbxDatabase&)>& body);

@@ -44,6 +44,7 @@ void AppState::prepare(const std::filesystem::path& url) {
     endRescues();
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
     assignDatabase(std::nullopt);
+    dropVaultsOfSteps();
     forgetKey();
     assign(m_isLocked, true, &AppState::isLockedChanged);
     setLastError(std::nullopt);
@@ -124,7 +125,9 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         endRescues();
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
+        assignDatabase(std::nullopt);  // and with it what was remembered of it
         assignDatabase(std::move(database));
+        dropVaultsOfSteps();
         forgetKey();
         m_activeKey.emplace(key);
         assign(m_isLocked, false, &AppState::isLockedChanged);

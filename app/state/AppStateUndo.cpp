@@ -61,6 +61,11 @@ void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Chan
     if (!m_database)
         return;
     const Step step(*this);
+    // A step of a vault that is gone has nothing to bring back, and must not bring it into this one.
+    if (!snapshot.database) {
+        to.push_back(std::move(snapshot));
+        return refreshUndoLabels();
+    }
     // A step keeps its name while it travels between the stacks.
     to.push_back({*m_database, snapshot.label, m_sort.column});
     assignDatabase(std::move(snapshot.database));
@@ -82,6 +87,13 @@ void AppState::emptyUndoStacks() {
     m_undoStack.clear();
     m_redoStack.clear();
     refreshUndoLabels();
+}
+
+/// The steps of a session that was dropped keep their names. Its vaults are as secret as the open one was.
+void AppState::dropVaultsOfSteps() noexcept {
+    for (auto* const stack : {&m_undoStack, &m_redoStack})
+        for (auto& step : *stack)
+            step.database.reset();
 }
 
 void AppState::refreshUndoLabels() {

@@ -205,4 +205,30 @@ TEST_F(AppStateMemoryTest, aSessionThatIsDroppedForAnotherFileLeavesNoSecretInMe
     expectNothingLeft();
 }
 
+TEST_F(AppStateMemoryTest, theStepsOfADroppedSessionLeaveNoSecretInMemory) {
+    if (!BRENVIK_MEMORY_IS_SCANNABLE)
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
+    writeVault();
+    unlock();
+    useEverything();
+
+    state.prepare("/kasa/İş.kdbx");
+
+    EXPECT_TRUE(state.canUndo());
+    expectNothingLeft();
+}
+
+TEST_F(AppStateMemoryTest, aNewVaultLeavesNoSecretOfTheOldOneInMemory) {
+    if (!BRENVIK_MEMORY_IS_SCANNABLE)
+        GTEST_SKIP() << "the sanitizer keeps what is freed";
+    writeVault();
+    unlock();
+    useEverything();
+
+    state.createDatabase("/kasa/İş.kdbx", "parola", std::nullopt);
+
+    ASSERT_EQ(state.databaseName(), "İş");
+    expectNothingLeft();
+}
+
 }  // namespace

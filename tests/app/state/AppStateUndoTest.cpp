@@ -189,6 +189,67 @@ TEST_F(AppStateUndoTest, aStepUndoneAfterTheVaultWentIsGone) {
     EXPECT_FALSE(state->database());
 }
 
+TEST_F(AppStateUndoTest, aSessionDroppedForAnotherFileKeepsTheNamesOfItsSteps) {
+    rename("Bir");
+    rename("İki");
+    state->undo();
+
+    state->prepare(otherFile);
+
+    EXPECT_THAT(state->undoLabel(), Optional(StrEq("Kaydı Düzenle")));
+    EXPECT_THAT(state->redoLabel(), Optional(StrEq("Kaydı Düzenle")));
+    EXPECT_TRUE(state->canUndo());
+    EXPECT_TRUE(state->canRedo());
+}
+
+TEST_F(AppStateUndoTest, aStepOfAnotherVaultRestoresNothing) {
+    state->setSort({.column = EntrySort::Column::manual, .ascending = true});
+    rename("Bir");
+    rename("İki");
+    state->undo();
+    state->setSort({.column = EntrySort::Column::title, .ascending = true});
+    state->createDatabase(otherFile, "parola", none);
+    ASSERT_THAT(state->undoLabel(), Optional(StrEq("Kaydı Düzenle")));
+    ASSERT_THAT(state->redoLabel(), Optional(StrEq("Kaydı Düzenle")));
+
+    state->undo();
+    state->redo();
+    state->redo();
+
+    EXPECT_EQ(state->root()->name, "İş");
+    EXPECT_EQ(state->root()->groups.size(), 3);
+    EXPECT_FALSE(state->isDirty());
+    EXPECT_EQ(state->sort().column, EntrySort::Column::title);
+    EXPECT_FALSE(state->canRedo());
+}
+
+TEST_F(AppStateUndoTest, stepsOfAnotherVaultLieUnderThoseOfTheNewOne) {
+    rename("Bir");
+    state->createDatabase(otherFile, "parola", none);
+    state->edit("Grup Ekle", [](KdbxDatabase& database) { database.root.groups.append(groupNamed("Yeni")); });
+
+    state->undo();
+    EXPECT_EQ(state->root()->groups.size(), 3);
+    state->undo();
+    EXPECT_EQ(state->root()->groups.size(), 3);
+    EXPECT_FALSE(state->canUndo());
+
+    state->redo();
+    EXPECT_EQ(state->root()->groups.size(), 3);
+    state->redo();
+    EXPECT_EQ(state->root()->groups.size(), 4);
+}
+
+TEST_F(AppStateUndoTest, aVaultThatCannotBeMadeLeavesTheStepsOfTheOpenOne) {
+    rename("Bir");
+    files.unwritable[otherFile] = "“İş.kdbx” kaydedilemedi.";
+    state->createDatabase(otherFile, "parola", none);
+
+    state->undo();
+
+    EXPECT_EQ(firstTitle(), "Banka");
+}
+
 TEST_F(AppStateUndoTest, whenMemoryRunsShortInAnEditTheVaultStandsAsItWas) {
     state->edit("Adım", [](KdbxDatabase& database) {
         database.root.name = "yarım";
