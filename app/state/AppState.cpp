@@ -64,7 +64,11 @@ void AppState::setSelectedEntryIDs(std::set<UUID> ids) {
 }
 
 void AppState::setSearchText(std::string text) {
-    assign(m_searchText, std::move(text), &AppState::searchTextChanged);
+    if (text == m_searchText)
+        return;
+    wipe(m_searchText);  // which a shorter text would leave the end of
+    m_searchText = std::move(text);
+    announce(&AppState::searchTextChanged);
 }
 
 void AppState::setSort(EntrySort sort) {

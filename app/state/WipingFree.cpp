@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "core/primitives/Bytes.h"
+
+#include <malloc.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define BRENVIK_HAS_ADDRESS_SANITIZER
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define BRENVIK_HAS_ADDRESS_SANITIZER
+#endif
+
+// A vault's texts pass through strings, lists and maps of the standard library and through what lays out text, keeps a
+// form's history and speaks to the desktop. All of them give their memory back as it is, so that a field would lie in
+// free memory for hours after the vault was locked. So nothing in this process gives memory back unwiped, whichever
+// library asks: what a program defines under these names comes before the C library's own for all of them, `operator
+// delete` included. The memory itself is the C library's as ever. The sanitizer has its own functions here, which watch
+// over that memory.
+#ifndef BRENVIK_HAS_ADDRESS_SANITIZER
+
+extern "C" {
+
+// The C library's own, under the names that it keeps for those who stand in front of them.
+void __libc_free(void* memory);
+void* __libc_malloc(std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+
+void free(void* memory) noexcept {
+    if (!memory)
+        return;
+    secureWipe(memory, malloc_usable_size(memory));
+    __libc_free(memory);
+}
+
+/// Wherever memory moves, the place that it leaves is wiped; and its end where it shrinks.
+void* realloc(void* memory, std::size_t size) noexcept {
+    if (!memory || size == 0) {
+        free(memory);
+        return size == 0 && memory ? nullptr : __libc_malloc(size);
+    }
+    const auto held = malloc_usable_size(memory);
+    if (size <= held) {
+        // A block that stays in its place keeps its end as well: small ones are not worth a move.
+        secureWipe(static_cast<char*>(memory) + size, held - size);
+        return __libc_realloc(memory, size);
+    }
+    void* const moved = __libc_malloc(size);
+    if (!moved)
+        return nullptr;
+    std::memcpy(moved, memory, held);
+    free(memory);
+    return moved;
+}
+
+void* reallocarray(void* memory, std::size_t count, std::size_t size) noexcept {
+    std::size_t bytes = 0;
+    if (__builtin_mul_overflow(count, size, &bytes)) {
+        errno = ENOMEM;
+        return nullptr;
+    }
+    return realloc(memory, bytes);
+}
+
+}  // extern "C"
+
+void operator delete(void* memory) noexcept {
+    free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept {
+    free(memory);
+}
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+    free(memory);
+}
+
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+    free(memory);
+}
+
+#endif
