@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/Bytes.h"
+
+#include <QByteArray>
 #include <QFile>
 #include <QString>
 
@@ -13,9 +16,13 @@
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-/// What the window's text is in the vault.
+/// What the window's text is in the vault. Any text of a field may be a secret, so it leaves no copy on its way, which
+/// Qt's own conversion to a text of the standard library does.
 [[nodiscard]] inline std::string vaultText(const QString& text) {
-    return text.toStdString();
+    QByteArray bytes = text.toUtf8();
+    std::string result(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    secureWipe(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    return result;
 }
 
 /// A path that a panel of Qt's gave, and the other way.

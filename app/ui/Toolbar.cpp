@@ -81,6 +81,10 @@ void Toolbar::connectState(Commands& commands) {
     for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isDirtyChanged})
         connect(&m_state, signal, this, &Toolbar::showTitle);
     connect(&m_state, &AppState::searchTextChanged, this, &Toolbar::showSearch);
+    connect(&m_state, &AppState::isLockedChanged, m_search, [this] {
+        if (m_state.isLocked())
+            m_search->replaceText(m_search->text());  // what was typed and taken back is still in its undo history
+    });
     connect(&m_state, &AppState::searchFocusTokenChanged, m_search, [this] {
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
@@ -102,7 +106,7 @@ void Toolbar::showTitle() {
 void Toolbar::showSearch() {
     // A text that means the same is left as it is typed, or the cursor would jump.
     if (vaultText(m_search->text()) != m_state.searchText())
-        m_search->setText(qtText(m_state.searchText()));
+        m_search->replaceText(qtText(m_state.searchText()));
 }
 
 void Toolbar::showSaving() {

@@ -71,14 +71,6 @@ QString shortened(const QString& folder) {
     return folder;
 }
 
-/// What a field holds, as the vault code takes it. The field's copies are wiped by the field.
-std::string secretOf(const SecretField& field) {
-    QByteArray bytes = field.text().toUtf8();
-    std::string text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    secureWipe(bytes.data(), static_cast<std::size_t>(bytes.size()));
-    return text;
-}
-
 }  // namespace
 
 UnlockView::UnlockView(AppState& state, QWidget* parent)
@@ -392,9 +384,9 @@ void UnlockView::submit() {
     showSubmit();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     if (m_isCreating)
-        m_state.sealDatabase(*m_state.databaseURL(), secretOf(*m_password), m_keyFile);
+        m_state.sealDatabase(*m_state.databaseURL(), m_password->secret(), m_keyFile);
     else
-        m_state.unlock(secretOf(*m_password), m_keyFile);
+        m_state.unlock(m_password->secret(), m_keyFile);
     QApplication::restoreOverrideCursor();
     if (!m_state.isLocked()) {
         m_password->setSecret({});

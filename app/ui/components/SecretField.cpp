@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SecretField.h"
 
+#include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
 #include "core/model/SecureString.h"
@@ -53,11 +54,11 @@ void SecretField::setRevealed(bool isRevealed) {
 
 void SecretField::setSecret(const QString& secret) {
     overwrite(text());
-    setText(secret);  // which drops the undo history, other than typing over it
+    replaceText(secret);
 }
 
 std::string SecretField::secret() const {
-    return text().toStdString();
+    return vaultText(text());
 }
 
 void SecretField::setCopying(std::function<void(std::string_view)> copy) {
@@ -160,7 +161,7 @@ void SecretField::copy() const {
         return TextField::copy();
     if (!showsSecret() || !m_copy || !hasSelectedText())
         return;
-    auto secret = selectedText().toStdString();
+    auto secret = vaultText(selectedText());
     m_copy(secret);
     wipe(secret);
 }

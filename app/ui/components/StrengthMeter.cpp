@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/StrengthMeter.h"
 
+#include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Announcement.h"
@@ -70,7 +71,7 @@ StrengthMeter::StrengthMeter(QWidget* parent)
 }
 
 void StrengthMeter::showStrengthOf(const QString& password) {
-    std::string text = password.toStdString();
+    auto text = vaultText(password);
     const auto strength = PasswordGenerator::strength(text);
     const auto count = Text::characterCount(text);
     wipe(text);

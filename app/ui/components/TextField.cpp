@@ -6,12 +6,15 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSignalBlocker>
 
+#include <cstdlib>
 #include <limits>
 
 namespace {
 
 constexpr int largeHeight = 38;
+constexpr int stepsOfAChange = 8;
 
 }  // namespace
 
@@ -27,6 +30,8 @@ TextField::TextField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setPalette(colours);
     showFont();
     showRoom();
+    connect(this, &TextField::textChanged, this, [this](const QString& text) { followHistory(text.size()); });
+    connect(this, &TextField::selectionChanged, this, [this] { m_selection = selectionLength(); });
 }
 
 void TextField::setSize(Size size) {
@@ -48,6 +53,33 @@ void TextField::setTrailingRoom(int points) {
 void TextField::setLeadingRoom(int points) {
     m_leadingRoom = points;
     showRoom();
+}
+
+/// The history keeps a step for each letter that comes or goes, and at most a few more for a change.
+void TextField::followHistory(qsizetype length) {
+    m_history += std::abs(length - m_length) + 2 * m_selection + stepsOfAChange;
+    m_length = length;
+}
+
+void TextField::replaceText(const QString& text) {
+    const bool wasEmpty = this->text().isEmpty();
+    overwriteHistory();
+    if (!text.isEmpty())
+        setText(text);
+    else if (!wasEmpty)
+        emit textChanged(text);
+}
+
+// A line that is given a text starts its history anew, in the memory that the letters of the old one stay in. As many
+// steps as there may have been are written over them, and leave the same way.
+void TextField::overwriteHistory() {
+    const QSignalBlocker quiet(this);
+    setText({});
+    insert(QString(m_history, QLatin1Char(' ')));
+    setText({});
+    m_length = 0;
+    m_selection = 0;
+    m_history = 0;
 }
 
 void TextField::showFont() {

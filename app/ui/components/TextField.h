@@ -24,6 +24,9 @@ public:
     /// Keeps room free at the field's beginning.
     void setLeadingRoom(int points);
 
+    /// Replaces the text, and overwrites what the undo history has kept of every letter that was typed here.
+    void replaceText(const QString& text);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -34,9 +37,14 @@ protected:
 private:
     void showRoom();
     void showFont();
+    void followHistory(qsizetype length);
+    void overwriteHistory();
 
     Size m_size = Size::regular;
     bool m_isMono = false;
     int m_leadingRoom = 0;
     int m_trailingRoom = 0;
+    qsizetype m_length = 0;     // of the text, before a change
+    qsizetype m_selection = 0;  // of what is selected, before a change
+    qsizetype m_history = 0;    // the most steps that the undo history can have
 };
