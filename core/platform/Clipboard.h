@@ -17,7 +17,8 @@ public:
     /// Rises with every change, whoever makes it. Comparable with an earlier reading, and with nothing else.
     [[nodiscard]] virtual std::int64_t changeCount() = 0;
 
-    /// Replaces what is there by a text. The empty text is a content like any other: the clipboard then holds it.
+    /// Replaces what is there by a text. The empty text is a content like any other: the clipboard then holds it. As it
+    /// is what takes a secret's place, it comes with what keeps that out of histories, marker types apart.
     virtual void setText(std::string_view text) = 0;
 
     /// The same, with empty data under each of the marker types, which come before the text's own. What else this

@@ -13,6 +13,9 @@ QtClipboard::QtClipboard(QClipboard& clipboard, ChangeCounter changeCounter)
 // Never QClipboard::clear(), not even for the empty text: it leaves the clipboard without an owner for a moment, and
 // clipboard managers answer by putting back what they remember.
 void QtClipboard::setText(std::string_view text) {
+    // A manager that knows the hint passes over the end of a secret as it did over the secret itself.
+    if (text.empty())
+        return setSecret(text, {});
     m_clipboard.setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
 }
 

@@ -133,6 +133,10 @@ class SecretsTest(DesktopTest):
             self.of_field("Kopyala", name)
             self.is_copied_as_a_secret(secret)
             wait_for(lambda: read("clipboard") == "", "the clipboard wiped", patience=15)
+            targets = read("clipboard", "TARGETS").split()
+            self.assertIn(HINT, targets)
+            self.assertIn("UTF8_STRING", targets)
+            self.assertFalse([target for target in targets if "nspasteboard" in target])
             self.assertEqual(read("primary"), BEFORE)
             self.forget_selections()
 

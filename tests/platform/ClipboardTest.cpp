@@ -53,13 +53,16 @@ TEST_F(ClipboardTest, holdsASecretUnderItsMarkersAndTheHint) {
     EXPECT_TRUE(data().data("text/html").isEmpty());
 }
 
-TEST_F(ClipboardTest, holdsTheEmptyTextWithoutMarkersAfterASecret) {
+TEST_F(ClipboardTest, holdsTheEmptyTextUnderTheHintAloneAfterASecret) {
     clipboard->setSecret("gizli", markers);
 
     clipboard->setText("");
 
     EXPECT_EQ(clipboard->text(), "");
-    EXPECT_EQ(data().formats(), QStringList("text/plain"));
+    EXPECT_EQ(data().formats(), QStringList({"x-kde-passwordManagerHint", "text/plain"}));
+    EXPECT_EQ(data().data("x-kde-passwordManagerHint"), "secret");
+    EXPECT_TRUE(data().hasText());
+    EXPECT_TRUE(data().data("text/plain").isEmpty());
 }
 
 TEST_F(ClipboardTest, overwritesASecretThatIsReplaced) {
