@@ -6,14 +6,19 @@
 #include "app/ui/components/Motion.h"
 #include "core/container/KdbxFile.h"
 #include "core/container/KdbxTransformedKey.h"
+#include "platform/posix/UnusedMemory.h"
 #include "platform/qt/DesktopClipboard.h"
+#include "platform/qt/DesktopTraces.h"
 #include "platform/qt/MotionSetting.h"
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstdlib>
 
 namespace {
+
+using namespace std::chrono_literals;
 
 /// Null where the window is not on an X display itself: keys would go to other windows than those that the user sees.
 std::unique_ptr<XDesktop> xDesktop() {
@@ -97,11 +102,25 @@ BrenvikApp::BrenvikApp(QApplication& application)
         if (keptAtExit)
             keptAtExit->keepUnsaved();
     });
+    for (const auto signal : {&AppState::databaseChanged, &AppState::lastErrorChanged})
+        QObject::connect(&m_state, signal, &*m_window, [this] { leaveNothingUnused(); });
     m_window->show();
 }
 
 BrenvikApp::~BrenvikApp() {
     keptAtExit = nullptr;
+}
+
+// Once the vault is gone, or a try to open it has failed: when the views have let go of what they showed, and again
+// when those have gone that fade out.
+void BrenvikApp::leaveNothingUnused() {
+    if (m_state.database())
+        return;
+    for (const auto wait : {0s, 1s})
+        m_scheduler.after(wait, [] {
+            DesktopTraces::wipe();
+            UnusedMemory::giveBack();
+        });
 }
 
 void BrenvikApp::launch() {

@@ -37,6 +37,7 @@ public:
 private:
     void launch();
     void end();
+    void leaveNothingUnused();
 
     PosixFileSystemCalls m_calls;
     PosixFileStore m_files;

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "platform/posix/UnusedMemory.h"
+
+#include "core/primitives/Bytes.h"
+
+#include <malloc.h>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+// Painting a window goes deepest, and not as deep as this.
+constexpr std::size_t deepestStack = 512 * 1024;
+
+/// Short texts lie in the frames of the functions that had them, which nobody wipes.
+[[gnu::noinline]] void wipeStackOfEndedCalls() noexcept {
+    std::uint8_t unused[deepestStack];
+    secureWipe(unused, sizeof unused);
+}
+
+}  // namespace
+
+void UnusedMemory::giveBack() noexcept {
+    wipeStackOfEndedCalls();
+    malloc_trim(0);
+}
