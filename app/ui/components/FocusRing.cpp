@@ -135,6 +135,7 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Show:
         case QEvent::Hide:
         case QEvent::ParentChange:
+        case QEvent::DynamicPropertyChange:  // of the area
             if (m_target && isAround(watched, m_target))
                 place();
             break;

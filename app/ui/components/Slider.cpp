@@ -2,12 +2,12 @@
 #include "app/ui/components/Slider.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/FocusRing.h"
 #include "app/ui/components/Painting.h"
 
-#include <QAbstractScrollArea>
+#include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QScrollBar>
 #include <QStyle>
 
 namespace {
@@ -15,11 +15,15 @@ namespace {
 constexpr int trackHeight = 4;
 constexpr int knobSide = 16;
 
-bool standsInPageThatScrolls(const QWidget& widget) {
-    for (const auto* around = widget.parentWidget(); around != nullptr; around = around->parentWidget())
-        if (const auto* area = qobject_cast<const QAbstractScrollArea*>(around))
-            return area->verticalScrollBar()->maximum() > area->verticalScrollBar()->minimum();
-    return false;
+/// Whether a focus that comes so is the user's choice of this control.
+bool isChoice(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::MouseFocusReason ||
+           reason == Qt::ShortcutFocusReason;
+}
+
+/// Whether the focus comes or goes with the window's, and nobody chose another control.
+bool isOfWindow(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
 }  // namespace
@@ -42,23 +46,30 @@ double Slider::position() const {
     return layoutDirection() == Qt::RightToLeft ? 1 - share : share;
 }
 
+QRectF Slider::knob() const {
+    return {(width() - knobSide) * position(), (height() - knobSide) / 2.0, double(knobSide), double(knobSide)};
+}
+
+/// The knob is what the keys move: a box around the whole track would be taken for a field.
+void Slider::showFocusAtKnob() {
+    FocusRing::setArea(this, knob().toRect(), knobSide / 2);
+}
+
 void Slider::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (!isEnabled())
         painter.setOpacity(0.4);
-    const double middle = height() / 2.0;
-    const double travel = width() - knobSide;
-    const double knob = travel * position();
-    const QRectF track(0, middle - trackHeight / 2.0, width(), trackHeight);
+    const QRectF knob = this->knob();
+    const QRectF track(0, (height() - trackHeight) / 2.0, width(), trackHeight);
     Painting::roundedBox(painter, track, Radius::pill, Palette::line);
     QRectF filled = track;
     if (layoutDirection() == Qt::RightToLeft)
-        filled.setLeft(knob + knobSide / 2.0);
+        filled.setLeft(knob.center().x());
     else
-        filled.setRight(knob + knobSide / 2.0);
+        filled.setRight(knob.center().x());
     Painting::roundedBox(painter, filled, Radius::pill, Palette::accent);
-    Painting::roundedBox(painter, QRectF(knob, middle - knobSide / 2.0, knobSide, knobSide), Radius::pill,
-                         isSliderDown() ? Palette::accentHover : Palette::text, Palette::canvas);
+    Painting::roundedBox(painter, knob, Radius::pill, isSliderDown() ? Palette::accentHover : Palette::text,
+                         Palette::canvas);
 }
 
 void Slider::goTo(double x) {
@@ -70,6 +81,7 @@ void Slider::goTo(double x) {
 void Slider::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
+    m_isChosen = true;  // also where it had the focus before
     setSliderDown(true);
     goTo(event->position().x());
 }
@@ -85,8 +97,34 @@ void Slider::mouseReleaseEvent(QMouseEvent*) {
 }
 
 void Slider::wheelEvent(QWheelEvent* event) {
-    if (!hasFocus() && standsInPageThatScrolls(*this))
-        event->ignore();
-    else
+    if (hasFocus() && m_isChosen)
         QSlider::wheelEvent(event);
+    else
+        event->ignore();
+}
+
+void Slider::focusInEvent(QFocusEvent* event) {
+    m_isChosen = m_isChosen || isChoice(event->reason());
+    QSlider::focusInEvent(event);
+}
+
+void Slider::focusOutEvent(QFocusEvent* event) {
+    m_isChosen = m_isChosen && isOfWindow(event->reason());
+    QSlider::focusOutEvent(event);
+}
+
+void Slider::resizeEvent(QResizeEvent* event) {
+    QSlider::resizeEvent(event);
+    showFocusAtKnob();
+}
+
+void Slider::changeEvent(QEvent* event) {
+    QSlider::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        showFocusAtKnob();
+}
+
+void Slider::sliderChange(SliderChange change) {
+    QSlider::sliderChange(change);
+    showFocusAtKnob();
 }

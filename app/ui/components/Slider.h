@@ -3,8 +3,9 @@
 
 #include <QSlider>
 
-/// A horizontal slider of the theme. A click on its track goes there. In a page that scrolls, the wheel is the page's
-/// until the slider has the focus: nobody changes a setting by scrolling past it.
+/// A horizontal slider of the theme. A click on its track goes there. The wheel is the page's until the user has given
+/// the slider the focus: nobody changes a setting by scrolling past it. The focus that a window has from the start is
+/// nobody's choice.
 class Slider : public QSlider {
     Q_OBJECT
 
@@ -19,8 +20,17 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void sliderChange(SliderChange change) override;
 
 private:
     [[nodiscard]] double position() const;
+    [[nodiscard]] QRectF knob() const;
+    void showFocusAtKnob();
     void goTo(double x);
+
+    bool m_isChosen = false;  // the focus came by the user's own hand
 };
