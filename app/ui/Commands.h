@@ -40,6 +40,9 @@ public:
 
     [[nodiscard]] MoveCommands* moving() const noexcept { return m_moves; }
 
+    /// What can be done in each window of the program.
+    [[nodiscard]] QList<QAction*> everywhere() const { return {m_lock, m_quit}; }
+
     /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
     /// Tells of a wait for the session, in which most commands are out of reach. They do nothing from its start on, and

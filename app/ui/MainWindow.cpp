@@ -42,7 +42,7 @@ MainWindow::MainWindow(const Environment& environment)
     connect(m_sheets, &SheetHost::focusLost, this, &MainWindow::takeFocus);
     m_cover = new DerivationCover(m_state, *this);
     connect(m_commands, &Commands::settingsWanted, this,
-            [this, environment] { SettingsView::open(environment, *this); });
+            [this, environment] { SettingsView::open(environment, *this, m_commands->everywhere()); });
     connectState();
     showScreen();
 }

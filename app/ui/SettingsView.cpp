@@ -5,6 +5,7 @@
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/ScrollPage.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QScreen>
 #include <QShortcut>
@@ -20,12 +21,13 @@ constexpr int edge = 20;
 
 }  // namespace
 
-void SettingsView::open(const Environment& environment, QWidget& owner) {
+void SettingsView::open(const Environment& environment, QWidget& owner, const QList<QAction*>& commands) {
     auto* settings = owner.findChild<SettingsView*>(QString(), Qt::FindDirectChildrenOnly);
     if (settings == nullptr) {
         settings = new SettingsView(environment, &owner);
         settings->setAttribute(Qt::WA_DeleteOnClose);
         settings->standOver(owner);
+        settings->addActions(commands);
     }
     settings->setWindowState(settings->windowState() & ~Qt::WindowMinimized);
     settings->show();

@@ -10,8 +10,9 @@ class SettingsView : public QWidget {
     Q_OBJECT
 
 public:
-    /// Shows the settings of a window, or brings them to the front where they are open. They go with that window.
-    static void open(const Environment& environment, QWidget& owner);
+    /// Shows the settings of a window, or brings them to the front where they are open. They go with that window. The
+    /// keys of the given commands work in them too.
+    static void open(const Environment& environment, QWidget& owner, const QList<QAction*>& commands);
 
     explicit SettingsView(const Environment& environment, QWidget* owner = nullptr);
 
