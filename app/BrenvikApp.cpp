@@ -2,6 +2,7 @@
 #include "app/BrenvikApp.h"
 
 #include "app/ui/ApplicationStyle.h"
+#include "app/ui/EnterKeyName.h"
 #include "app/ui/FontRegistrar.h"
 #include "app/ui/components/Motion.h"
 #include "core/container/KdbxFile.h"
@@ -80,6 +81,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
                 .state = m_state}) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
+    EnterKeyName::install(application);
     followMotionSetting(application);
     m_window.emplace(Environment{.state = m_state,
                                  .preferences = m_preferences,

@@ -77,7 +77,7 @@ void Commands::makeEntryCommands() {
     m_autoType =
         make(tr("Otomatik Yaz"), {Qt::CTRL | Qt::SHIFT | Qt::Key_V}, focused, [this] { m_state.performAutoType(); });
     m_openURL =
-        make(tr("Adresi Tarayıcıda Aç"), {Qt::CTRL | Qt::SHIFT | Qt::Key_Return, Qt::CTRL | Qt::SHIFT | Qt::Key_Enter},
+        make(tr("Adresi Tarayıcıda Aç"), {Qt::CTRL | Qt::SHIFT | Qt::Key_Enter, Qt::CTRL | Qt::SHIFT | Qt::Key_Return},
              focused, [this] { m_state.openURL(); });
     m_newEntry = make(tr("Yeni Kayıt…"), {Qt::CTRL | Qt::Key_I}, &Commands::isInReach, [this] { showNewEntry(); });
     m_newGroup =

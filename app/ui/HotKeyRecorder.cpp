@@ -15,6 +15,8 @@
 #include <QPainter>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::uint32_t escapeKeyCode = 53;
@@ -29,6 +31,10 @@ QFont combinationFont() {
 
 QFont recordingFont() {
     return BrandFont::body(12, QFont::Medium);
+}
+
+QFont keyNamesFont() {
+    return BrandFont::body(12);
 }
 
 QFont hintFont() {
@@ -143,11 +149,24 @@ void HotKeyRecorder::setRejected(bool isRejected) {
 }
 
 void HotKeyRecorder::showCombination() {
-    setText(isRecording() ? recordingText()
-                          : qtText(HotKeyFormatter::describe({.keyCode = m_preferences.hotKeyCode(),
-                                                              .modifiers = m_preferences.hotKeyModifiers()})));
-    setAccessibleDescription(isRecording() ? hint() : QString());
+    const HotKey hotKey{.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()};
+    m_keyNames = qtText(m_hotKey.keyNames(hotKey));
+    setText(isRecording() ? recordingText() : qtText(HotKeyFormatter::describe(hotKey)));
+    setAccessibleName(isRecording() ? recordingText() : m_keyNames);
+    setAccessibleDescription(isRecording() ? hint() : m_note);
+    updateGeometry();
     update();
+}
+
+void HotKeyRecorder::showKeyNames() {
+    showCombination();
+}
+
+void HotKeyRecorder::setNote(const QString& note) {
+    if (m_note == note)
+        return;
+    m_note = note;
+    showCombination();
 }
 
 void HotKeyRecorder::focusOutEvent(QFocusEvent* event) {
@@ -161,7 +180,9 @@ void HotKeyRecorder::hideEvent(QHideEvent* event) {
 }
 
 QSize HotKeyRecorder::sizeHint() const {
-    return {recordingWidth() + 2 * padding, Metric::controlHeight};
+    const int combinationWidth = QFontMetrics(combinationFont()).horizontalAdvance(text()) + Metric::s +
+                                 QFontMetrics(keyNamesFont()).horizontalAdvance(m_keyNames);
+    return {std::max(recordingWidth(), combinationWidth) + 2 * padding, Metric::controlHeight};
 }
 
 void HotKeyRecorder::paintEvent(QPaintEvent*) {
@@ -171,13 +192,27 @@ void HotKeyRecorder::paintEvent(QPaintEvent*) {
     const QColor outline =
         isRecording() ? Palette::accent : (underMouse() || isDown() ? Palette::lineStrong : Palette::line);
     Painting::roundedBox(painter, rect(), Radius::control, isDown() ? Palette::surface : Palette::canvas, outline);
-    if (isRecording()) {
+    if (isRecording())
         paintRecording(painter);
-        return;
-    }
+    else
+        paintCombination(painter);
+}
+
+/// The signs and, in soft ink beside them, the names.
+void HotKeyRecorder::paintCombination(QPainter& painter) const {
+    const int signsWidth = QFontMetrics(combinationFont()).horizontalAdvance(text());
+    const int namesWidth = QFontMetrics(keyNamesFont()).horizontalAdvance(m_keyNames);
+    const int left = (width() - signsWidth - Metric::s - namesWidth) / 2;
+    const auto placed = [&](int from, int wide) {
+        return QStyle::visualRect(layoutDirection(), rect(), QRect(from, 0, wide, height()));
+    };
+    constexpr auto flags = Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip;
     painter.setFont(combinationFont());
     painter.setPen(Palette::text);
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+    painter.drawText(placed(left, signsWidth), flags, text());
+    painter.setFont(keyNamesFont());
+    painter.setPen(Palette::textSoft);
+    painter.drawText(placed(left + signsWidth + Metric::s, namesWidth), flags, m_keyNames);
 }
 
 void HotKeyRecorder::paintRecording(QPainter& painter) const {

@@ -8,9 +8,9 @@
 class GlobalHotKey;
 class Preferences;
 
-/// Shows the hot key's combination and records another one: pressed, it takes every key press of the program until a
-/// combination with a modifier comes, or Escape. The hot key itself is given back meanwhile, or it could not be pressed
-/// here.
+/// Shows the hot key's combination, in signs and as the keys are labelled, and records another one: pressed, it takes
+/// every key press of the program until a combination with a modifier comes, or Escape. The hot key itself is given
+/// back meanwhile, or it could not be pressed here.
 class HotKeyRecorder : public QAbstractButton {
     Q_OBJECT
 
@@ -21,6 +21,12 @@ public:
     [[nodiscard]] bool isRecording() const noexcept { return m_capture == Capture::recording; }
     /// Whether a key without modifiers was pressed since the last recording started.
     [[nodiscard]] bool isRejected() const noexcept { return m_isRejected; }
+
+    /// Reads anew how the keys are labelled, which the keyboard's layout decides.
+    void showKeyNames();
+
+    /// What a screen reader tells besides the combination; empty for nothing.
+    void setNote(const QString& note);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
@@ -52,10 +58,13 @@ private:
     void take(std::uint32_t keyCode, std::uint32_t modifiers);
     void setRejected(bool isRejected);
     void showCombination();
+    void paintCombination(QPainter& painter) const;
     void paintRecording(QPainter& painter) const;
 
     Preferences& m_preferences;
     GlobalHotKey& m_hotKey;
     Capture m_capture = Capture::none;
     bool m_isRejected = false;
+    QString m_keyNames;  // of the combination
+    QString m_note;
 };

@@ -36,15 +36,15 @@ PermissionRow::PermissionRow(QWidget* parent)
     row->addLayout(texts, 1);
     row->addWidget(m_ask);
     connect(m_ask, &Button::clicked, this, &PermissionRow::permissionWanted);
-    showGranted(false);
+    showGranted(false, Asking::impossible);
 }
 
-void PermissionRow::showGranted(bool isGranted) {
+void PermissionRow::showGranted(bool isGranted, Asking asking) {
     m_isGranted = isGranted;
     m_title->setText(isGranted ? tr("Erişilebilirlik izni verildi") : tr("Erişilebilirlik izni gerekli"));
     m_subtitle->setText(isGranted ? tr("Otomatik yazma kullanılabilir.")
                                   : tr("İzin olmadan tuş vuruşları gönderilemez."));
-    m_ask->setVisible(!isGranted);
+    m_ask->setVisible(!isGranted && asking == Asking::possible);
     update();
 }
 

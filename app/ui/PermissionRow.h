@@ -15,7 +15,9 @@ class PermissionRow : public QWidget {
 public:
     explicit PermissionRow(QWidget* parent = nullptr);
 
-    void showGranted(bool isGranted);
+    /// Whether somebody can be asked for what is missing makes the way to ask show or not.
+    enum class Asking : bool { impossible, possible };
+    void showGranted(bool isGranted, Asking asking);
 
 signals:
     void permissionWanted();

@@ -7,6 +7,7 @@
 #include "app/ui/PermissionRow.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Announcement.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/Labels.h"
@@ -131,7 +132,9 @@ void AutoTypeCard::showSequence() {
 }
 
 void AutoTypeCard::showPermission() {
-    m_permission->showGranted(m_autoType.hasAccessibilityPermission());
+    m_permission->showGranted(m_autoType.hasAccessibilityPermission(), m_autoType.canRequestAccessibilityPermission()
+                                                                           ? PermissionRow::Asking::possible
+                                                                           : PermissionRow::Asking::impossible);
 }
 
 void AutoTypeCard::showEvent(QShowEvent* event) {
@@ -148,11 +151,17 @@ void AutoTypeCard::hideEvent(QHideEvent* event) {
 HotKeyCard::HotKeyCard(Preferences& preferences, GlobalHotKey& hotKey, QWidget* parent)
     : Card(tr("Genel kısayol"), parent),
       m_preferences(preferences),
+      m_hotKey(hotKey),
       m_recorder(new HotKeyRecorder(preferences, hotKey)),
       m_reset(new Button(tr("Varsayılana dön  (⌘⌥A)"), Button::Variant::ghost)),
-      m_rejected(new TextLabel(tr("En az bir değiştirici tuş gerekli"), BrandFont::label(), Palette::danger)) {
+      m_rejected(new TextLabel(tr("En az bir değiştirici tuş gerekli"), BrandFont::label(), Palette::danger)),
+      m_refused(new Paragraph({}, BrandFont::body(11), Palette::warn)),
+      m_spoken(new Announcement(this)),
+      m_polling(new QTimer(this)) {
     arrange();
     connectControls();
+    showState();
+    showKeyNames();
 }
 
 void HotKeyCard::arrange() {
@@ -169,9 +178,11 @@ void HotKeyCard::arrange() {
     flow->addWidget(m_reset);
     m_reset->setSmall(true);
     m_rejected->hide();
+    m_refused->hide();
     content()->addLayout(texts);
     content()->addWidget(row);
     content()->addWidget(m_rejected);
+    content()->addWidget(m_refused);
 }
 
 void HotKeyCard::connectControls() {
@@ -184,4 +195,46 @@ void HotKeyCard::connectControls() {
         m_preferences.setHotKeyCode(HotKeyService::defaultKeyCode);
         m_preferences.setHotKeyModifiers(HotKeyService::defaultModifiers);
     });
+    // Queued: on the way from one combination to another there may be one in between that is refused.
+    connect(&m_hotKey, &GlobalHotKey::stateChanged, this, &HotKeyCard::showState, Qt::QueuedConnection);
+    m_polling->setInterval(pollingInterval);
+    connect(m_polling, &QTimer::timeout, this, &HotKeyCard::look);
+}
+
+void HotKeyCard::showEvent(QShowEvent* event) {
+    Card::showEvent(event);
+    look();
+    m_polling->start();
+}
+
+void HotKeyCard::hideEvent(QHideEvent* event) {
+    Card::hideEvent(event);
+    m_polling->stop();
+}
+
+/// At what changes elsewhere: who has the combination, and the keyboard's layout.
+void HotKeyCard::look() {
+    m_hotKey.tryAgain();
+    showState();
+    showKeyNames();
+}
+
+void HotKeyCard::showState() {
+    const bool wasShown = !m_refused->isHidden();
+    const bool isShown = m_hotKey.isRefused();
+    m_refused->setText(m_hotKey.isPossible()
+                           ? tr("Bu kısayol şu anda devrede değil; başka bir uygulama kullanıyor olabilir. Başka bir "
+                                "kombinasyon seçebilirsin.")
+                           : tr("Bu masaüstünde genel kısayol kullanılamıyor."));
+    m_refused->setVisible(isShown);
+    m_recorder->setNote(isShown ? m_refused->text() : QString());
+    if (!isShown || wasShown || !isVisible())
+        return;
+    m_spoken->say(m_refused->text());
+    emit messageAppeared();
+}
+
+void HotKeyCard::showKeyNames() {
+    m_recorder->showKeyNames();
+    m_reset->setKeyNames(qtText(m_hotKey.keyNames(HotKey())));
 }

@@ -4,9 +4,11 @@
 #include "app/ui/components/Card.h"
 
 class AutoTypeService;
+class Announcement;
 class Button;
 class GlobalHotKey;
 class HotKeyRecorder;
+class Paragraph;
 class PermissionRow;
 class Preferences;
 class QTimer;
@@ -59,7 +61,8 @@ private:
     QTimer* m_polling;
 };
 
-/// The combination that types into whatever application is in front.
+/// The combination that types into whatever application is in front, and whether it is in force. While the card shows,
+/// a combination that another program has is tried again and again: nobody tells when it is free.
 class HotKeyCard : public Card {
     Q_OBJECT
 
@@ -70,12 +73,23 @@ signals:
     /// The card has grown by a message that the user should see.
     void messageAppeared();
 
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
 private:
     void arrange();
     void connectControls();
+    void look();
+    void showState();
+    void showKeyNames();
 
     Preferences& m_preferences;
+    GlobalHotKey& m_hotKey;
     HotKeyRecorder* m_recorder;
     Button* m_reset;
     TextLabel* m_rejected;
+    Paragraph* m_refused;
+    Announcement* m_spoken;
+    QTimer* m_polling;
 };

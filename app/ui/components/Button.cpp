@@ -4,6 +4,7 @@
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
+#include "core/autotype/KeyNames.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -44,6 +45,13 @@ void Button::setTint(const QColor& colour) {
     update();
 }
 
+void Button::setKeyNames(const QString& names) {
+    m_keyNames = names;
+    setAccessibleName(QString::fromStdString(KeyNames::withoutSigns(text().toStdString(), names.toStdString())));
+    updateGeometry();
+    update();
+}
+
 void Button::setConfirmed(bool isConfirmed) {
     m_isConfirmed = isConfirmed;
     update();
@@ -53,11 +61,21 @@ QFont Button::textFont() const {
     return BrandFont::body(m_isSmall ? 12 : (m_isLarge ? 14 : 13), QFont::DemiBold);
 }
 
+QFont Button::keyNamesFont() const {
+    return BrandFont::body(m_isSmall ? 11 : 12);
+}
+
+/// With the gap before them.
+int Button::keyNamesWidth() const {
+    return m_keyNames.isEmpty() ? 0 : Metric::s + QFontMetrics(keyNamesFont()).horizontalAdvance(m_keyNames);
+}
+
 QSize Button::sizeHint() const {
     const int height = m_isLarge ? largeHeight : (m_isSmall ? Metric::controlHeightSmall : Metric::controlHeight);
     const int padding = m_isSmall ? Metric::s : Metric::m;
     const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
-    return {QFontMetrics(textFont()).horizontalAdvance(text()) + 2 + symbolWidth + 2 * padding, height};
+    return {QFontMetrics(textFont()).horizontalAdvance(text()) + keyNamesWidth() + 2 + symbolWidth + 2 * padding,
+            height};
 }
 
 Button::Look Button::look() const {
@@ -104,9 +122,10 @@ void Button::paintEvent(QPaintEvent*) {
     painter.setFont(textFont());
     const QFontMetrics metrics(textFont());
     const int symbolWidth = m_symbol.isEmpty() ? 0 : symbolSide + (text().isEmpty() ? 0 : symbolGap);
-    const int room = width() - symbolWidth - 2 * Metric::s;
+    const int room = width() - symbolWidth - keyNamesWidth() - 2 * Metric::s;
     const QString shown = metrics.elidedText(text(), Qt::ElideRight, room);
-    const int content = symbolWidth + metrics.horizontalAdvance(shown);
+    const int textWidth = metrics.horizontalAdvance(shown);
+    const int content = symbolWidth + textWidth + keyNamesWidth();
     int left = (width() - content) / 2;
     const auto placed = [&](int from, int wide) {
         return QStyle::visualRect(layoutDirection(), rect(), QRect(from, 0, wide, height()));
@@ -119,8 +138,13 @@ void Button::paintEvent(QPaintEvent*) {
         left += symbolWidth;
     }
     painter.setPen(textColour);
-    painter.drawText(placed(left, content - symbolWidth + 1), Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     shown);
+    constexpr auto line = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine;
+    painter.drawText(placed(left, textWidth + 1), line, shown);
+    if (m_keyNames.isEmpty())
+        return;
+    painter.setFont(keyNamesFont());
+    painter.setPen(Palette::textSoft);
+    painter.drawText(placed(left + textWidth + Metric::s, keyNamesWidth()), line, m_keyNames);
 }
 
 void Button::enterEvent(QEnterEvent* event) {

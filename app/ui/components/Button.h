@@ -24,6 +24,9 @@ public:
     void setSymbol(const QString& name);
     /// The colour of the variant `tinted`.
     void setTint(const QColor& colour);
+    /// The keys that the signs of its text stand for, in soft ink behind it; screen readers hear them in place of the
+    /// signs.
+    void setKeyNames(const QString& names);
     /// With a tick in place of its symbol, or of its text where it has none: what it does has just been done.
     void setConfirmed(bool isConfirmed);
 
@@ -43,11 +46,14 @@ private:
     };
     [[nodiscard]] Look look() const;
     [[nodiscard]] QFont textFont() const;
+    [[nodiscard]] QFont keyNamesFont() const;
+    [[nodiscard]] int keyNamesWidth() const;
 
     Variant m_variant;
     bool m_isSmall = false;
     bool m_isLarge = false;
     bool m_isConfirmed = false;
     QString m_symbol;
+    QString m_keyNames;
     QColor m_tint;
 };

@@ -4,6 +4,7 @@
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
+#include "core/autotype/KeyNames.h"
 
 #include <QMenu>
 #include <QPainter>
@@ -28,7 +29,11 @@ void IconButton::setSymbol(const QString& name) {
 
 void IconButton::setTip(const QString& tip) {
     setToolTip(tip);
-    setAccessibleName(tip);
+    const auto text = tip.toStdString();
+    const auto heard = QString::fromStdString(KeyNames::withoutSigns(text, KeyNames::ofSigns(text)));
+    setAccessibleName(heard);
+    if (heard != tip)
+        setAccessibleDescription(heard);  // or the tooltip would be heard for it
 }
 
 void IconButton::setTint(const QColor& colour) {

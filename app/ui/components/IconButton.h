@@ -6,7 +6,8 @@
 
 class QMenu;
 
-/// A square button of one symbol, without ground until the pointer is over it. Its tooltip is its accessible name.
+/// A square button of one symbol, without ground until the pointer is over it. Its tooltip is its accessible name;
+/// where the tooltip names keys by signs, the keys' own names stand beside them and are what screen readers hear.
 class IconButton : public QAbstractButton {
     Q_OBJECT
 

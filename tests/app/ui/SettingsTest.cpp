@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/MainWindow.h"
 #include "app/ui/SettingsView.h"
+#include "app/ui/components/FocusRing.h"
 #include "app/ui/components/ScrollPage.h"
 #include "tests/app/ui/WindowProbe.h"
 #include "tests/app/ui/WindowTest.h"
@@ -19,6 +20,8 @@ using namespace WindowProbe;
 const QString sequenceName = "Varsayılan tuş sekansı";
 const QString granted = "Erişilebilirlik izni verildi";
 const QString needed = "Erişilebilirlik izni gerekli";
+const QString notInForce =
+    "Bu kısayol şu anda devrede değil; başka bir uygulama kullanıyor olabilir. Başka bir kombinasyon seçebilirsin.";
 const QString rejected = "En az bir değiştirici tuş gerekli";
 
 class SettingsTest : public WindowTest {
@@ -29,6 +32,11 @@ protected:
         view.emplace(environment);
         view->show();
         QCoreApplication::processEvents();
+    }
+    /// The name and the description of a button.
+    QString heardOf(const QString& text) {
+        auto* const heard = QAccessible::queryAccessibleInterface(button(*view, text));
+        return heard->text(QAccessible::Name) + '|' + heard->text(QAccessible::Description);
     }
     QSlider& slider() { return *find<QSlider>(*view, "Otomatik temizleme"); }
     QStringList checkedTimes() {
@@ -261,9 +269,105 @@ TEST_F(SettingsTest, theWheelScrollsPastTheSliderUntilItHasTheFocus) {
     };
     turn();
     EXPECT_EQ(preferences->clipboardTimeout(), 12);
-    slider().setFocus();
+    slider().setFocus(Qt::ActiveWindowFocusReason);
+    turn();
+    EXPECT_EQ(preferences->clipboardTimeout(), 12) << "the window gave it the focus, not the user";
+    slider().clearFocus();
+    slider().setFocus(Qt::TabFocusReason);
     turn();
     EXPECT_GT(preferences->clipboardTimeout(), 12);
+}
+
+TEST_F(SettingsTest, theWheelOverTheSliderChangesNothingWhereThePageHasNoNeedToScroll) {
+    open();
+    view->resize(520, 1200);
+    field(*view, sequenceName)->setFocus();
+    QCoreApplication::processEvents();
+    const QPointF middle = slider().rect().center();
+    QWheelEvent up(middle, slider().mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                   false);
+    QApplication::sendEvent(&slider(), &up);
+    EXPECT_EQ(preferences->clipboardTimeout(), 12);
+}
+
+TEST_F(SettingsTest, theWheelTurnsASliderThatWasClicked) {
+    open();
+    QTest::mouseClick(&slider(), Qt::LeftButton, {}, slider().rect().center());
+    const auto clicked = preferences->clipboardTimeout();
+    const QPointF middle = slider().rect().center();
+    QWheelEvent up(middle, slider().mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                   false);
+    slider().setFocus(Qt::MouseFocusReason);
+    QApplication::sendEvent(&slider(), &up);
+    EXPECT_GT(preferences->clipboardTimeout(), clicked);
+}
+
+TEST_F(SettingsTest, theFocusOfTheSliderIsAtItsKnob) {
+    open();
+    view->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&*view));
+    FocusRing::install(&*view);
+    slider().setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&slider(), Qt::Key_Right);
+    const auto* const ring = view->findChild<FocusRing*>();
+    ASSERT_NE(ring, nullptr);
+    EXPECT_EQ(ring->width(), ring->height()) << "round as the knob, and no box around the track";
+    EXPECT_LT(ring->width(), 30);
+    const int before = ring->x();
+
+    QTest::keyClick(&slider(), Qt::Key_End);
+
+    EXPECT_GT(ring->x(), before) << "it goes with the knob";
+    EXPECT_EQ(ring->width(), ring->height());
+}
+
+TEST_F(SettingsTest, aCombinationThatIsInForceHasNoNote) {
+    hotKey.registerGlobalHotKey();
+    open();
+    EXPECT_FALSE(shows(*view, notInForce));
+    EXPECT_EQ(heardOf("⌥⌘A"), "Ctrl+Alt+A|");
+}
+
+TEST_F(SettingsTest, aCombinationThatAnotherProgramHasIsSaidUntilItIsFree) {
+    desktop.hotKeys.grants = false;
+    hotKey.registerGlobalHotKey();
+    open();
+    EXPECT_TRUE(shows(*view, notInForce));
+    EXPECT_EQ(heardOf("⌥⌘A"), "Ctrl+Alt+A|" + notInForce);
+    EXPECT_EQ(state->lastError(), std::nullopt) << "it is no error";
+
+    desktop.hotKeys.grants = true;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !shows(*view, notInForce); }));
+    EXPECT_TRUE(hotKey.isRegistered()) << "it was tried again";
+}
+
+TEST_F(SettingsTest, whetherACombinationIsInForceFollowsItsChange) {
+    hotKey.registerGlobalHotKey();
+    open();
+    desktop.hotKeys.grants = false;
+    preferences->setHotKeyCode(12);
+    EXPECT_TRUE(shows(*view, notInForce));
+
+    desktop.hotKeys.grants = true;
+    click(*view, "Varsayılana dön  (⌘⌥A)");
+    EXPECT_FALSE(shows(*view, notInForce));
+}
+
+TEST_F(SettingsTest, theKeysAreNamedByThePresentLayout) {
+    open();
+    EXPECT_EQ(heardOf("⌥⌘A"), "Ctrl+Alt+A|");
+    desktop.layout.select({{{0, KeyboardLayout::Modifiers::none}, "u"}, {{0, KeyboardLayout::Modifiers::shift}, "U"}});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return heardOf("⌥⌘A") == "Ctrl+Alt+U|"; }));
+    EXPECT_EQ(heardOf("Varsayılana dön  (⌘⌥A)"), "Varsayılana dön  (Ctrl+Alt+U)|");
+}
+
+TEST_F(SettingsTest, nothingAsksForAPermissionThatNobodyCanGive) {
+    desktop.keyboard.permission = false;
+    desktop.keyboard.canBeAsked = false;
+    open();
+    EXPECT_TRUE(shows(*view, needed));
+    EXPECT_TRUE(shows(*view, "İzin olmadan tuş vuruşları gönderilemez."));
+    EXPECT_EQ(button(*view, "İzin ver…"), nullptr);
 }
 
 TEST_F(SettingsTest, closesByItsKeys) {
@@ -285,7 +389,7 @@ TEST_F(SettingsTest, eachStopOfTabHasAName) {
         if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisible() && next->isEnabled())
             stops.append(QAccessible::queryAccessibleInterface(next)->text(QAccessible::Name));
     EXPECT_EQ(stops, (QStringList{"Otomatik temizleme", "10 sn", "12 sn", "30 sn", "60 sn", sequenceName,
-                                  "Varsayılana dön", "İzin ver…", "⌥⌘A", "Varsayılana dön  (⌘⌥A)"}));
+                                  "Varsayılana dön", "İzin ver…", "Ctrl+Alt+A", "Varsayılana dön  (Ctrl+Alt+A)"}));
 }
 
 /// The settings of the program's window, opened by its command.
@@ -352,6 +456,23 @@ TEST_F(SettingsWindowTest, closesWithTheProgramsWindowWhichEndsTheProgram) {
     EXPECT_TRUE(endsWithin(3000));
     for (const auto* const settings : opened())
         EXPECT_FALSE(settings->isVisible());
+}
+
+TEST_F(SettingsWindowTest, locksByTheProgramsKey) {
+    unlock();
+    openByCommand();
+    opened()[0]->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(opened()[0]));
+    QTest::keyClick(opened()[0], Qt::Key_L, Qt::ControlModifier);
+    EXPECT_TRUE(state->isLocked());
+}
+
+TEST_F(SettingsWindowTest, quitsByTheProgramsKey) {
+    openByCommand();
+    opened()[0]->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(opened()[0]));
+    QTest::keyClick(opened()[0], Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST_F(SettingsWindowTest, closingItDoesNotEndTheProgram) {

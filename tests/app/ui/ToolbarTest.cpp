@@ -48,8 +48,8 @@ TEST_F(ToolbarTest, itsControlsStandInOrderAndTellTheirKeys) {
     std::vector<std::string> fromTheLeft;
     for (const auto& [x, name] : names)
         fromTheLeft.push_back(name);
-    EXPECT_THAT(fromTheLeft, ElementsAre("Kayıtlarda ara", "Yeni kayıt (⌘I)", "Diğer işlemler", "Kaydet (⌘S)",
-                                         "Kasayı kilitle (⌘L)"));
+    EXPECT_THAT(fromTheLeft, ElementsAre("Kayıtlarda ara", "Yeni kayıt (Ctrl+I)", "Diğer işlemler", "Kaydet (Ctrl+S)",
+                                         "Kasayı kilitle (Ctrl+L)"));
     for (const auto* name : {"Yeni kayıt (⌘I)", "Diğer işlemler", "Kaydet (⌘S)", "Kasayı kilitle (⌘L)"})
         EXPECT_EQ(button(bar(), name)->toolTip(), name);
 }

@@ -20,7 +20,7 @@ Widget* find(const QWidget& window, const QString& name) {
     for (auto* const widget : window.findChildren<Widget*>()) {
         if (!widget->isVisibleTo(&window))
             continue;
-        if (widget->accessibleName() == name)
+        if (widget->accessibleName() == name || widget->toolTip() == name)
             return widget;
         if constexpr (requires { widget->text(); })
             if (widget->text() == name)
