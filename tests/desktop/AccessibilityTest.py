@@ -280,7 +280,7 @@ class RowsTest(AccessibilityTest):
         self.select_entry("GitHub")
         with Events(lambda event: event.detail1 and event.source.get_name(), "object:state-changed:focused") as events:
             press("Tab")
-            wait_for(lambda: "Düzenle (⌘E)" in events.heard(), "the focus on the next control")
+            wait_for(lambda: "Düzenle (Ctrl+E)" in events.heard(), "the focus on the next control")
             press("shift+Tab")
             wait_for(lambda: events.heard()[-1] == "GitHub", "the focus on the row")
         rows = [row for name in ("Gruplar", "Kayıtlar") for row in children_of(self.program.node("list", name))]

@@ -262,7 +262,7 @@ class FocusTest(DesktopTest):
 
     def test_a_command_from_the_detail_leaves_the_focus_in_a_list(self):
         self.select_in_group("Sosyal", "GitHub")
-        self.tab_to("Düzenle (⌘E)")
+        self.tab_to("Düzenle (Ctrl+E)")
         press("ctrl+Delete")
         wait_for(lambda: "GitHub" not in self.program.rows("Kayıtlar"), "GitHub gone")
         self.focus_is_on_a_row()

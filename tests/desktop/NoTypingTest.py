@@ -34,6 +34,8 @@ class NoTypingTest(DesktopTest):
     def test_the_settings_tell_of_the_missing_permission(self):
         self.program.choose("Düzen", "Ayarlar…")
         self.program.node("label", "Erişilebilirlik izni gerekli")
+        self.program.node("label", "İzin olmadan tuş vuruşları gönderilemez.")
+        self.assertFalse(self.program.nodes("push button", "İzin ver…"), "nobody can be asked")
 
 
 if __name__ == "__main__":

@@ -250,8 +250,15 @@ def tree_as_text(node, depth=0):
     return line + "".join(tree_as_text(child, depth + 1) for child in children_of(node))
 
 
+def spoken(text):
+    """What a screen reader says of a text that names keys by signs: "Kaydet (Ctrl+S)" for "Kaydet (⌘S)"."""
+    words = (("⌃", "Super+"), ("⌘", "Ctrl+"), ("⌥", "Alt+"), ("⇧", "Shift+"))
+    return re.sub("[⌃⌘⌥⇧]+", lambda signs: "".join(word for sign, word in words if sign in signs.group()), text)
+
+
 def matches(name, wanted):
-    return wanted.search(name) is not None if isinstance(wanted, re.Pattern) else name == wanted
+    """Whether a name is a text, as it is read or as it is spoken, or fits a pattern."""
+    return wanted.search(name) is not None if isinstance(wanted, re.Pattern) else name in (wanted, spoken(wanted))
 
 
 class Program:

@@ -413,7 +413,7 @@ class Walk:
         press("ctrl+comma")
         self.program.node("label", "Otomatik temizleme")
         self.shot("settings", whole=True)
-        recorder = self.program.button(re.compile("⌥⌘A"))
+        recorder = self.program.button("⌥⌘A")
         act(recorder)
         desktop.time.sleep(SETTLED)  # until the window manager has given it the focus
         self.shot("settings-recording", whole=True)
