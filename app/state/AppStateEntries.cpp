@@ -2,6 +2,7 @@
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
 #include "app/state/VaultChanges.h"
+#include "core/document/Nesting.h"
 
 #include <algorithm>
 
@@ -59,9 +60,13 @@ void AppState::addEntry(KdbxEntry entry, UUID groupID) {
     const Step step(*this);
     const auto id = entry.id;
     const auto now = m_services.scheduler.now();
-    edit("Kayıt Ekle",
-         [&](KdbxDatabase& database) { VaultChanges::addEntry(database, std::move(entry), groupID, now); });
-    setSelectedEntryIDs({id});
+    bool isRefused = m_database.has_value();
+    edit("Kayıt Ekle", [&](KdbxDatabase& database) {
+        VaultChanges::addEntry(database, std::move(entry), groupID, now);
+        isRefused = false;
+    });
+    if (!isRefused)
+        setSelectedEntryIDs({id});
 }
 
 void AppState::updateEntry(KdbxEntry entry) {
@@ -146,7 +151,9 @@ void AppState::moveEntriesTo(std::set<UUID> ids, UUID groupID) {
     const auto now = m_services.scheduler.now();
     edit("Kayıtları Taşı", [&](KdbxDatabase& database) {
         const auto moving = GroupTree::removeEntries(database.root, ids);
-        GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
+        GroupTree::mutateGroupAtLevel(database.root, groupID, [&](KdbxGroup& group, std::size_t level) {
+            for (const auto& entry : moving)
+                Nesting::require(entry, level);
             group.entries.appendAll(moving);
             group.modified = now;
         });

@@ -7,9 +7,13 @@ void AppState::addGroup(KdbxGroup group, UUID parentID) {
     const Step step(*this);
     const auto id = group.id;
     const auto now = m_services.scheduler.now();
-    edit("Grup Ekle",
-         [&](KdbxDatabase& database) { VaultChanges::addGroup(database, std::move(group), parentID, now); });
-    setSelectedGroupID(id);
+    bool isRefused = m_database.has_value();
+    edit("Grup Ekle", [&](KdbxDatabase& database) {
+        VaultChanges::addGroup(database, std::move(group), parentID, now);
+        isRefused = false;
+    });
+    if (!isRefused)
+        setSelectedGroupID(id);
 }
 
 void AppState::updateGroup(const KdbxGroup& group) {

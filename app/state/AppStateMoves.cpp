@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "core/document/Nesting.h"
 
 #include <algorithm>
 #include <iterator>
@@ -45,7 +46,8 @@ void AppState::moveGroupTo(UUID id, UUID parentID) {
     const auto now = m_services.scheduler.now();
     edit("Grubu Taşı", [&](KdbxDatabase& database) {
         auto group = GroupTree::removeGroup(database.root, id);
-        GroupTree::mutateGroup(database.root, parentID, [&](KdbxGroup& parent) {
+        GroupTree::mutateGroupAtLevel(database.root, parentID, [&](KdbxGroup& parent, std::size_t level) {
+            Nesting::require(*group, level + 1);
             parent.groups.append(std::move(*group));
             parent.isExpanded = true;
             parent.modified = now;

@@ -21,7 +21,7 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
         if (m_undoStack.size() > undoLimit)
             m_undoStack.pop_front();
     } catch (...) {
-        // A body has no failure of its own, but memory can run short: vault and steps then stand as they were.
+        // The change would go too deep, or memory ran short: vault and steps then stand as they were.
         if (m_undoStack.size() > recorded)
             m_undoStack.pop_back();
         if (!redoable.empty())

@@ -37,6 +37,8 @@ public:
         return *m_path.back().own;
     }
 
+    [[nodiscard]] std::size_t level() const noexcept { return m_path.size(); }
+
     [[nodiscard]] std::vector<KdbxGroup> path() const {
         std::vector<KdbxGroup> groups;
         groups.reserve(m_path.size());
@@ -181,18 +183,29 @@ std::vector<std::size_t> placesOf(const SharedArray<KdbxEntry>& entries, const s
 }
 
 bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change) {
-    auto walk = walkToGroup(root, id);
-    if (walk.isAtEnd())
-        return false;
-    change(walk.ownGroup(root));
-    return true;
+    return mutateGroupAtLevel(root, id, [&](KdbxGroup& group, std::size_t) { change(group); });
 }
 
 bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change) {
+    return mutateEntryAtLevel(root, id, [&](KdbxEntry& entry, std::size_t) { change(entry); });
+}
+
+bool mutateGroupAtLevel(KdbxGroup& root, const UUID& id,
+                        const std::function<void(KdbxGroup&, std::size_t level)>& change) {
+    auto walk = walkToGroup(root, id);
+    if (walk.isAtEnd())
+        return false;
+    change(walk.ownGroup(root), walk.level());
+    return true;
+}
+
+bool mutateEntryAtLevel(KdbxGroup& root, const UUID& id,
+                        const std::function<void(KdbxEntry&, std::size_t level)>& change) {
     auto found = findIn(root, &KdbxGroup::entries, id);
     if (!found)
         return false;
-    found->holder.ownGroup(root).entries.mutate(found->index, change);
+    const auto level = found->holder.level();
+    found->holder.ownGroup(root).entries.mutate(found->index, [&](KdbxEntry& entry) { change(entry, level); });
     return true;
 }
 

@@ -50,6 +50,13 @@ bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxG
 /// Runs `change` on the entry in place. Whether it was found; `change` runs at most once.
 bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change);
 
+/// The same two with how many groups there are from the root down to the one that is changed, or that holds the entry,
+/// both included.
+bool mutateGroupAtLevel(KdbxGroup& root, const UUID& id,
+                        const std::function<void(KdbxGroup&, std::size_t level)>& change);
+bool mutateEntryAtLevel(KdbxGroup& root, const UUID& id,
+                        const std::function<void(KdbxEntry&, std::size_t level)>& change);
+
 /// The entries with these identifiers, borrowed until the tree changes, in the order of the search. However many there
 /// are, the tree is walked once, here and in the two below.
 [[nodiscard]] std::vector<const KdbxEntry*> findEntries(const KdbxGroup& root, const std::set<UUID>& ids);

@@ -2,6 +2,7 @@
 #include "app/state/VaultChanges.h"
 
 #include "app/state/GroupTree.h"
+#include "core/document/Nesting.h"
 
 #include <algorithm>
 #include <numeric>
@@ -31,7 +32,8 @@ SharedArray<KdbxEntry> historyWith(const KdbxEntry& replaced, std::int64_t maxIt
 }  // namespace
 
 bool addEntry(KdbxDatabase& database, KdbxEntry entry, UUID groupID, Timestamp now) {
-    return GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
+    return GroupTree::mutateGroupAtLevel(database.root, groupID, [&](KdbxGroup& group, std::size_t level) {
+        Nesting::require(entry, level);
         group.entries.append(std::move(entry));
         group.modified = now;
     });
@@ -39,14 +41,16 @@ bool addEntry(KdbxDatabase& database, KdbxEntry entry, UUID groupID, Timestamp n
 
 bool replaceEntry(KdbxDatabase& database, KdbxEntry entry, Timestamp now) {
     entry.modified = now;
-    return GroupTree::mutateEntry(database.root, entry.id, [&](KdbxEntry& stored) {
+    return GroupTree::mutateEntryAtLevel(database.root, entry.id, [&](KdbxEntry& stored, std::size_t level) {
         entry.historyItems = historyWith(stored, database.meta.historyMaxItems);
+        Nesting::require(entry, level);
         stored = entry;
     });
 }
 
 bool addGroup(KdbxDatabase& database, KdbxGroup group, UUID parentID, Timestamp now) {
-    return GroupTree::mutateGroup(database.root, parentID, [&](KdbxGroup& parent) {
+    return GroupTree::mutateGroupAtLevel(database.root, parentID, [&](KdbxGroup& parent, std::size_t level) {
+        Nesting::require(group, level + 1);
         parent.groups.append(std::move(group));
         parent.isExpanded = true;
         parent.modified = now;

@@ -48,6 +48,8 @@ struct Document {
 [[nodiscard]] std::vector<std::string> splitTags(std::string_view text);
 
 /// The document of a vault in UTF-8, in `database.formatVersion`.
+///
+/// @throws KdbxError nestedTooDeep for one that could not be read again.
 [[nodiscard]] Bytes serialize(const KdbxDatabase& database, InnerStreamCipher& stream,
                               const std::optional<Bytes>& headerHash);
 

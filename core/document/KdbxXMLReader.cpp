@@ -3,7 +3,7 @@
 #include "core/document/KdbxPreserve.h"
 #include "core/document/KdbxXML.h"
 #include "core/document/KdbxXMLValues.h"
-#include "core/document/XMLParser.h"
+#include "core/document/Nesting.h"
 #include "core/document/XMLPrinting.h"
 #include "core/document/XMLTree.h"
 #include "core/model/KdbxError.h"
@@ -18,11 +18,6 @@ constexpr std::int64_t unreadableHistoryMaxItems = 10;
 constexpr std::int64_t unreadableHistoryMaxSize = 6291456;
 constexpr std::int64_t unreadableGroupIcon = 48;
 constexpr std::int64_t unreadableEntryIcon = 0;
-
-// How deep in the document the root group stands, and how far below a group or an entry the writer goes by itself
-// (`Times`, `CreationTime`), whatever was read there. What is read must not be too deep once it is written.
-constexpr int depthOfRootGroup = 3;
-constexpr int depthWrittenBelow = 2;
 
 // --- Values ---
 
@@ -58,8 +53,9 @@ KdbxError notParsed() {
     return KdbxError::xmlParseFailure("belge çözümlenemedi");
 }
 
+/// What is read must not be too deep once it is written.
 void checkDepth(int depth) {
-    if (depth + depthWrittenBelow > XMLParser::deepestElement)
+    if (depth + Nesting::depthWrittenBelow > Nesting::deepestElement)
         throw notParsed();
 }
 
@@ -274,7 +270,7 @@ KdbxGroup Reader::readGroups(const XMLElement& root) {
     std::vector<OpenGroup> open;
     open.push_back({.group = {.id = idOf(root)}, .nextChild = root.children.begin()});
     for (;;) {
-        const auto depth = depthOfRootGroup + static_cast<int>(open.size()) - 1;
+        const auto depth = Nesting::depthOfRootGroup + static_cast<int>(open.size()) - 1;
         auto& innermost = open.back();
         if (innermost.nextChild == XMLChildren::Iterator()) {
             auto finished = std::move(innermost.group);

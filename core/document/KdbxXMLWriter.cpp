@@ -3,6 +3,7 @@
 
 #include "core/document/KdbxDate.h"
 #include "core/document/KdbxPreserve.h"
+#include "core/document/Nesting.h"
 #include "core/document/PreservedXML.h"
 #include "core/document/PrintedForm.h"
 #include "core/document/XMLPrinting.h"
@@ -32,6 +33,7 @@ Writer::Writer(InnerStreamCipher& stream, std::uint16_t major)
     : m_stream(stream), m_major(major), m_foreign(XMLTree::KeptText::whatIsRead) {}
 
 void Writer::writeDocument(const KdbxDatabase& database, const std::optional<Bytes>& headerHash) {
+    Nesting::require(database.root, 1);
     const PreservedXML preservedMeta(KdbxPreserve::meta, database.root);
     const PreservedXML preservedRoot(KdbxPreserve::root, database.root);
     applyMemoryProtection(preservedMeta.children());

@@ -9,12 +9,13 @@
 
 namespace KdbxXML {
 
-/// Prints one document. It cannot fail: foreign text that no longer parses is left out.
+/// Prints one document. Foreign text that no longer parses is left out.
 class Writer {
 public:
     /// `stream` is newly started; `major` is the format's version and selects the form of dates.
     Writer(InnerStreamCipher& stream, std::uint16_t major);
 
+    /// @throws KdbxError nestedTooDeep for what could not be read again, before anything is written.
     void writeDocument(const KdbxDatabase& database, const std::optional<Bytes>& headerHash);
 
     /// One simple element each. The empty text is a self-closing element.

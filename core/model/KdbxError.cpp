@@ -28,6 +28,9 @@ std::string describe(const KdbxError::Case& failure) {
             [](const KdbxError::HeaderHashMismatch&) {
                 return "Başlık bütünlük kontrolü başarısız — dosya değiştirilmiş olabilir."s;
             },
+            [](const KdbxError::NestedTooDeep&) {
+                return "Gruplar ve kayıtlar bu kadar derin iç içe geçemez; böyle bir kasa bir daha açılamaz."s;
+            },
         },
         failure);
 }
@@ -74,4 +77,8 @@ KdbxError KdbxError::invalidCredentials() {
 
 KdbxError KdbxError::headerHashMismatch() {
     return KdbxError(HeaderHashMismatch{});
+}
+
+KdbxError KdbxError::nestedTooDeep() {
+    return KdbxError(NestedTooDeep{});
 }

@@ -47,8 +47,12 @@ public:
     struct HeaderHashMismatch {
         bool operator==(const HeaderHashMismatch&) const = default;
     };
+    struct NestedTooDeep {
+        bool operator==(const NestedTooDeep&) const = default;
+    };
     using Case = std::variant<UnsupportedVersion, CorruptedData, UnsupportedCipher, UnsupportedKdf, BlockHmacMismatch,
-                              XmlParseFailure, CryptoFailure, NotAKdbxFile, InvalidCredentials, HeaderHashMismatch>;
+                              XmlParseFailure, CryptoFailure, NotAKdbxFile, InvalidCredentials, HeaderHashMismatch,
+                              NestedTooDeep>;
 
     static KdbxError unsupportedVersion(std::uint16_t major, std::uint16_t minor);
     static KdbxError corruptedData(std::string text);
@@ -60,6 +64,7 @@ public:
     static KdbxError notAKdbxFile();
     static KdbxError invalidCredentials();
     static KdbxError headerHashMismatch();
+    static KdbxError nestedTooDeep();
 
     [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
     /// For the user, in Turkish.

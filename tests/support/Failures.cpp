@@ -21,6 +21,7 @@ const char* caseName(const KdbxError::Case& failure) {
                           [](const KdbxError::NotAKdbxFile&) { return "notAKdbxFile"; },
                           [](const KdbxError::InvalidCredentials&) { return "invalidCredentials"; },
                           [](const KdbxError::HeaderHashMismatch&) { return "headerHashMismatch"; },
+                          [](const KdbxError::NestedTooDeep&) { return "nestedTooDeep"; },
                       },
                       failure);
 }

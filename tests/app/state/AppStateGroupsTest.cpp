@@ -56,6 +56,58 @@ TEST_F(AppStateGroupsTest, aGroupAddedToNoParentIsAStepThatAddsNothing) {
     EXPECT_EQ(state->selectedGroup(), state->root());
 }
 
+TEST_F(AppStateGroupsTest, aGroupThatWouldGoTooDeepIsNotAdded) {
+    auto parent = root().id;
+    for (int level = 2; level <= 2496; ++level) {
+        const auto group = groupNamed("Alt");
+        state->addGroup(group, parent);
+        parent = group.id;
+    }
+    state->save();
+    ASSERT_FALSE(state->lastError());
+    const auto selected = state->selectedGroupID();
+
+    state->addGroup(groupNamed("Bir fazla"), parent);
+
+    EXPECT_EQ(state->lastError(),
+              "Gruplar ve kayıtlar bu kadar derin iç içe geçemez; böyle bir kasa bir daha açılamaz.");
+    EXPECT_FALSE(state->isDirty());
+    EXPECT_TRUE(state->selectedGroup()->groups.empty());
+    EXPECT_EQ(state->selectedGroupID(), selected);
+}
+
+TEST_F(AppStateGroupsTest, anEntryThatWouldGoTooDeepIsNeitherAddedNorMovedNorGivenAHistory) {
+    std::vector<UUID> groups{root().id};
+    for (int level = 2; level <= 2496; ++level) {
+        const auto group = groupNamed("Alt");
+        state->addGroup(group, groups.back());
+        groups.push_back(group.id);
+    }
+    const auto inLevel = [&](std::size_t level) { return groups[level - 1]; };
+    const auto tooDeep = "Gruplar ve kayıtlar bu kadar derin iç içe geçemez; böyle bir kasa bir daha açılamaz.";
+    KdbxEntry entry;
+    state->addEntry(entry, inLevel(2495));
+    const auto bank = root().entries[0].id;
+    state->save();
+    ASSERT_FALSE(state->lastError());
+
+    state->addEntry(KdbxEntry(), inLevel(2496));
+    EXPECT_EQ(state->lastError(), tooDeep);
+    EXPECT_EQ(state->selectedEntryIDs(), std::set{entry.id});
+    state->setLastError(std::nullopt);
+
+    state->moveEntriesTo({bank}, inLevel(2496));
+    EXPECT_EQ(state->lastError(), tooDeep);
+    EXPECT_EQ(root().entries[0].id, bank);
+    state->setLastError(std::nullopt);
+
+    entry.title = "Yeni";
+    state->updateEntry(entry);
+    EXPECT_EQ(state->lastError(), tooDeep);
+    EXPECT_FALSE(state->isDirty());
+    EXPECT_EQ(state->undoLabel(), "Kayıt Ekle");
+}
+
 TEST_F(AppStateGroupsTest, anUpdateTakesOverFourFieldsAndNoOther) {
     auto group = groupNamed("Yeni Ad");
     group.id = social().id;

@@ -78,6 +78,71 @@ TEST(NestingTest, historyWithinHistoryIsReadToTheLimit) {
     EXPECT_EQ(depth, 1247);
 }
 
+/// So many groups within each other, and the innermost with these entries.
+KdbxGroup chainOfGroups(int count, SharedArray<KdbxEntry> entries = {}) {
+    KdbxGroup group;
+    group.entries = std::move(entries);
+    for (int level = 1; level < count; ++level) {
+        KdbxGroup parent;
+        parent.groups.append(std::move(group));
+        group = std::move(parent);
+    }
+    return group;
+}
+
+KdbxEntry entryWith(const std::string& foreign) {
+    KdbxEntry entry;
+    entry.unknownXML = {foreign};
+    return entry;
+}
+
+KdbxEntry withHistory(const KdbxEntry& item) {
+    KdbxEntry entry;
+    entry.historyItems.append(item);
+    return entry;
+}
+
+/// Whether a tree is saved, and then loads; anything between the two would be a lost vault.
+bool isSaved(const KdbxGroup& root) {
+    try {
+        const auto text = written(database({}, root));
+        EXPECT_EQ(failureOf(text), "none");
+        return true;
+    } catch (const KdbxError& error) {
+        EXPECT_EQ(error.errorDescription(),
+                  "Gruplar ve kayıtlar bu kadar derin iç içe geçemez; böyle bir kasa bir daha açılamaz.");
+        return false;
+    }
+}
+
+TEST(NestingTest, whatIsSavedLoadsAgain) {
+    EXPECT_TRUE(isSaved(chainOfGroups(2496)));
+    EXPECT_FALSE(isSaved(chainOfGroups(2497)));
+    EXPECT_FALSE(isSaved(chainOfGroups(100'000)));
+    EXPECT_TRUE(isSaved(chainOfGroups(2495, {KdbxEntry()})));
+    EXPECT_FALSE(isSaved(chainOfGroups(2496, {KdbxEntry()})));
+    EXPECT_TRUE(isSaved(chainOfGroups(2493, {withHistory({})})));
+    EXPECT_FALSE(isSaved(chainOfGroups(2494, {withHistory({})})));
+    const auto foreign = entryWith(nestedElements(1000));
+    EXPECT_TRUE(isSaved(chainOfGroups(1497, {foreign})));
+    EXPECT_FALSE(isSaved(chainOfGroups(1498, {foreign})));
+    EXPECT_TRUE(isSaved(chainOfGroups(1495, {withHistory(foreign)})));
+    EXPECT_FALSE(isSaved(chainOfGroups(1496, {withHistory(foreign)})));
+}
+
+TEST(NestingTest, onlyOpenElementsCount) {
+    const std::string padding(40'000, 'x');  // too long to be let through by its length alone
+    for (const auto& [begin, inside] :
+         std::vector<std::pair<std::string, std::string>>{{"<a b='>/>' c=\"'\">", "<b/><c>1</c><d x='1'/>"},
+                                                          {"<a>", "<!-- <b><b><b> --><![CDATA[<b><b>]]><?p <b>?>"}}) {
+        const auto foreign =
+            entryWith(repeated(begin, 99) + "<e>" + inside + "</e>" + inside + padding + repeated("</a>", 99));
+        const int inner = inside.starts_with("<b/>") ? 1 : 0;
+        EXPECT_TRUE(isSaved(chainOfGroups(2397 - inner, {foreign}))) << inside;
+        EXPECT_FALSE(isSaved(chainOfGroups(2398 - inner, {foreign}))) << inside;
+    }
+}
+
 TEST(NestingTest, whatIsTooDeepForTheStackIsRefused) {
     const auto refused = "XML çözümlenemedi: belge çözümlenemedi";
     EXPECT_EQ(failureOf(nestedGroups(2499, "")), refused);

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "core/document/Nesting.h"
+
+#include "core/document/KdbxPreserve.h"
+#include "core/model/KdbxError.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Nesting {
+namespace {
+
+// "<a></a>" is what each further level of an element takes at the least.
+constexpr std::size_t shortestLevel = 7;
+
+/// The end of the tag that begins here; a `>` within a quoted value does not end it.
+std::size_t endOfTag(std::string_view xml, std::size_t start) {
+    char quote = 0;
+    for (std::size_t i = start; i < xml.size(); ++i) {
+        if (quote != 0)
+            quote = xml[i] == quote ? '\0' : quote;
+        else if (xml[i] == '"' || xml[i] == '\'')
+            quote = xml[i];
+        else if (xml[i] == '>')
+            return i;
+    }
+    return xml.size();
+}
+
+/// What is no element ends with its own mark, whatever stands in it.
+std::string_view endMark(std::string_view xml) {
+    if (xml.starts_with("<!--"))
+        return "-->";
+    if (xml.starts_with("<![CDATA["))
+        return "]]>";
+    if (xml.starts_with("<?"))
+        return "?>";
+    return {};
+}
+
+/// How many elements are open at once in a well-formed text.
+std::size_t levelsOf(std::string_view xml) {
+    std::size_t open = 0;
+    std::size_t most = 0;
+    for (auto start = xml.find('<'); start < xml.size();) {
+        auto end = xml.size();
+        if (const auto mark = endMark(xml.substr(start)); !mark.empty()) {
+            end = xml.find(mark, start);
+        } else {
+            end = endOfTag(xml, start);
+            if (xml.substr(start).starts_with("</"))
+                open -= std::min<std::size_t>(open, 1);
+            else
+                most = std::max(most, open + 1);
+            const bool isClosed = end > 0 && end < xml.size() && xml[end - 1] == '/';
+            if (!xml.substr(start).starts_with("</") && !isClosed)
+                ++open;
+        }
+        start = end < xml.size() ? xml.find('<', end) : xml.size();
+    }
+    return most;
+}
+
+bool isWrapper(std::string_view xml) {
+    return std::ranges::any_of(KdbxPreserve::all,
+                               [&](std::string_view name) { return xml.starts_with("<" + std::string(name) + ">"); });
+}
+
+/// Whether foreign elements fit in at this depth. What no parser would read even alone is left out by the writer, and
+/// the wrappers' content has its place elsewhere, where it was read.
+bool fit(const std::vector<std::string>& foreign, std::size_t depth) {
+    return std::ranges::all_of(foreign, [&](const std::string& xml) {
+        if (depth + xml.size() / shortestLevel <= deepestElement || isWrapper(xml))
+            return true;
+        const auto levels = levelsOf(xml);
+        return depth + levels - 1 <= deepestElement || levels > deepestElement;
+    });
+}
+
+bool fitsAlone(const KdbxEntry& entry, std::size_t depth) {
+    return depth + depthWrittenBelow <= deepestElement && fit(entry.unknownXML, depth + 1);
+}
+
+// `Entry`, `History`, `Entry`; an item's own history is not written.
+bool fits(const KdbxEntry& entry, std::size_t depth) {
+    return fitsAlone(entry, depth) &&
+           std::ranges::all_of(entry.historyItems, [&](const KdbxEntry& item) { return fitsAlone(item, depth + 2); });
+}
+
+std::size_t depthOf(std::size_t level) {
+    return depthOfRootGroup + level - 1;
+}
+
+bool fitsWithItsEntries(const KdbxGroup& group, std::size_t level) {
+    const auto depth = depthOf(level);
+    return depth + depthWrittenBelow <= deepestElement && fit(group.unknownXML, depth + 1) &&
+           std::ranges::all_of(group.entries, [&](const KdbxEntry& entry) { return fits(entry, depth + 1); });
+}
+
+}  // namespace
+
+// By a list of the groups to look at and not by recursion: what is too deep may be deeper than the stack.
+void require(const KdbxGroup& group, std::size_t level) {
+    struct Waiting {
+        const KdbxGroup* group;
+        std::size_t level;
+    };
+    std::vector<Waiting> waiting{{&group, level}};
+    while (!waiting.empty()) {
+        const auto next = waiting.back();
+        waiting.pop_back();
+        if (!fitsWithItsEntries(*next.group, next.level))
+            throw KdbxError::nestedTooDeep();
+        for (const auto& subgroup : next.group->groups)
+            waiting.push_back({&subgroup, next.level + 1});
+    }
+}
+
+void require(const KdbxEntry& entry, std::size_t level) {
+    if (!fits(entry, depthOf(level) + 1))
+        throw KdbxError::nestedTooDeep();
+}
+
+}  // namespace Nesting
