@@ -17,6 +17,9 @@ AppState::AppState(Services services, QObject* parent)
                                                                           .scheduler = m_services.scheduler,
                                                                           .encode = m_services.codec.saveUnder},
                                                    [this] { return m_isDirty && m_database ? &*m_database : nullptr; });
+    connect(&preferences, &Preferences::couldNotBeStored, this, [this] {
+        setLastError("Ayarlar kaydedilemiyor; yaptığın değişiklikler yalnızca program kapanana kadar geçerli.");
+    });
 }
 
 AppState::~AppState() = default;

@@ -3,11 +3,15 @@
 
 #include "core/clipboard/ClipboardService.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
 constexpr double defaultClipboardTimeout = 12;
+constexpr double longestClipboardTimeout = 3600;        // a secret that nothing takes away again is no longer one
 constexpr std::uint32_t defaultHotKeyModifiers = 2304;  // Option 2048 and Command 256
 
 template <class Kind>
@@ -24,6 +28,13 @@ std::optional<double> storedNumber(const SettingsStore& store, std::string_view 
     if (const auto integer = stored<std::int64_t>(store, key))
         return static_cast<double>(*integer);
     return stored<double>(store, key);
+}
+
+/// What is no number at all is in no range.
+double clipboardTimeoutFrom(std::optional<double> stored) {
+    if (!stored || std::isnan(*stored))
+        return defaultClipboardTimeout;
+    return std::clamp(*stored, 0.0, longestClipboardTimeout);
 }
 
 /// A number that no hot key has counts as absent: a damaged settings file must not keep the vault's owner out.
@@ -47,7 +58,8 @@ PasswordGenerator::Options decode(const std::optional<SettingsDictionary>& store
     const auto length = stored->find("length");
     if (length == stored->end() || !std::holds_alternative<std::int64_t>(length->second))
         return {};
-    return {.length = std::get<std::int64_t>(length->second),
+    return {.length = std::clamp(std::get<std::int64_t>(length->second), PasswordGenerator::shortestChoice,
+                                 PasswordGenerator::longestChoice),
             .upper = item("upper", true),
             .lower = item("lower", true),
             .digits = item("digits", true),
@@ -85,7 +97,7 @@ Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObj
       m_clipboard(clipboard),
       m_sortColumn(stored<std::string>(store, "sortColumn").value_or("title")),
       m_sortAscending(stored<bool>(store, "sortAscending").value_or(true)),
-      m_clipboardTimeout(storedNumber(store, "clipboardTimeout").value_or(defaultClipboardTimeout)),
+      m_clipboardTimeout(clipboardTimeoutFrom(storedNumber(store, "clipboardTimeout"))),
       m_defaultAutoTypeSequence(
           stored<std::string>(store, "defaultAutoTypeSequence").value_or("{USERNAME}{TAB}{PASSWORD}{ENTER}")),
       m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(0)),
@@ -99,9 +111,11 @@ template <class Value>
 void Preferences::store(std::string_view key, Value& property, Value value, void (Preferences::*changed)()) {
     const bool differs = property != value;
     property = std::move(value);
-    m_store.setValue(key, settingsValue(property));
+    const bool isStored = m_store.setValue(key, settingsValue(property));
     if (differs)
         emit(this->*changed)();
+    if (!isStored && !std::exchange(m_isFailureTold, true))
+        emit couldNotBeStored();
 }
 
 void Preferences::setClipboardTimeout(double seconds) {

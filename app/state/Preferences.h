@@ -14,7 +14,8 @@
 class ClipboardService;
 
 /// What survives between launches and is not in the vault. Read at construction, which writes nothing; each
-/// assignment is stored at once. A stored value of the wrong kind counts as absent. Holds no secret.
+/// assignment is stored at once. A stored value of the wrong kind counts as absent, and a stored number is brought into
+/// its range: the settings file may be damaged, or written by hand. Holds no secret.
 class Preferences : public QObject {
     Q_OBJECT
 
@@ -22,7 +23,7 @@ public:
     /// Both outlive it. The clipboard service gets the stored timeout at once, and each later one.
     Preferences(SettingsStore& store, ClipboardService& clipboard, QObject* parent = nullptr);
 
-    /// Seconds until a copied secret is wiped; 12 at first.
+    /// Seconds until a copied secret is wiped; 12 at first. Stored ones from 0, which wipes at once, to an hour.
     [[nodiscard]] double clipboardTimeout() const noexcept { return m_clipboardTimeout; }
     void setClipboardTimeout(double seconds);
 
@@ -51,7 +52,8 @@ public:
     }
     void setRecentDatabaseBookmark(std::optional<Bytes> bookmark);
 
-    /// What the last generated password was made of.
+    /// What the last generated password was made of. Stored lengths from the shortest to the longest that can be
+    /// chosen.
     [[nodiscard]] const PasswordGenerator::Options& generatorOptions() const noexcept { return m_generatorOptions; }
     void setGeneratorOptions(PasswordGenerator::Options options);
 
@@ -64,6 +66,8 @@ signals:
     void hotKeyModifiersChanged();
     void recentDatabaseBookmarkChanged();
     void generatorOptionsChanged();
+    /// An assignment holds until the process ends and no longer. Sent for the first one alone.
+    void couldNotBeStored();
 
 private:
     template <class Value>
@@ -79,4 +83,5 @@ private:
     std::uint32_t m_hotKeyModifiers;
     std::optional<Bytes> m_recentDatabaseBookmark;
     PasswordGenerator::Options m_generatorOptions;
+    bool m_isFailureTold = false;
 };

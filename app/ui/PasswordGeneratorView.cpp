@@ -23,8 +23,8 @@
 
 namespace {
 
-constexpr int shortest = 6;
-constexpr int longest = 128;
+constexpr int shortest = PasswordGenerator::shortestChoice;
+constexpr int longest = PasswordGenerator::longestChoice;
 constexpr QSize smallestSize(380, 320);
 constexpr QSize idealSize(460, 612);
 constexpr int previewSize = 16;

@@ -20,6 +20,10 @@ inline constexpr std::string_view symbolChars = "!#$%&()*+,-./:;<=>?@[]^_{|}~";
 /// What one takes for another in some typefaces. The last three stand in no table.
 inline constexpr std::string_view ambiguousChars = "O0oIl1|`'\"";
 
+/// The lengths that the user can choose.
+inline constexpr std::int64_t shortestChoice = 6;
+inline constexpr std::int64_t longestChoice = 128;
+
 /// What the user asks of a password. As it is made, it holds the defaults.
 struct Options {
     std::int64_t length = 20;

@@ -23,6 +23,7 @@ public:
     /// The stored value, or nothing.
     [[nodiscard]] virtual std::optional<SettingsValue> value(std::string_view key) const = 0;
 
-    /// Stores a value at once; nothing removes the key. A store that cannot be written stays as it was.
-    virtual void setValue(std::string_view key, std::optional<SettingsValue> value) = 0;
+    /// Stores a value at once; nothing removes the key. Whether it is stored: a store that cannot be written stays as
+    /// it was.
+    virtual bool setValue(std::string_view key, std::optional<SettingsValue> value) = 0;
 };

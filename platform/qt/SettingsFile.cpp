@@ -100,18 +100,22 @@ SettingsDictionary dictionaryIn(const QJsonObject& object) {
 }  // namespace
 
 /// Held while the file is read, changed and written. On a file of its own: the settings file is replaced by each
-/// write, and a lock on what was replaced guards nothing.
+/// write, and a lock on what was replaced guards nothing. Some network folders have no locks: there, as where the
+/// lock's file cannot be made, it goes without. What another program does in that moment may then be lost, but not all
+/// that the user sets.
 class SettingsFile::Lock {
 public:
-    explicit Lock(const std::filesystem::path& settings)
-        : m_file(::open((settings.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
-        const auto deadline = std::chrono::steady_clock::now() + lockPatience;
-        while (m_file >= 0 && !m_isHeld) {
-            m_isHeld = ::flock(m_file, LOCK_EX | LOCK_NB) == 0;
-            if (m_isHeld || std::chrono::steady_clock::now() > deadline)
-                return;
+    explicit Lock(SettingsFile& settings)
+        : m_file(
+              ::open((settings.m_file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+        const auto deadline = std::chrono::steady_clock::now() + (settings.m_isPatient ? lockPatience : 0s);
+        while (m_file >= 0 && settings.m_tryLock(m_file) != 0 && (errno == EWOULDBLOCK || errno == EINTR)) {
+            m_isOfAnother = std::chrono::steady_clock::now() >= deadline;
+            if (m_isOfAnother)
+                break;
             std::this_thread::sleep_for(lockPause);
         }
+        settings.m_isPatient = !m_isOfAnother;
     }
     ~Lock() {
         if (m_file >= 0)
@@ -120,18 +124,24 @@ public:
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
-    [[nodiscard]] bool isHeld() const noexcept { return m_isHeld; }
+    /// Another program holds it, and has not let go of it for as long as one could wait.
+    [[nodiscard]] bool isOfAnother() const noexcept { return m_isOfAnother; }
 
 private:
     int m_file;
-    bool m_isHeld = false;
+    bool m_isOfAnother = false;
 };
 
-SettingsFile::SettingsFile(FileStore& files, std::filesystem::path file) : m_files(files), m_file(std::move(file)) {
+SettingsFile::SettingsFile(FileStore& files, std::filesystem::path file, TryLock tryLock)
+    : m_files(files), m_file(std::move(file)), m_tryLock(std::move(tryLock)) {
     if (!m_files.exists(m_file))
         return;
-    const Lock lock(m_file);
+    const Lock lock(*this);
     m_settings = readOrPutAside().value_or(QJsonObject());
+}
+
+int SettingsFile::systemLock(int file) {
+    return ::flock(file, LOCK_EX | LOCK_NB);
 }
 
 std::optional<SettingsValue> SettingsFile::value(std::string_view key) const {
@@ -145,21 +155,21 @@ std::optional<SettingsValue> SettingsFile::value(std::string_view key) const {
     return std::nullopt;
 }
 
-void SettingsFile::setValue(std::string_view key, std::optional<SettingsValue> value) {
+bool SettingsFile::setValue(std::string_view key, std::optional<SettingsValue> value) {
     std::error_code error;
     if (std::filesystem::create_directories(m_file.parent_path(), error))
         std::filesystem::permissions(m_file.parent_path(), std::filesystem::perms::owner_all, error);
-    const Lock lock(m_file);
-    if (!lock.isHeld())
-        return;
+    const Lock lock(*this);
+    if (lock.isOfAnother())
+        return false;
     auto settings = readOrPutAside();
     if (!settings)
-        return;
+        return false;
     if (value)
         settings->insert(qString(key), json(*value));
     else
         settings->remove(qString(key));
-    write(*settings);
+    return write(*settings);
 }
 
 /// Nothing where a file is there and cannot be read: it is not ours to replace then.
@@ -187,7 +197,7 @@ void SettingsFile::putAside() {
     std::filesystem::rename(m_file, aside, error);
 }
 
-void SettingsFile::write(const QJsonObject& settings) {
+bool SettingsFile::write(const QJsonObject& settings) {
     try {
         const auto text = QJsonDocument(settings).toJson();
         m_files.writeAtomically(m_file, bytesOf({text.constData(), static_cast<std::size_t>(text.size())}));
@@ -195,8 +205,9 @@ void SettingsFile::write(const QJsonObject& settings) {
         std::error_code error;
         std::filesystem::permissions(m_file, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write,
                                      error);
+        return true;
     } catch (const FileError&) {
-        // A setting that cannot be stored is not worth a word to somebody who is after a password.
+        return false;
     }
 }
 

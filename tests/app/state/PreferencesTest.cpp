@@ -3,7 +3,15 @@
 
 #include "tests/app/state/StateFakes.h"
 
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <limits>
+
 namespace {
+
+using ::testing::Optional;
+using ::testing::StrEq;
 
 using PreferencesTest = StateTest;
 
@@ -123,6 +131,57 @@ TEST_F(PreferencesTest, aStoredTimeoutOfNothingIsNotReplaced) {
     settings.values.emplace("clipboardTimeout", 0.0);
     launch();
     EXPECT_EQ(preferences->clipboardTimeout(), 0.0);
+}
+
+TEST_F(PreferencesTest, aStoredTimeoutIsBroughtIntoItsRange) {
+    constexpr auto infinity = std::numeric_limits<double>::infinity();
+    for (const auto& [stored, read] : std::vector<std::pair<double, double>>{{-1, 0},
+                                                                             {-infinity, 0},
+                                                                             {0.25, 0.25},
+                                                                             {300, 300},
+                                                                             {3600, 3600},
+                                                                             {3601, 3600},
+                                                                             {1e300, 3600},
+                                                                             {infinity, 3600},
+                                                                             {std::nan(""), 12}}) {
+        settings.values.insert_or_assign("clipboardTimeout", stored);
+        launch();
+        EXPECT_EQ(preferences->clipboardTimeout(), read) << stored;
+        EXPECT_EQ(clipboard.clearAfter(), read) << stored;
+    }
+    settings.values.insert_or_assign("clipboardTimeout", std::numeric_limits<std::int64_t>::max());
+    launch();
+    EXPECT_EQ(preferences->clipboardTimeout(), 3600);
+}
+
+TEST_F(PreferencesTest, aStoredLengthIsBroughtIntoItsRange) {
+    for (const auto& [stored, read] :
+         std::vector<std::pair<std::int64_t, std::int64_t>>{{std::numeric_limits<std::int64_t>::min(), 6},
+                                                            {0, 6},
+                                                            {5, 6},
+                                                            {6, 6},
+                                                            {128, 128},
+                                                            {129, 128},
+                                                            {1'000'000'000, 128},
+                                                            {std::numeric_limits<std::int64_t>::max(), 128}}) {
+        settings.values.insert_or_assign("generatorOptions", SettingsDictionary{{"length", stored}});
+        launch();
+        EXPECT_EQ(preferences->generatorOptions().length, read) << stored;
+    }
+}
+
+TEST_F(PreferencesTest, aSettingThatCannotBeStoredHoldsAllTheSameAndIsToldOnce) {
+    settings.isWritable = false;
+    preferences->setHotKeyCode(7);
+    EXPECT_EQ(preferences->hotKeyCode(), 7U);
+    EXPECT_THAT(
+        state->lastError(),
+        Optional(StrEq("Ayarlar kaydedilemiyor; yaptığın değişiklikler yalnızca program kapanana kadar geçerli.")));
+
+    state->setLastError(std::nullopt);
+    preferences->setHotKeyCode(8);
+    preferences->setClipboardTimeout(20);
+    EXPECT_FALSE(state->lastError());
 }
 
 TEST_F(PreferencesTest, aHotKeyThatNoKeyboardHasCountsAsAbsent) {

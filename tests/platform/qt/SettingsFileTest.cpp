@@ -207,6 +207,63 @@ TEST_F(SettingsFileTest, programsThatWriteAtOnceLoseNothing) {
     EXPECT_THAT(names(), UnorderedElementsAre("settings.json", "settings.json.lock"));
 }
 
+TEST_F(SettingsFileTest, aDiskWithoutLocksStoresAllTheSame) {
+    for (const int code : {ENOLCK, ENOTSUP, EINVAL, ENOSYS, EIO}) {
+        SettingsFile store(files, file, [code](int) {
+            errno = code;
+            return -1;
+        });
+        EXPECT_TRUE(store.setValue("code", std::int64_t{code}));
+        EXPECT_EQ(settings().value("code"), SettingsValue(std::int64_t{code}));
+    }
+}
+
+TEST_F(SettingsFileTest, aLockWhoseFileCannotBeMadeIsGoneWithout) {
+    std::filesystem::create_directories(file.native() + ".lock");
+    EXPECT_TRUE(settings().setValue("text", "bir"));
+    EXPECT_EQ(settings().value("text"), SettingsValue("bir"));
+}
+
+TEST_F(SettingsFileTest, waitsForAnotherProgramsLock) {
+    int refusals = 5;
+    SettingsFile store(files, file, [&](int) {
+        errno = EWOULDBLOCK;
+        return refusals-- > 0 ? -1 : 0;
+    });
+    EXPECT_TRUE(store.setValue("text", "bir"));
+    EXPECT_EQ(settings().value("text"), SettingsValue("bir"));
+}
+
+TEST_F(SettingsFileTest, aProgramThatNeverLetsGoIsWaitedForOnce) {
+    int asked = 0;
+    bool isHeld = true;
+    SettingsFile store(files, file, [&](int) {
+        ++asked;
+        errno = EWOULDBLOCK;
+        return isHeld ? -1 : 0;
+    });
+    EXPECT_FALSE(store.setValue("text", "bir"));
+    EXPECT_GT(asked, 2);
+
+    asked = 0;
+    EXPECT_FALSE(store.setValue("text", "iki"));
+    EXPECT_EQ(asked, 1);
+
+    isHeld = false;
+    EXPECT_TRUE(store.setValue("text", "üç"));
+    EXPECT_EQ(settings().value("text"), SettingsValue("üç"));
+}
+
+TEST_F(SettingsFileTest, saysWhetherAValueIsStored) {
+    EXPECT_TRUE(settings().setValue("text", "bir"));
+    std::filesystem::remove_all(file.parent_path());
+    writeFile(folder / "brenvik", "bir dosya");
+    EXPECT_FALSE(settings().setValue("text", "bir"));
+    std::filesystem::remove(folder / "brenvik");
+    std::filesystem::create_directories(file);
+    EXPECT_FALSE(settings().setValue("text", "bir"));
+}
+
 TEST(SettingsPathTest, followsTheUsersConfigurationFolder) {
     setenv("HOME", "/home/deniz", 1);
     setenv("XDG_CONFIG_HOME", "/ayarlar", 1);
