@@ -285,6 +285,15 @@ class MemoryTest(DesktopTest):
         rollup = pathlib.Path(f"/proc/{self.program.process_id()}/smaps_rollup").read_text()
         return 1024 * sum(int(line.split()[1]) for line in rollup.splitlines() if line.startswith("Private_Dirty"))
 
+    def test_what_is_written_over_typed_letters_is_told_to_nobody(self):
+        self.choose_vault()
+        type_text("yanlis")
+        with desktop.Events(lambda event: event.any_data, "object:text-changed:insert") as events:
+            press("Return")
+            wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure in words")
+            wait_for(lambda: self.program.node("password text", "Ana parola").get_character_count() == 0, "no letters")
+            self.assertEqual(events.heard(), [])
+
     def look_and_edit(self):
         self.open_vault()
         self.unlocks()

@@ -2,6 +2,7 @@
 #include "app/ui/components/Accessible.h"
 
 #include "app/ui/components/OrderedAccessible.h"
+#include "app/ui/components/TextField.h"
 
 #include <QAbstractButton>
 #include <QAccessibleObject>
@@ -115,6 +116,10 @@ void tell(QAccessibleEvent* event) {
     using Event = QAccessible::Event;
     // A view's accessible object has heard of its model already, and nobody else wants to.
     if (event->type() == Event::TableModelChanged)
+        return;
+    // What is written over the letters that a field has kept was never in it for the user.
+    const auto* const written = qobject_cast<TextField*>(event->object());
+    if (written && written->isOverwritingHistory())
         return;
     if (!isHidden(*event))
         return pass(*event);

@@ -75,8 +75,10 @@ void TextField::replaceText(const QString& text) {
 void TextField::overwriteHistory() {
     const QSignalBlocker quiet(this);
     setText({});
+    m_isOverwriting = true;
     insert(QString(m_history, QLatin1Char(' ')));
     setText({});
+    m_isOverwriting = false;
     m_length = 0;
     m_selection = 0;
     m_history = 0;

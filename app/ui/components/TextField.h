@@ -26,6 +26,8 @@ public:
 
     /// Replaces the text, and overwrites what the undo history has kept of every letter that was typed here.
     void replaceText(const QString& text);
+    /// Whether what happens to the text now is that writing, which is nobody's to hear of.
+    [[nodiscard]] bool isOverwritingHistory() const noexcept { return m_isOverwriting; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -44,6 +46,7 @@ private:
     bool m_isMono = false;
     int m_leadingRoom = 0;
     int m_trailingRoom = 0;
+    bool m_isOverwriting = false;
     qsizetype m_length = 0;     // of the text, before a change
     qsizetype m_selection = 0;  // of what is selected, before a change
     qsizetype m_history = 0;    // the most steps that the undo history can have
