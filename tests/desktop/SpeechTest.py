@@ -5,7 +5,7 @@ import subprocess
 
 import desktop
 import testcase
-from desktop import (Atspi, Events, act, act_by_name, children_of, choose_in_menu, click, click_with, has_state, press,
+from desktop import (Atspi, Events, act_by_name, children_of, choose_in_menu, click, click_with, has_state, press,
                      type_text, wait_for)
 from testcase import DesktopTest, clipboard_text
 
@@ -124,36 +124,6 @@ class OrderTest(DesktopTest):
         self.enter_password("yanlis")
         wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
         self.check("the card with a failure")
-
-    def test_the_main_window_is_read_as_it_is_seen(self):
-        self.open_vault()
-        self.check("an empty group")
-        self.select_in_group("Sosyal", "GitHub")
-        press("ctrl+c")
-        self.program.button("Temizle")
-        self.check("an entry with fields of its own")
-        press("ctrl+f")
-        type_text("yokboyle")
-        self.shows("Eşleşme yok")
-        self.check("no match")
-
-    def test_the_sheets_are_read_as_they_are_seen(self):
-        self.open_vault()
-        self.select_in_group("Sosyal", "GitHub")
-        press("ctrl+e")
-        self.program.node("dialog", "Kaydı düzenle")
-        act(self.program.node("check box", "Son kullanma tarihi var"))
-        act(self.program.node("check box", "Özel sekans kullan"))
-        self.program.push("Alan ekle")
-        self.check("the entry editor")
-        press("Escape")
-        self.program.is_gone("push button", "Vazgeç")
-        for keys, button in (("ctrl+shift+g", "Vazgeç"), ("ctrl+g", "Yeniden üret"), ("ctrl+comma", "12 sn")):
-            press(keys)
-            wait_for(lambda: self.program.nodes(name=button), button)
-            self.check(keys)
-            press("Escape")
-            wait_for(lambda: not self.program.nodes(name=button), f"no {button}")
 
 
 if __name__ == "__main__":
