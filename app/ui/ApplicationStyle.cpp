@@ -5,6 +5,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/FocusRing.h"
+#include "app/ui/components/ToolTip.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -73,11 +74,9 @@ QDialog QPushButton:disabled { background: @surface; color: @textMuted; border: 
 QFileDialog QLineEdit { background: @canvas; color: @text; border: 1px solid @line; border-radius: @controlRadius; padding: 0 8px; min-height: 28px; }
 QFileDialog QLineEdit:focus { border-color: @accent; }
 QFileDialog QAbstractItemView { background: @surface; border: 1px solid @line; border-radius: @controlRadius; outline: none; }
-QFileDialog QAbstractItemView::item { padding: 4px; }
-QFileDialog QAbstractItemView::item:hover { background: @hover; }
-QFileDialog QAbstractItemView::item:selected { background: @selection; color: @text; }
 QFileDialog QHeaderView { background: transparent; border: none; }
-QFileDialog QHeaderView::section { background: @surface; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 4px 8px; }
+QFileDialog QHeaderView::section { background: transparent; color: @textSoft; border: none; border-bottom: 1px solid @line; padding: 6px 12px; text-align: left; }
+QMessageBox { background: @elevated; }
 QFileDialog QToolButton { background: transparent; border: none; border-radius: @smallRadius; padding: 4px; }
 QFileDialog QToolButton:hover, QFileDialog QToolButton:focus { background: @hover; }
 QFileDialog QToolButton:checked { background: @selection; }
@@ -127,6 +126,7 @@ void apply(QApplication& application) {
     QApplication::setFont(BrandFont::bodyText());
     application.setStyleSheet(styleSheet());
     FocusRing::install(&application);
+    ToolTip::install(application);
     Accessible::install();
 }
 

@@ -2,6 +2,7 @@
 #include "app/ui/EntryListModel.h"
 
 #include "app/ui/Texts.h"
+#include "app/ui/components/Bidi.h"
 #include "core/autotype/UrlHost.h"
 
 #include <algorithm>
@@ -27,17 +28,28 @@ QString displayURL(const KdbxEntry& entry) {
     return shownText(host ? *host : entry.url);
 }
 
-QString subtitleOf(const KdbxEntry& entry) {
+QStringList subtitleParts(const KdbxEntry& entry) {
     QStringList parts;
     if (!entry.username.empty())
         parts += shownText(entry.username);
     if (!entry.url.empty())
         parts += displayURL(entry);
+    return parts;
+}
+
+QString joined(const QStringList& parts) {
     return parts.isEmpty() ? QStringLiteral("—") : parts.join(QStringLiteral("  ·  "));
 }
 
+/// As it is painted: each part in its own direction.
+QString subtitleOf(const KdbxEntry& entry) {
+    auto parts = subtitleParts(entry);
+    std::ranges::transform(parts, parts.begin(), Bidi::isolated);
+    return joined(parts);
+}
+
 QString spoken(const KdbxEntry& entry) {
-    const auto subtitle = subtitleOf(entry);
+    const auto subtitle = joined(subtitleParts(entry));
     return entry.isExpired() ? subtitle + QStringLiteral(", ") + EntryListModel::tr("Süresi dolmuş") : subtitle;
 }
 

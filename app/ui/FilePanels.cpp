@@ -2,12 +2,12 @@
 #include "app/ui/FilePanels.h"
 
 #include "app/ui/FilePanelLook.h"
+#include "app/ui/ReplaceQuestion.h"
 #include "app/ui/Texts.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -55,17 +55,26 @@ struct Panel {
     QString name;  // empty for a panel that opens
 };
 
-bool mayReplace(QWidget* parent, const std::filesystem::path& file) {
-    return QMessageBox::warning(
-               parent, tr("Yeni Veritabanı"),
-               tr("“%1” zaten var. Yerine yenisi konsun mu?").arg(qtPath(file.filename()).toHtmlEscaped()),
-               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
-}
+/// Asks in our own words before a file that exists is chosen for something new; a no leads back to the panel.
+class FilePanel final : public QFileDialog {
+public:
+    using QFileDialog::QFileDialog;
+
+protected:
+    void accept() override {
+        const auto chosen = acceptMode() == AcceptSave ? selectedFiles() : QStringList();
+        const QFileInfo file(chosen.isEmpty() ? QString() : chosen.constFirst());
+        if (!file.exists() || file.isDir() || ReplaceQuestion::isAllowed(this, windowTitle(), file.fileName()))
+            QFileDialog::accept();
+    }
+};
 
 FilePanels::File ask(QWidget* parent, const Panel& panel, const FilePanels::File& vault) {
-    QFileDialog dialog(parent, panel.title, startFolder(vault), panel.filter);
+    FilePanelLook::keepNothing();
+    FilePanel dialog(parent, panel.title, startFolder(vault), panel.filter);
     const bool isSaving = !panel.name.isEmpty();
     dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);  // it asks itself
     dialog.setAcceptMode(isSaving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(isSaving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setSidebarUrls(places());
@@ -103,7 +112,8 @@ std::optional<FilePanels::Destination> FilePanels::newDatabaseDestination(QWidge
     const auto vaultFile = withVaultExtension(*file);
     const bool replaces = QFileInfo::exists(qtPath(vaultFile));
     // The panel has asked about the name that was typed, not about the one that it becomes.
-    if (vaultFile != *file && replaces && !mayReplace(parent, vaultFile))
+    if (vaultFile != *file && replaces &&
+        !ReplaceQuestion::isAllowed(parent, tr("Yeni Veritabanı"), qtPath(vaultFile.filename())))
         return std::nullopt;
     return Destination{.file = vaultFile, .replaces = replaces};
 }

@@ -7,8 +7,12 @@
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconTile.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/Painting.h"
+#include "app/ui/components/ToolTip.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -27,6 +31,37 @@ int indentOf(int depth, int rowWidth) {
     return std::min(depth * indent, std::max(rowWidth - narrowestRow, indent));
 }
 
+QString countOf(const QModelIndex& index) {
+    const auto count = index.data(GroupTreeModel::countRole);
+    return count.isValid() ? Numbers::grouped(count.toLongLong()) : QString();
+}
+
+/// Where the parts of a row stand, in the logical direction, and what they have room for.
+struct Plan {
+    Plan(const QRect& row, const QModelIndex& index, bool isSelected)
+        : name(index.data().toString()),
+          count(countOf(index)),
+          nameFont(isSelected ? BrandFont::rowTitle() : BrandFont::bodyText()),
+          chevron(GroupRowDelegate::chevronArea(row, index.data(GroupTreeModel::depthRole).toInt(), Qt::LeftToRight)),
+          // Where no group folds there is no room for chevrons.
+          tile((index.data(GroupTreeModel::canFoldRole).toBool() ? chevron.right() + 1 : chevron.left()) + Metric::xs,
+               row.top() + (rowHeight - tileSide) / 2, tileSide, tileSide) {
+        const int right = row.right() - Metric::l;
+        const int countWidth = QFontMetrics(BrandFont::label()).horizontalAdvance(count) + 2;
+        countArea = {right - countWidth, row.top(), countWidth, rowHeight};
+        const int left = tile.right() + 1 + Metric::s;
+        nameArea = {left, row.top(), countArea.left() - Metric::s - left, rowHeight};
+    }
+
+    QString name;
+    QString count;
+    QFont nameFont;
+    QRect chevron;
+    QRect tile;
+    QRect countArea;
+    QRect nameArea;
+};
+
 }  // namespace
 
 QRect GroupRowDelegate::chevronArea(const QRect& row, int depth, Qt::LayoutDirection direction) {
@@ -44,39 +79,37 @@ void GroupRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                          RowListView::showsFocus(option) ? Palette::accent : QColor());
 
     const auto placed = [&](const QRect& area) { return QStyle::visualRect(option.direction, option.rect, area); };
-    const QRect chevron = chevronArea(option.rect, index.data(GroupTreeModel::depthRole).toInt(), Qt::LeftToRight);
+    const Plan plan(option.rect, index, isSelected);
     if (index.data(GroupTreeModel::hasChildrenRole).toBool()) {
         QRect area(0, 0, chevronSymbol, chevronSymbol);
-        area.moveCenter(placed(chevron).center());
+        area.moveCenter(placed(plan.chevron).center());
         Symbol::paint(*painter, area,
                       index.data(GroupTreeModel::isExpandedRole).toBool() ? QStringLiteral("chevron.down")
                                                                           : QStringLiteral("chevron.right"),
                       Palette::textSoft);
     }
-    // Where no group folds there is no room for chevrons.
-    const bool canFold = index.data(GroupTreeModel::canFoldRole).toBool();
-    const QRect tile((canFold ? chevron.right() + 1 : chevron.left()) + Metric::xs,
-                     option.rect.top() + (rowHeight - tileSide) / 2, tileSide, tileSide);
-    IconTile::paint(*painter, placed(tile), index.data(GroupTreeModel::iconRole).toLongLong());
-
-    const QString count = index.data(GroupTreeModel::countRole).toString();
-    const QFontMetrics countMetrics(BrandFont::label());
-    const int right = option.rect.right() - Metric::l;
-    const int countWidth = countMetrics.horizontalAdvance(count) + 2;
+    IconTile::paint(*painter, placed(plan.tile), index.data(GroupTreeModel::iconRole).toLongLong());
     painter->setFont(BrandFont::label());
     painter->setPen(isSelected || isHovered ? Palette::textSoft : Palette::textMuted);
-    painter->drawText(placed({right - countWidth, option.rect.top(), countWidth, rowHeight}), Qt::AlignCenter, count);
-
-    const QFont font = isSelected ? BrandFont::rowTitle() : BrandFont::bodyText();
-    const int left = tile.right() + 1 + Metric::s;
-    const QRect name(left, option.rect.top(), right - countWidth - Metric::s - left, rowHeight);
-    painter->setFont(font);
+    painter->drawText(placed(plan.countArea), Qt::AlignCenter, plan.count);
+    painter->setFont(plan.nameFont);
     painter->setPen(Palette::text);
-    painter->drawText(placed(name), Qt::AlignVCenter | Qt::TextSingleLine,
-                      RowText::elided(index.data().toString(), QFontMetrics(font), name.width()));
+    painter->drawText(placed(plan.nameArea), Qt::AlignVCenter | Qt::TextSingleLine,
+                      RowText::elided(plan.name, QFontMetrics(plan.nameFont), plan.nameArea.width()));
     painter->restore();
 }
 
 QSize GroupRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
     return {0, rowHeight};
+}
+
+bool GroupRowDelegate::helpEvent(QHelpEvent*, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) {
+    QString cut;
+    if (index.isValid()) {
+        const Plan plan(option.rect, index, view->selectionModel()->isSelected(index));
+        cut = RowText::cutOnes({{plan.name, QFontMetrics(plan.nameFont), plan.nameArea.width()}});
+    }
+    ToolTip::show(cut, *view->viewport(), option.rect);
+    return !cut.isEmpty();
 }

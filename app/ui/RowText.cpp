@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/RowText.h"
 
+#include "app/ui/components/Bidi.h"
+
+#include <QStringList>
+
 #include <algorithm>
 
 namespace {
@@ -21,5 +25,13 @@ QString RowText::line(const QString& text) {
 }
 
 QString RowText::elided(const QString& text, const QFontMetrics& metrics, int width) {
-    return metrics.elidedText(line(text), Qt::ElideRight, width);
+    return Bidi::isolated(metrics.elidedText(line(text), Qt::ElideRight, width));
+}
+
+QString RowText::cutOnes(std::initializer_list<Fit> texts) {
+    QStringList cut;
+    for (const auto& [text, metrics, width] : texts)
+        if (const auto whole = line(text); metrics.elidedText(whole, Qt::ElideRight, width) != whole)
+            cut += text;
+    return cut.join(QLatin1Char('\n'));
 }

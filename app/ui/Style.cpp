@@ -10,7 +10,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -101,14 +100,6 @@ void drawComboBox(QPainter& painter, const QStyleOptionComboBox& box) {
                   Palette::textSoft);
 }
 
-/// Where no compositor runs, what is clear of a window shows black: its corners are cut off, a point outside of the
-/// round outline, so that a compositor still shows that one smooth.
-QRegion withoutCorners(const QRect& panel) {
-    QPainterPath outline;
-    outline.addRoundedRect(panel, Radius::control - 1, Radius::control - 1);
-    return outline.toFillPolygon().toPolygon();
-}
-
 }  // namespace
 
 Style::Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -186,7 +177,7 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
             return 1;
         case SH_Menu_Mask:
             if (auto* const mask = qstyleoption_cast<QStyleHintReturnMask*>(result))
-                mask->region = withoutCorners(option->rect);
+                mask->region = Painting::withoutCorners(option->rect, Radius::control);
             return 1;
         case SH_ToolTip_WakeUpDelay:
             return 600;

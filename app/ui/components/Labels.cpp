@@ -2,6 +2,7 @@
 #include "app/ui/components/Labels.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/Bidi.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -21,36 +22,34 @@ void dress(QLabel& label, const QFont& font, const QColor& colour) {
     label.setPalette(colours);
 }
 
-/// A digit, or all that stands between two digits, and the width that it is given.
+/// A number, or all that stands between two numbers, and the width that it is given.
 struct Run {
     QString text;
     int width;
+    bool isNumber;
 };
 
-// The typefaces have figures of one width, which Qt can ask for from version 6.7 on. Until then each digit stands in
-// the middle of a place as wide as the widest.
+// A number has the width of the widest of as many digits. One digit beside the other as wide as the widest would tear
+// "11" into two.
 std::vector<Run> figureRuns(const QString& text, const QFontMetrics& metrics) {
     int figureWidth = 0;
     for (char digit = '0'; digit <= '9'; ++digit)
         figureWidth = std::max(figureWidth, metrics.horizontalAdvance(QLatin1Char(digit)));
     std::vector<Run> runs;
     for (const QChar character : text) {
-        if (character.isDigit())
-            runs.push_back({character, figureWidth});
-        else if (runs.empty() || runs.back().text.back().isDigit())
-            runs.push_back({character, 0});
-        else
-            runs.back().text += character;
+        if (runs.empty() || runs.back().isNumber != character.isDigit())
+            runs.push_back({.text = {}, .width = 0, .isNumber = character.isDigit()});
+        runs.back().text += character;
     }
     for (auto& run : runs)
-        if (run.width == 0)
-            run.width = metrics.horizontalAdvance(run.text);
+        run.width =
+            run.isNumber ? figureWidth * static_cast<int>(run.text.size()) : metrics.horizontalAdvance(run.text);
     return runs;
 }
 
 /// A paragraph's text in the form that a layout breaks at.
 QString laidOutText(const QString& text) {
-    QString laidOut = text;
+    QString laidOut = Bidi::withQuotesIsolated(text);
     laidOut.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     laidOut.replace(QLatin1Char('\n'), QChar::LineSeparator);
     return laidOut;
@@ -108,17 +107,24 @@ void TextLabel::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
     if (m_isTabular && isWhole)
         return paintTabular(painter, area, line);
-    painter.drawText(
-        area, static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine, shown);
+    painter.drawText(area,
+                     static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment())) | Qt::TextSingleLine,
+                     Bidi::isolated(Bidi::withQuotesIsolated(shown)));
 }
 
 void TextLabel::paintTabular(QPainter& painter, const QRect& area, const QString& line) const {
     int left = area.left();
-    for (const auto& [text, width] : figureRuns(line, fontMetrics())) {
-        const QRect place(left, area.top(), width, area.height());
-        painter.drawText(QStyle::visualRect(layoutDirection(), area, place), Qt::AlignCenter | Qt::TextSingleLine,
-                         text);
-        left += width;
+    const auto runs = figureRuns(line, fontMetrics());
+    for (const auto& run : runs) {
+        const QRect place(left, area.top(), run.width, area.height());
+        // The spare room of a number at the beginning lies outside of the text, as does that of one at the end.
+        const auto side = runs.size() == 1        ? Qt::AlignHCenter
+                          : &run == &runs.front() ? Qt::AlignRight
+                          : &run == &runs.back()  ? Qt::AlignLeft
+                                                  : Qt::AlignHCenter;
+        painter.drawText(QStyle::visualRect(layoutDirection(), area, place),
+                         static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, run.text);
+        left += run.width;
     }
 }
 

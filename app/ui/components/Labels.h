@@ -15,7 +15,8 @@ public:
 
     void setColour(const QColor& colour);
     void setElideMode(Qt::TextElideMode mode);
-    /// Gives every digit the same width, so that a number that changes in place moves nothing.
+    /// Keeps room for the widest figures, so that a number that changes in place moves nothing. Its own figures stay
+    /// as close as in any text.
     void setTabularFigures(bool isTabular);
 
     [[nodiscard]] QSize sizeHint() const override;

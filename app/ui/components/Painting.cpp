@@ -3,6 +3,8 @@
 
 #include "app/ui/Theme.h"
 
+#include <QPainterPath>
+
 #include <algorithm>
 
 namespace Painting {
@@ -41,6 +43,12 @@ void tintCaret(QPainter& painter, const QRectF& caret) {
     painter.setCompositionMode(QPainter::CompositionMode_Darken);
     painter.fillRect(caret, Palette::accent);
     painter.restore();
+}
+
+QRegion withoutCorners(const QRect& panel, int radius) {
+    QPainterPath outline;
+    outline.addRoundedRect(panel, radius - 1, radius - 1);
+    return outline.toFillPolygon().toPolygon();
 }
 
 }  // namespace Painting

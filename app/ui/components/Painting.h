@@ -4,6 +4,7 @@
 #include <QColor>
 #include <QPainter>
 #include <QRectF>
+#include <QRegion>
 
 /// The few shapes that everything is made of.
 namespace Painting {
@@ -20,5 +21,10 @@ void hairline(QPainter& painter, const QPointF& from, double length, Qt::Orienta
 /// Gives the text cursor that Qt has painted in the text's colour the accent. What lies around it is darker than the
 /// accent in every channel and stays as it is, and so does all of it while the cursor blinks.
 void tintCaret(QPainter& painter, const QRectF& caret);
+
+/// The shape of a window of its own with round corners. Where no compositor runs, what is clear of a window shows
+/// black: the corners are cut off, a point outside of the round outline, so that a compositor still shows that one
+/// smooth.
+[[nodiscard]] QRegion withoutCorners(const QRect& panel, int radius);
 
 }  // namespace Painting

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/components/ToolTip.h"
+
+#include "app/ui/Theme.h"
+#include "app/ui/components/Accessible.h"
+#include "app/ui/components/Bidi.h"
+#include "app/ui/components/Painting.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int sidePadding = 8;
+constexpr int padding = 5;
+constexpr int widestLine = 360;
+constexpr int gap = 4;                   // between the panel and what it is about
+constexpr qsizetype mostLetters = 2000;  // of a text that may be of any length
+constexpr std::chrono::milliseconds shortest = 10s;
+constexpr std::chrono::milliseconds perLetter = 40ms;  // more, for whoever reads
+
+/// What the present panel is about.
+struct Present {
+    QPointer<ToolTip> panel;
+    QPointer<QWidget> owner;
+    QString text;
+    QRect area;
+};
+
+Present& present() {
+    static Present present;
+    return present;
+}
+
+QString shortened(const QString& text) {
+    return text.size() <= mostLetters ? text : text.left(mostLetters) + QChar(0x2026);
+}
+
+/// Lays out one line of the text, broken where it is wider than the panel may be; its size.
+QSizeF layOut(QTextLayout& lines, const QString& text) {
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    lines.setText(Bidi::withQuotesIsolated(text));
+    lines.setTextOption(option);
+    lines.setFont(BrandFont::secondary());
+    lines.beginLayout();
+    QSizeF size;
+    for (auto line = lines.createLine(); line.isValid(); line = lines.createLine()) {
+        line.setLineWidth(widestLine);
+        line.setPosition(QPointF(0, size.height()));
+        size = {std::max(size.width(), line.naturalTextWidth()), size.height() + std::ceil(line.height())};
+    }
+    lines.endLayout();
+    return size;
+}
+
+/// Answers the events of all widgets.
+class Hints final : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ToolTip)
+            return explain(watched);
+        if (present().panel)
+            follow(*watched, *event);
+        return false;
+    }
+
+private:
+    static bool explain(QObject* watched) {
+        auto* const widget = qobject_cast<QWidget*>(watched);
+        if (widget == nullptr || widget->toolTip().isEmpty())
+            return false;
+        ToolTip::show(widget->toolTip(), *widget, widget->rect());
+        return true;
+    }
+
+    static void follow(const QObject& watched, const QEvent& event) {
+        switch (event.type()) {
+            case QEvent::Leave:
+            case QEvent::Hide:
+                if (&watched != present().owner)
+                    return;
+                break;
+            case QEvent::MouseMove:
+                if (!watched.isWidgetType() ||
+                    present().area.contains(static_cast<const QMouseEvent&>(event).globalPosition().toPoint()))
+                    return;
+                break;
+            case QEvent::KeyPress:
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonDblClick:
+            case QEvent::Wheel:
+            case QEvent::WindowDeactivate:
+                break;
+            default:
+                return;
+        }
+        ToolTip::hideNow();
+    }
+};
+
+}  // namespace
+
+void ToolTip::install(QApplication& application) {
+    application.installEventFilter(new Hints(&application));
+}
+
+void ToolTip::show(const QString& text, QWidget& owner, const QRect& part) {
+    const QRect area(owner.mapToGlobal(part.topLeft()), part.size());
+    if (present().panel && present().text == text && present().area == area)
+        return;
+    hideNow();
+    if (text.isEmpty())
+        return;
+    auto* const panel = new ToolTip(text, owner);
+    present() = {.panel = panel, .owner = &owner, .text = text, .area = area};
+    panel->placeBeside(area);
+    panel->setVisible(true);
+}
+
+void ToolTip::hideNow() {
+    if (auto* const panel = present().panel.data()) {
+        panel->hide();
+        panel->deleteLater();
+    }
+    present() = {};
+}
+
+ToolTip::ToolTip(const QString& text, QWidget& owner)
+    : QWidget(owner.window(), Qt::ToolTip | Qt::BypassGraphicsProxyWidget),
+      m_lines(shortened(text).split(QLatin1Char('\n'))) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setFocusPolicy(Qt::NoFocus);
+    Accessible::setRole(*this, QAccessible::ToolTip);
+    setAccessibleName(text);
+    QSizeF size;
+    for (const auto& line : m_lines) {
+        QTextLayout lines;
+        const auto part = layOut(lines, line);
+        size = {std::max(size.width(), part.width()), size.height() + part.height()};
+    }
+    resize(static_cast<int>(std::ceil(size.width())) + 2 * sidePadding, static_cast<int>(size.height()) + 2 * padding);
+    startTimer(shortest + perLetter * std::min(text.size(), mostLetters));
+}
+
+/// Below it, or above where the screen ends; never over it, and inside the window where that has the room.
+void ToolTip::placeBeside(const QRect& area) {
+    const auto* const screen = QGuiApplication::screenAt(area.center());
+    const QRect room = (screen ? screen : parentWidget()->screen())->availableGeometry();
+    const QRect window = parentWidget()->frameGeometry() & room;
+    const QRect& frame = window.width() >= width() ? window : room;
+    const int left = width() > area.width() ? area.center().x() - width() / 2 : area.left();
+    QPoint corner(std::max(frame.left(), std::min(left, frame.right() + 1 - width())), area.bottom() + 1 + gap);
+    if (corner.y() + height() > room.bottom() + 1)
+        corner.setY(area.top() - gap - height());
+    move(corner);
+}
+
+void ToolTip::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    Painting::roundedBox(painter, rect(), Radius::small, Palette::elevated, Palette::lineStrong);
+    painter.setPen(Palette::text);
+    double top = padding;
+    for (const auto& line : m_lines) {
+        QTextLayout lines;
+        const auto size = layOut(lines, line);
+        lines.draw(&painter, QPointF(sidePadding, top));
+        top += size.height();
+    }
+}
+
+void ToolTip::resizeEvent(QResizeEvent*) {
+    setMask(Painting::withoutCorners(rect(), Radius::small));
+}
+
+void ToolTip::timerEvent(QTimerEvent*) {
+    hideNow();
+}
