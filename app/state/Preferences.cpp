@@ -89,6 +89,11 @@ std::optional<SettingsValue> settingsValue(const PasswordGenerator::Options& val
     return std::optional<SettingsValue>(std::in_place, encode(value));
 }
 
+template <class Layout>
+std::optional<SettingsValue> settingsValue(const std::optional<Layout>& layout) {
+    return layout ? std::optional<SettingsValue>(std::in_place, layout->dictionary()) : std::nullopt;
+}
+
 }  // namespace
 
 Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObject* parent)
@@ -103,7 +108,9 @@ Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObj
       m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(0)),
       m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(defaultHotKeyModifiers)),
       m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")),
-      m_generatorOptions(decode(stored<SettingsDictionary>(store, "generatorOptions"))) {
+      m_generatorOptions(decode(stored<SettingsDictionary>(store, "generatorOptions"))),
+      m_windowSize(WindowSize::of(stored<SettingsDictionary>(store, "windowSize"))),
+      m_columnWidths(ColumnWidths::of(stored<SettingsDictionary>(store, "columnWidths"))) {
     m_clipboard.setClearAfter(m_clipboardTimeout);
 }
 
@@ -151,4 +158,12 @@ void Preferences::setRecentDatabaseBookmark(std::optional<Bytes> bookmark) {
 
 void Preferences::setGeneratorOptions(PasswordGenerator::Options options) {
     store("generatorOptions", m_generatorOptions, options, &Preferences::generatorOptionsChanged);
+}
+
+void Preferences::setWindowSize(std::optional<WindowSize> size) {
+    store("windowSize", m_windowSize, size, &Preferences::windowSizeChanged);
+}
+
+void Preferences::setColumnWidths(std::optional<ColumnWidths> widths) {
+    store("columnWidths", m_columnWidths, widths, &Preferences::columnWidthsChanged);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/WindowLayout.h"
 #include "core/generator/PasswordGenerator.h"
 #include "core/platform/SettingsStore.h"
 
@@ -57,6 +58,14 @@ public:
     [[nodiscard]] const PasswordGenerator::Options& generatorOptions() const noexcept { return m_generatorOptions; }
     void setGeneratorOptions(PasswordGenerator::Options options);
 
+    /// The size that the user has given the unlocked window; none before, or to go back to the usual one.
+    [[nodiscard]] const std::optional<WindowSize>& windowSize() const noexcept { return m_windowSize; }
+    void setWindowSize(std::optional<WindowSize> size);
+
+    /// The columns' widths; none before the user drags one, or to go back to the usual ones.
+    [[nodiscard]] const std::optional<ColumnWidths>& columnWidths() const noexcept { return m_columnWidths; }
+    void setColumnWidths(std::optional<ColumnWidths> widths);
+
 signals:
     void clipboardTimeoutChanged();
     void sortColumnChanged();
@@ -68,6 +77,8 @@ signals:
     void generatorOptionsChanged();
     /// An assignment holds until the process ends and no longer. Sent for the first one alone.
     void couldNotBeStored();
+    void windowSizeChanged();
+    void columnWidthsChanged();
 
 private:
     template <class Value>
@@ -84,4 +95,6 @@ private:
     std::optional<Bytes> m_recentDatabaseBookmark;
     PasswordGenerator::Options m_generatorOptions;
     bool m_isFailureTold = false;
+    std::optional<WindowSize> m_windowSize;
+    std::optional<ColumnWidths> m_columnWidths;
 };

@@ -93,6 +93,8 @@ void Commands::makeOtherCommands() {
     m_clearClipboard = make(tr("Panoyu Şimdi Temizle"), {Qt::CTRL | Qt::SHIFT | Qt::Key_K}, &Commands::always,
                             [this] { m_environment.clipboard.clearNow(); });
     m_search = make(tr("Ara"), {Qt::CTRL | Qt::Key_F}, &Commands::isInReach, [this] { m_state.focusSearch(); });
+    m_groupColumn = make({}, {Qt::Key_F9}, &Commands::isInReach, [this] { emit groupColumnToggled(); });
+    showGroupColumn(true);
     m_about = make(tr("Brenvik Hakkında"), {}, &Commands::showsNoRoute, [this] { emit aboutWanted(); });
     m_about->setMenuRole(QAction::AboutRole);
 }
@@ -128,7 +130,7 @@ void Commands::fill(QMenuBar& bar) {
                         {m_newEntry, m_newGroup, m_edit, m_delete},
                         m_moves->all()});
     menu(tr("&Araçlar"), {{m_generate, m_clearClipboard}});
-    menu(tr("&Görünüm"), {{m_search}});
+    menu(tr("&Görünüm"), {{m_search}, {m_groupColumn}});
     menu(tr("&Yardım"), {{m_about}});
 }
 
@@ -151,6 +153,10 @@ void Commands::fillMore(QMenu& menu) {
     const auto showCountdown = [this, clear] { clear->setEnabled(m_environment.clipboard.secondsRemaining() > 0); };
     m_countdown = m_environment.clipboard.observe(showCountdown);
     showCountdown();
+}
+
+void Commands::showGroupColumn(bool isShown) {
+    m_groupColumn->setText(isShown ? tr("Yan Sütunu Gizle") : tr("Yan Sütunu Göster"));
 }
 
 void Commands::setCovered(bool isCovered) {

@@ -43,6 +43,9 @@ public:
     /// What can be done in each window of the program.
     [[nodiscard]] QList<QAction*> everywhere() const { return {m_lock, m_quit}; }
 
+    /// Names the command that hides the column of the groups, or shows it again.
+    void showGroupColumn(bool isShown);
+
     /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
     /// Tells of a wait for the session, in which most commands are out of reach. They do nothing from its start on, and
@@ -53,6 +56,7 @@ signals:
     /// A command is about to end the unlocked session; what it shows is still there.
     void sessionWillEnd();
     void settingsWanted();
+    void groupColumnToggled();
     void aboutWanted();
 
 private:
@@ -124,6 +128,7 @@ private:
     QAction* m_generate = nullptr;
     QAction* m_clearClipboard = nullptr;
     QAction* m_search = nullptr;
+    QAction* m_groupColumn = nullptr;
     QAction* m_about = nullptr;
     Observers::Subscription m_countdown;
 };

@@ -2,6 +2,7 @@
 #include "app/ui/MainView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/Columns.h"
 #include "app/ui/EntryDetailPane.h"
 #include "app/ui/EntryListView.h"
 #include "app/ui/FocusKeeper.h"
@@ -10,48 +11,16 @@
 #include "app/ui/RescueBanner.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/StatusBar.h"
-#include "app/ui/Theme.h"
 #include "app/ui/Toolbar.h"
 #include "app/ui/components/SearchField.h"
 
-#include <QSplitter>
 #include <QVBoxLayout>
-
-namespace {
-
-struct ColumnWidth {
-    int narrowest;
-    int ideal;
-    int widest;
-};
-
-constexpr ColumnWidth sidebarWidth{168, 210, 320};
-constexpr ColumnWidth listWidth{250, 340, 560};
-constexpr int narrowestDetail = 260;
-constexpr int idealDetail = 468;
-
-void limit(QWidget& column, const ColumnWidth& width) {
-    column.setMinimumWidth(width.narrowest);
-    column.setMaximumWidth(width.widest);
-}
-
-}  // namespace
 
 MainView::MainView(const Environment& environment, Commands& commands, QWidget* parent)
     : QWidget(parent), m_groups(new GroupTreeView(environment.state)), m_entries(new EntryListView(environment.state)) {
     auto& state = environment.state;
     auto* const detail = new EntryDetailPane(environment);
-    limit(*m_groups, sidebarWidth);
-    limit(*m_entries, listWidth);
-    detail->setMinimumWidth(narrowestDetail);
-
-    auto* const columns = new QSplitter(Qt::Horizontal);
-    columns->setHandleWidth(Metric::hairline);
-    columns->setChildrenCollapsible(false);
-    for (auto* const column : std::initializer_list<QWidget*>{m_groups, m_entries, detail})
-        columns->addWidget(column);
-    columns->setStretchFactor(2, 1);
-    columns->setSizes({sidebarWidth.ideal, listWidth.ideal, idealDetail});
+    m_columns = new Columns(environment.preferences, m_groups, m_entries, detail);
 
     auto* const rescue = new RescueBanner(state);
     connect(rescue, &RescueBanner::decided, this, &MainView::takeFocus);
@@ -62,7 +31,7 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     auto* const toolbar = new Toolbar(state, commands);
     rows->addWidget(toolbar);
     rows->addWidget(rescue);
-    rows->addWidget(columns, 1);
+    rows->addWidget(m_columns, 1);
     rows->addWidget(new StatusBar(state, environment.clipboard));
     connectSearch(*toolbar->search());
     connect(m_entries, &EntryListView::moveWanted, this,
@@ -81,6 +50,17 @@ void MainView::connectSearch(const SearchField& search) {
 
 RowListView* MainView::groupList() const {
     return m_groups->list();
+}
+
+bool MainView::areGroupsWanted() const {
+    return m_columns->areGroupsWanted();
+}
+
+void MainView::setGroupsWanted(bool areWanted) {
+    const bool hadFocus = m_groups->isAncestorOf(window()->focusWidget());
+    m_columns->setGroupsWanted(areWanted);
+    if (hadFocus && !m_groups->isVisible())
+        takeFocus();
 }
 
 void MainView::takeFocus() {

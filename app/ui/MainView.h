@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class Columns;
 class Commands;
 class EntryListView;
 class GroupTreeView;
@@ -28,9 +29,14 @@ signals:
     /// A row's menu asks for a sheet with a group to choose.
     void moveWanted(const MoveSubject& subject);
 
+    /// Whether the column of the groups shows where there is room for it; all columns do at first.
+    [[nodiscard]] bool areGroupsWanted() const;
+    void setGroupsWanted(bool areWanted);
+
 private:
     void connectSearch(const SearchField& search);
 
     GroupTreeView* m_groups;
     EntryListView* m_entries;
+    Columns* m_columns = nullptr;
 };

@@ -10,12 +10,16 @@
 #include "app/ui/MoveView.h"
 #include "app/ui/RouteSheet.h"
 #include "app/ui/RowListView.h"
+#include "app/ui/RowText.h"
 #include "app/ui/ScreenFade.h"
 #include "app/ui/SettingsView.h"
 #include "app/ui/SpokenChanges.h"
 #include "app/ui/Style.h"
+#include "app/ui/Texts.h"
 #include "app/ui/UnlockView.h"
+#include "app/ui/WindowMemory.h"
 #include "app/ui/WindowSizer.h"
+#include "app/ui/components/Bidi.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Sheet.h"
 
@@ -45,10 +49,10 @@ MainWindow::MainWindow(const Environment& environment)
             [this, environment] { SettingsView::open(environment, *this, m_commands->everywhere()); });
     connectState();
     showScreen();
+    new WindowMemory(*this, *m_sizer, m_state, environment.preferences);
 }
 
 void MainWindow::arrange() {
-    setWindowTitle(QStringLiteral("Brenvik"));
     setWindowIcon(BrandMark::windowIcon());
     menuBar()->setNativeMenuBar(false);  // the window has its own, on every desktop
     m_commands->fill(*menuBar());
@@ -62,6 +66,10 @@ void MainWindow::arrange() {
 void MainWindow::connectState() {
     connect(&m_state, &AppState::isLockedChanged, this, &MainWindow::showScreen);
     connect(&m_state, &AppState::routeChanged, this, &MainWindow::hideSheet);
+    for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isDirtyChanged})
+        connect(&m_state, signal, this, &MainWindow::showTitle);
+    connect(m_commands, &Commands::groupColumnToggled, this,
+            [this] { setGroupColumnShown(!m_mainView->areGroupsWanted()); });
     connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
     connect(m_commands->moving(), &MoveCommands::targetWanted, this, &MainWindow::showMove);
@@ -86,11 +94,13 @@ void MainWindow::dropPicture() {
 
 void MainWindow::showScreen() {
     hideSheet();
+    showTitle();
     auto picture = m_state.isLocked() ? std::exchange(m_picture, {}) : ScreenFade::pictureOf(*m_screens);
     if (m_state.isLocked()) {
         m_screens->setCurrentWidget(m_unlockView);
         m_unlockView->startOver();
     } else {
+        setGroupColumnShown(true);
         m_screens->setCurrentWidget(m_mainView);
         m_mainView->takeFocus();
     }
@@ -103,6 +113,21 @@ void MainWindow::showScreen() {
 void MainWindow::takeFocus() {
     if (!m_state.isLocked())
         m_mainView->takeFocus();
+}
+
+/// The vault's name for whoever looks for the window among others, and a star for what is not saved. While locked
+/// nothing tells of the vault.
+void MainWindow::showTitle() {
+    const bool isLocked = m_state.isLocked();
+    auto name = Bidi::isolated(RowText::line(qtText(m_state.databaseName())));
+    name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));  // what a name holds is no place for the star
+    setWindowTitle(isLocked ? QStringLiteral("Brenvik") : name + QStringLiteral("[*] — Brenvik"));
+    setWindowModified(!isLocked && m_state.isDirty());
+}
+
+void MainWindow::setGroupColumnShown(bool isShown) {
+    m_mainView->setGroupsWanted(isShown);
+    m_commands->showGroupColumn(isShown);
 }
 
 void MainWindow::showAbout() {

@@ -41,6 +41,8 @@ private:
     void dropPicture();
     void showScreen();
     void takeFocus();
+    void showTitle();
+    void setGroupColumnShown(bool isShown);
     void showMnemonics(bool areShown);
     void showAbout();
     void showMove(const MoveSubject& subject);

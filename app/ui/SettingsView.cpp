@@ -17,6 +17,7 @@ namespace {
 
 constexpr QSize smallestSize(400, 360);
 constexpr QSize idealSize(520, 620);
+constexpr QSize screenReserve(16, 48);  // for the window's borders, which are known once it shows
 constexpr int edge = 20;
 
 }  // namespace
@@ -38,8 +39,9 @@ void SettingsView::open(const Environment& environment, QWidget& owner, const QL
 SettingsView::SettingsView(const Environment& environment, QWidget* owner) : QWidget(owner, Qt::Window) {
     Accessible::setRole(*this, QAccessible::Dialog);
     setWindowTitle(tr("Ayarlar"));
-    setMinimumSize(smallestSize);
-    resize(idealSize);
+    const QSize room = screen()->availableGeometry().size() - screenReserve;
+    setMinimumSize(smallestSize.boundedTo(room));
+    resize(idealSize.boundedTo(room));
     arrange(environment);
     for (const auto& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
         connect(new QShortcut(key, this), &QShortcut::activated, this, &SettingsView::close);

@@ -26,6 +26,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QScrollBar>
 
 namespace {
 
@@ -63,10 +64,11 @@ QHBoxLayout* bareRow(QWidget* widget, int spacing) {
     return row;
 }
 
-/// A folder as the user knows it: his own is "~".
+/// A folder as the user knows it: what lies in his own begins with "~". That one itself has its whole path, since the
+/// sign alone says little.
 QString shortened(const QString& folder) {
     const QString home = QDir::homePath();
-    if (folder == home || folder.startsWith(home + QLatin1Char('/')))
+    if (folder.startsWith(home + QLatin1Char('/')))
         return QLatin1Char('~') + folder.mid(home.size());
     return folder;
 }
@@ -93,6 +95,12 @@ UnlockView::UnlockView(AppState& state, QWidget* parent)
     arrange();
     connectControls();
     startOver();
+}
+
+// The controls go after this and give the focus away as they do: nobody is there any more to follow it.
+UnlockView::~UnlockView() {
+    disconnect(qApp, nullptr, this, nullptr);
+    disconnect(verticalScrollBar(), nullptr, this, nullptr);
 }
 
 void UnlockView::makeControls() {
@@ -126,6 +134,10 @@ void UnlockView::arrange() {
     column->addWidget(makeFooter(), 0, Qt::AlignHCenter);
     setWidget(m_card);
     m_card->installEventFilter(this);
+    verticalScrollBar()->installEventFilter(this);
+    // On a screen that is lower than the card, what has the focus is in view.
+    connect(qApp, &QApplication::focusChanged, this, &UnlockView::revealFocus);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &UnlockView::revealFocus);
 }
 
 QWidget* UnlockView::makeHeader() {
@@ -425,7 +437,25 @@ void UnlockView::setKeyFile(std::optional<std::filesystem::path> file) {
 }
 
 int UnlockView::cardHeight() const {
-    return m_card->layout()->totalHeightForWidth(cardWidth);
+    return m_card->layout()->totalHeightForWidth(cardWidth - barWidth());
+}
+
+/// What the scroll bar takes of the card's width, while it shows.
+int UnlockView::barWidth() const {
+    return verticalScrollBar()->isVisibleTo(this) ? verticalScrollBar()->sizeHint().width() : 0;
+}
+
+/// Nothing moves aside for the scroll bar: it stands in the card's margin.
+void UnlockView::makeRoomForBar() {
+    m_card->layout()->setContentsMargins(sideMargin, topMargin, sideMargin - barWidth(), bottomMargin);
+}
+
+void UnlockView::revealFocus() {
+    auto* const focus = QApplication::focusWidget();
+    if (focus == nullptr || !m_card->isAncestorOf(focus))
+        return;
+    m_card->layout()->activate();
+    ensureWidgetVisible(focus, 0, Metric::xl);
 }
 
 /// Return is the way on, from wherever on the card: the fields let it through to here, so that it counts once. Where
@@ -441,7 +471,10 @@ void UnlockView::keyPressEvent(QKeyEvent* event) {
 
 bool UnlockView::eventFilter(QObject* watched, QEvent* event) {
     const bool isLaidOut = QScrollArea::eventFilter(watched, event);
-    if (watched == m_card && event->type() == QEvent::LayoutRequest)
+    const auto type = event->type();
+    if (watched == verticalScrollBar() && (type == QEvent::Show || type == QEvent::Hide))
+        makeRoomForBar();
+    if (watched == m_card && type == QEvent::LayoutRequest)
         emit cardHeightChanged(cardHeight());
     return isLaidOut;
 }

@@ -23,6 +23,7 @@ class UnlockView : public QScrollArea {
 
 public:
     explicit UnlockView(AppState& state, QWidget* parent = nullptr);
+    ~UnlockView() override;
 
     /// The card's height at its fixed width, as it is now.
     [[nodiscard]] int cardHeight() const;
@@ -41,6 +42,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    [[nodiscard]] int barWidth() const;
+    void makeRoomForBar();
+    void revealFocus();
     void makeControls();
     void arrange();
     [[nodiscard]] QWidget* makeHeader();

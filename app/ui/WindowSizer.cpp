@@ -34,6 +34,11 @@ void WindowSizer::setMode(Mode mode) {
     });
 }
 
+void WindowSizer::setMainSize(QSize size, bool isMaximised) {
+    m_savedMainSize = size;
+    m_savedSpread = isMaximised ? Qt::WindowMaximized : Qt::WindowNoState;
+}
+
 void WindowSizer::apply() {
     if (const auto* lock = std::get_if<Lock>(&m_mode))
         applyLock(lock->cardHeight);
@@ -46,9 +51,35 @@ void WindowSizer::applyMain() {
     m_lastMode = m_mode;
     if (!isNew)
         return;  // a free window is the user's
-    setContentSize(m_savedMainSize.value_or(usualMain).expandedTo(smallestMain), smallestMain, unlimited);
+    m_givenMainSize = onScreen(m_savedMainSize.value_or(usualMain).expandedTo(smallestMain));
+    setContentSize(m_givenMainSize, onScreen(smallestMain), unlimited);
+    followScreen();
     if (m_savedSpread != Qt::WindowNoState)
         m_window.setWindowState(m_window.windowState() | std::exchange(m_savedSpread, Qt::WindowNoState));
+}
+
+/// A screen may change under the window, or the window go to another: its limits must not hold it larger than that.
+void WindowSizer::followScreen() {
+    auto* const handle = m_window.windowHandle();
+    if (handle == nullptr)
+        return;
+    connect(handle, &QWindow::screenChanged, this, &WindowSizer::limitMain, Qt::UniqueConnection);
+    if (auto* const screen = m_window.screen())
+        connect(screen, &QScreen::availableGeometryChanged, this, &WindowSizer::limitMain, Qt::UniqueConnection);
+}
+
+void WindowSizer::limitMain() {
+    if (!m_lastMode || !std::holds_alternative<Main>(*m_lastMode))
+        return;
+    followScreen();
+    m_window.setMinimumSize(onScreen(smallestMain));
+    const auto size = m_window.size();
+    const auto within = onScreen(size);
+    if (within == size || (m_window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0)
+        return;
+    m_window.resize(within);
+    if (m_givenMainSize == size)
+        m_givenMainSize = within;
 }
 
 void WindowSizer::applyLock(int cardHeight) {
@@ -72,7 +103,7 @@ void WindowSizer::applyLock(int cardHeight) {
     const int chrome = std::max(menus->heightForWidth(UnlockView::cardWidth), menus->sizeHint().height());
     const auto area = availableArea();
     const int highest = area.isEmpty() ? heightWithoutScreen : area.height() - screenReserve;
-    const QSize card(UnlockView::cardWidth, std::min(highest, chrome + cardHeight));
+    const QSize card = onScreen({UnlockView::cardWidth, std::min(highest, chrome + cardHeight)});
     setContentSize(card, card, card);
 }
 
@@ -92,8 +123,10 @@ void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
     centreFrame(centre);
     // Some window managers draw other borders around a window that cannot be resized, and tell so a little later.
     QTimer::singleShot(borderDelay, this, [this, centre, size, borders = borderSize()] {
-        if (m_window.size() == size && borderSize() != borders)
-            centreFrame(centre);
+        if (m_window.size() != size || borderSize() == borders)
+            return;
+        limitMain();
+        centreFrame(centre);
     });
 }
 
@@ -120,4 +153,10 @@ bool WindowSizer::isPlaced() const {
 QRect WindowSizer::availableArea() const {
     const auto* screen = m_window.screen();
     return screen ? screen->availableGeometry() : QRect();
+}
+
+/// What of a size the screen has room for, the window's borders included.
+QSize WindowSizer::onScreen(QSize size) const {
+    const auto area = availableArea();
+    return area.isEmpty() ? size : size.boundedTo(area.size() - borderSize());
 }

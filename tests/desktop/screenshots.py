@@ -35,24 +35,29 @@ class Walk:
         self.vault = self.program.home / "Kasam.kdbx"
         subprocess.run([self.options.demo_vault, self.vault], check=True)
         self.program.start()
-        wait_for(self.geometry, "the window")
+        self.find_window()
 
     def restart(self):
         self.program.end()
         self.program.start()
-        wait_for(self.geometry, "the window")
+        self.find_window()
+
+    def find_window(self):
+        """Before any other window of the program shows."""
+        self.window = wait_for(lambda: subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--class", "brenvik"], capture_output=True, text=True).stdout.split(),
+            "the window")[-1]
+        wait_for(self.geometry, "the window's place")
 
     def geometry(self):
         """The window's own area on the display."""
-        seen = subprocess.run(["xwininfo", "-name", "Brenvik"], capture_output=True, text=True).stdout
+        seen = subprocess.run(["xwininfo", "-id", self.window], capture_output=True, text=True).stdout
         numbers = re.search(r"Absolute upper-left X:\s+(-?\d+)\s+Absolute upper-left Y:\s+(-?\d+).*"
                             r"Width: (\d+)\s+Height: (\d+).*Map State: IsViewable", seen, re.S)
         return [int(number) for number in numbers.groups()] if numbers else None
 
     def resize(self, width, height):
-        window = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Brenvik$"], capture_output=True,
-                                text=True).stdout.split()[-1]
-        desktop.xdotool("windowsize", window, round(width * SCALE), round(height * SCALE))
+        desktop.xdotool("windowsize", self.window, round(width * SCALE), round(height * SCALE))
         wait_for(lambda: abs(self.geometry()[2] - width * SCALE) < 2, f"a window {width} wide", 5)
 
     # Taking pictures
@@ -72,6 +77,7 @@ class Walk:
         """Closes whatever is open over the window."""
         if self.program.has_ended():
             self.program.start()
+            self.find_window()
         for _ in range(3):
             press("Escape")
 

@@ -54,6 +54,30 @@ TEST_F(PreferencesTest, everyAssignmentIsStoredUnderItsNameAndReadBack) {
     EXPECT_EQ(preferences->recentDatabaseBookmark(), copyOf(bytesOf("yer imi")));
 }
 
+TEST_F(PreferencesTest, theWindowsLayoutIsStoredAndGivenUp) {
+    preferences->setWindowSize(WindowSize{.width = 900, .height = 600, .isMaximised = true});
+    preferences->setColumnWidths(ColumnWidths{.groups = 240, .entries = 300});
+    launch();
+    EXPECT_EQ(preferences->windowSize(), (WindowSize{.width = 900, .height = 600, .isMaximised = true}));
+    EXPECT_EQ(preferences->columnWidths(), (ColumnWidths{.groups = 240, .entries = 300}));
+    preferences->setWindowSize(std::nullopt);
+    preferences->setColumnWidths(std::nullopt);
+    EXPECT_TRUE(settings.values.empty());
+}
+
+TEST_F(PreferencesTest, aStoredSizeThatNoWindowHasCountsAsAbsent) {
+    for (const std::int64_t side : {std::int64_t{0}, std::int64_t{-5}, std::int64_t{1} << 40}) {
+        settings.values["windowSize"] = SettingsDictionary{{"width", side}, {"height", std::int64_t{600}}};
+        settings.values["columnWidths"] = SettingsDictionary{{"groups", std::int64_t{200}}, {"entries", side}};
+        launch();
+        EXPECT_FALSE(preferences->windowSize()) << side;
+        EXPECT_FALSE(preferences->columnWidths()) << side;
+    }
+    settings.values["windowSize"] = SettingsDictionary{{"width", std::int64_t{800}}};
+    launch();
+    EXPECT_FALSE(preferences->windowSize());
+}
+
 TEST_F(PreferencesTest, aBookmarkThatIsNoneIsRemoved) {
     preferences->setRecentDatabaseBookmark(copyOf(bytesOf("yer imi")));
     preferences->setRecentDatabaseBookmark(std::nullopt);

@@ -560,9 +560,17 @@ TEST_F(CommandsTest, theProgramTellsWhatItIsInASheet) {
     EXPECT_TRUE(isEnabled("Kayıt", "Sil"));
 }
 
-TEST_F(CommandsTest, theWindowHasTheProgramsName) {
-    open();
+TEST_F(CommandsTest, theWindowHasTheProgramsNameAndWhileItIsOpenTheVaults) {
     EXPECT_EQ(window.windowTitle(), "Brenvik");
+    open();
+    EXPECT_EQ(window.windowTitle(), "Kasam[*] — Brenvik");
+    EXPECT_FALSE(window.isWindowModified());
+    state->edit("Adım", [](KdbxDatabase& database) { database.meta.databaseName = "a[*]b"; });
+    EXPECT_EQ(window.windowTitle(), "a[*][*]b[*] — Brenvik");
+    EXPECT_TRUE(window.isWindowModified());
+    state->lock();
+    EXPECT_EQ(window.windowTitle(), "Brenvik");
+    EXPECT_FALSE(window.isWindowModified());
 }
 
 }  // namespace

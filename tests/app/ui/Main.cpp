@@ -6,10 +6,11 @@
 
 #include <QApplication>
 
-// Widgets need an application, here one without a display.
+// Widgets need an application, here one without a display: with a screen that has room for the window, and one that
+// has not.
 int main(int argumentCount, char* arguments[]) {
     testing::InitGoogleTest(&argumentCount, arguments);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" BRENVIK_SOURCES "/tests/app/ui/Screens.json");
     QApplication application(argumentCount, arguments);
     FontRegistrar::registerBundledFonts(QStringLiteral(BRENVIK_RESOURCES));
     ApplicationStyle::apply(application);

@@ -158,7 +158,7 @@ TEST_F(ToolbarTest, theTitleIsTheVaultsAndALongOneIsCutShort) {
     });
     QCoreApplication::processEvents();
     EXPECT_EQ(field(window, "Kayıtlarda ara")->x(), searchLeft);
-    EXPECT_EQ(window.windowTitle(), "Brenvik");
+    EXPECT_EQ(window.windowTitle(), "Çok uzun bir kasa adı, araç çubuğuna sığmayan[*] — Brenvik");
 }
 
 }  // namespace

@@ -60,6 +60,33 @@ TEST_F(WindowSizerTest, aCardTallerThanTheScreenLeavesEightyPointsOfIt) {
     EXPECT_EQ(window.height(), area().height() - 80);
 }
 
+TEST_F(WindowSizerTest, onASmallScreenNeitherIsLargerThanIt) {
+    const QRect small = QGuiApplication::screens().at(1)->availableGeometry();
+    window.setScreen(QGuiApplication::screens().at(1));
+    window.move(small.topLeft() + QPoint(20, 20));
+    show();
+    set(WindowSizer::Lock{700});
+    EXPECT_TRUE(small.contains(window.frameGeometry()));
+    set(WindowSizer::Main{});
+    EXPECT_TRUE(small.contains(window.frameGeometry()));
+    EXPECT_LE(window.minimumWidth(), small.width());
+    EXPECT_LE(window.minimumHeight(), small.height());
+    EXPECT_EQ(sizer.givenMainSize(), window.size());
+}
+
+TEST_F(WindowSizerTest, aRememberedSizeIsTheFirstOne) {
+    show();
+    set(WindowSizer::Lock{400});
+    sizer.setMainSize({900, 600}, false);
+    set(WindowSizer::Main{});
+    EXPECT_EQ(window.size(), QSize(900, 600));
+
+    set(WindowSizer::Lock{400});
+    sizer.setMainSize({10, 10}, false);
+    set(WindowSizer::Main{});
+    EXPECT_EQ(window.size(), QSize(720, 460)) << "within the limits";
+}
+
 TEST_F(WindowSizerTest, theFirstFreeWindowHasTheUsualSize) {
     show();
     set(WindowSizer::Lock{400});
