@@ -18,9 +18,7 @@ struct ColumnLimits {
     int ideal;
     int widest;
 
-    [[nodiscard]] int bound(double width) const {
-        return std::clamp(static_cast<int>(width), narrowest, widest);
-    }
+    [[nodiscard]] int bound(double width) const { return std::clamp(static_cast<int>(width), narrowest, widest); }
 };
 
 constexpr ColumnLimits groupLimits{168, 210, 320};
@@ -105,15 +103,15 @@ void Columns::place() {
     const int room = width() - taken - handleWidth() - narrowestDetail;
     widths.entries = entryLimits.bound(std::min(widths.entries, room));
     if (taken > 0)
-        widths.groups = groupLimits.bound(
-            std::min(widths.groups, width() - widths.entries - narrowestDetail - 2 * handleWidth()));
+        widths.groups =
+            groupLimits.bound(std::min(widths.groups, width() - widths.entries - narrowestDetail - 2 * handleWidth()));
     setSizes({widths.groups, widths.entries, std::max(1, width() - widths.groups - widths.entries)});
 }
 
 void Columns::storeDragged() {
     m_settling.stop();
-    const int groups = m_groups->isHidden() ? m_preferences.columnWidths().value_or(idealWidths(width())).groups
-                                            : m_groups->width();
+    const int groups =
+        m_groups->isHidden() ? m_preferences.columnWidths().value_or(idealWidths(width())).groups : m_groups->width();
     m_preferences.setColumnWidths(ColumnWidths{.groups = groups, .entries = m_entries->width()});
 }
 

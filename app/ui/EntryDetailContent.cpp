@@ -14,6 +14,7 @@
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/MetaStat.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/SecretText.h"
 #include "app/ui/components/SelectableText.h"
 #include "core/clipboard/ClipboardService.h"
@@ -69,7 +70,6 @@ QWidget* versionLine(const KdbxEntry& version) {
     row->setSpacing(Metric::m);
     const QString title = version.title.empty() ? EntryDetailContent::tr("Adsız") : qtText(version.title);
     auto* const date = new TextLabel(brandFormatted(version.modified), BrandFont::secondary(), Palette::textSoft);
-    date->setTabularFigures(true);
     date->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     row->addWidget(new TextLabel(title, BrandFont::bodyText(), Palette::text), 1);
     row->addWidget(date);
@@ -292,8 +292,8 @@ void EntryDetailContent::addHistory() {
     if (versions.empty())
         return;
     auto* const card = new Card(tr("Geçmiş"));
-    card->headingLine()->addWidget(
-        new TextLabel(tr("%1 sürüm").arg(versions.size()), BrandFont::secondary(), Palette::textMuted));
+    card->headingLine()->addWidget(new TextLabel(tr("%1 sürüm").arg(Numbers::grouped(versions.size())),
+                                                 BrandFont::secondary(), Palette::textMuted));
     const auto shown = std::min(versions.size(), shownVersions);
     for (std::size_t i = 1; i <= shown; ++i)
         card->content()->addWidget(versionLine(versions[versions.size() - i]));

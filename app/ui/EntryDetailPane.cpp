@@ -30,6 +30,7 @@ void EntryDetailPane::showPlaceholder(std::size_t count) {
         return;  // with the focus that one of its buttons may have
     auto* const former = std::exchange(m_placeholder, placeholder(count));
     m_placeholderCount = count;
+    m_placeholder->standBeside(0);
     addWidget(m_placeholder);
     setCurrentWidget(m_placeholder);
     drop(former);
@@ -44,7 +45,7 @@ void EntryDetailPane::drop(QWidget* placeholder) {
     placeholder->deleteLater();
 }
 
-QWidget* EntryDetailPane::placeholder(std::size_t count) const {
+EmptyStateView* EntryDetailPane::placeholder(std::size_t count) const {
     switch (count) {
         case 0:
             return new EmptyStateView(QStringLiteral("square.righthalf.filled"), tr("Kayıt seçilmedi"),

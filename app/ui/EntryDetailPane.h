@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 
+class EmptyStateView;
 class EntryDetailView;
 
 /// The right column: the one selected entry, or a word on why there is none.
@@ -21,10 +22,10 @@ private:
     void showSelection();
     void showPlaceholder(std::size_t count);
     void drop(QWidget* placeholder);
-    [[nodiscard]] QWidget* placeholder(std::size_t count) const;
+    [[nodiscard]] EmptyStateView* placeholder(std::size_t count) const;
 
     AppState& m_state;
     EntryDetailView* m_detail;
-    QWidget* m_placeholder = nullptr;
+    EmptyStateView* m_placeholder = nullptr;
     std::optional<std::size_t> m_placeholderCount;  // of selected entries, that it tells about
 };

@@ -18,7 +18,8 @@
 namespace {
 
 constexpr int edge = 20;
-constexpr int widest = 720;  // the eye still follows a row to its end
+constexpr int widest = 720;           // the eye still follows a row to its end
+constexpr int mostSpareAtSide = 160;  // beyond, all would stand in a corner of a large screen
 constexpr int tileSide = 44;
 constexpr int titleSize = 22;
 constexpr int mostTitleLines = 3;
@@ -82,6 +83,7 @@ void EntryDetailView::makeHeader() {
 
 void EntryDetailView::arrange() {
     setMaximumContentWidth(widest);
+    setSpareRoomAtSide(mostSpareAtSide);
     content()->addWidget(m_header);
     content()->addStretch(1);
 }

@@ -15,6 +15,7 @@
 #include "app/ui/components/Announcement.h"
 #include "app/ui/components/EmptyStateView.h"
 #include "app/ui/components/IconButton.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/SectionHeader.h"
 #include "app/ui/components/TabStops.h"
 #include "core/model/UUIDSet.h"
@@ -180,10 +181,10 @@ void EntryListView::showHeader() {
     if (m_state.isSearching()) {
         m_header->setTitle(tr("Arama sonuçları"));
         // In one go: what is searched for may itself look like a place to fill.
-        m_header->setSubtitle(tr("“%1” · %2 eşleşme").arg(qtText(m_state.searchText()), QString::number(count)));
+        m_header->setSubtitle(tr("“%1” · %2 eşleşme").arg(qtText(m_state.searchText()), Numbers::grouped(count)));
     } else {
         m_header->setTitle(group ? qtText(group->name) : tr("Tümü"));
-        m_header->setSubtitle(tr("%1 kayıt").arg(count));
+        m_header->setSubtitle(tr("%1 kayıt").arg(Numbers::grouped(count)));
     }
     m_sort->setTip(tr("Sıralama: %1").arg(qtText(EntrySort::label(m_state.sort().column))));
 }
@@ -197,6 +198,7 @@ void EntryListView::showContent() {
     auto* const former = std::exchange(m_empty, nullptr);
     if (isEmpty) {
         m_empty = emptyState();
+        m_empty->standBeside(SectionHeader::sectionHeight);
         m_content->addWidget(m_empty);
         m_content->setCurrentWidget(m_empty);
     } else {
@@ -206,7 +208,7 @@ void EntryListView::showContent() {
         former->deleteLater();  // a button of it may be what was pressed
 }
 
-QWidget* EntryListView::emptyState() {
+EmptyStateView* EntryListView::emptyState() {
     if (!m_state.isSearching()) {
         auto* const empty = new EmptyStateView(
             QStringLiteral("tray"), tr("Bu grup boş"),

@@ -12,6 +12,7 @@
 
 class Announcement;
 class AppState;
+class EmptyStateView;
 class EntryListModel;
 class IconButton;
 class QItemSelection;
@@ -59,7 +60,7 @@ private:
     void showEntries();
     void showHeader();
     void showContent();
-    [[nodiscard]] QWidget* emptyState();
+    [[nodiscard]] EmptyStateView* emptyState();
     void showSelection();
     [[nodiscard]] QItemSelection rowsOf(const std::set<UUID>& ids) const;
     void showCurrent(const std::optional<UUID>& id, int row);
@@ -82,7 +83,7 @@ private:
     IconButton* m_add;
     QStackedWidget* m_content;
     RowListView* m_list;
-    QWidget* m_empty = nullptr;
+    EmptyStateView* m_empty = nullptr;
     std::string m_emptySearch;  // what it says that nothing matches
     Announcement* m_spokenCount;
     QTimer m_counting;         // until the letters rest

@@ -11,6 +11,7 @@
 #include "app/ui/components/Card.h"
 #include "app/ui/components/FormField.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/TextArea.h"
 #include "app/ui/components/TextField.h"
 #include "app/ui/components/Toggle.h"
@@ -25,6 +26,7 @@ namespace {
 
 constexpr QSize smallest(380, 320);
 constexpr QSize ideal(520, 540);
+constexpr int notesHeightWithDeletion = 4 * Metric::controlHeightSmall;  // so that the last card is whole
 constexpr std::int64_t folderIcon = 48;
 
 }  // namespace
@@ -57,8 +59,10 @@ void GroupEditView::makeControls() {
 void GroupEditView::arrange() {
     content()->addWidget(makeBasicsCard());
     content()->addWidget(makeAutoTypeCard());
-    if (isEditing() && !isRoot())
+    if (isEditing() && !isRoot()) {
+        m_notes->setFixedHeight(notesHeightWithDeletion);
         content()->addWidget(makeDeleteSection());
+    }
     content()->addStretch(1);
     setFirstField(m_name);
 }
@@ -134,8 +138,8 @@ void GroupEditView::showSequence() {
 
 void GroupEditView::showEntryCount() {
     if (m_entryCount)
-        m_entryCount->setText(
-            tr("%1 kayıt ve tüm alt gruplar silinir.").arg(GroupTree::totalEntryCount(std::get<Edit>(m_mode).group)));
+        m_entryCount->setText(tr("%1 kayıt ve tüm alt gruplar silinir.")
+                                  .arg(Numbers::grouped(GroupTree::totalEntryCount(std::get<Edit>(m_mode).group))));
 }
 
 bool GroupEditView::isRoot() const {

@@ -2,6 +2,7 @@
 #include "app/ui/GroupTreeModel.h"
 
 #include "app/ui/Texts.h"
+#include "app/ui/components/Numbers.h"
 
 #include <algorithm>
 
@@ -87,7 +88,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return nameOf(*row.group);
         case Qt::AccessibleDescriptionRole:
-            return tr("%1 kayıt, düzey %2").arg(row.entryCount).arg(row.depth + 1);
+            return tr("%1 kayıt, düzey %2").arg(Numbers::grouped(row.entryCount)).arg(row.depth + 1);
         case depthRole:
             return row.depth;
         case countRole:

@@ -15,6 +15,7 @@
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/SectionHeader.h"
 
 #include <QDrag>
 #include <QKeyEvent>
@@ -26,7 +27,7 @@
 
 namespace {
 
-constexpr int headerHeight = 48;
+constexpr int headerHeight = SectionHeader::sectionHeight - Metric::hairline;  // its line goes on in the next column's
 constexpr int markSide = 20;
 constexpr int nameSize = 14;
 

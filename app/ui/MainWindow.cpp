@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/AboutView.h"
+#include "app/ui/ClipboardNotice.h"
 #include "app/ui/Commands.h"
 #include "app/ui/DerivationCover.h"
 #include "app/ui/MainView.h"
@@ -49,6 +50,7 @@ MainWindow::MainWindow(const Environment& environment)
             [this, environment] { SettingsView::open(environment, *this, m_commands->everywhere()); });
     connectState();
     showScreen();
+    new ClipboardNotice(m_state, environment.clipboard, this);
     new WindowMemory(*this, *m_sizer, m_state, environment.preferences);
 }
 

@@ -4,11 +4,12 @@
 #include "app/state/AppState.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Button.h"
+#include "app/ui/components/Numbers.h"
 
 #include <QHBoxLayout>
 
 MultiSelectionSummary::MultiSelectionSummary(AppState& state, std::int64_t count, QWidget* parent)
-    : EmptyStateView(QStringLiteral("square.stack.3d.up"), tr("%1 kayıt seçildi").arg(count),
+    : EmptyStateView(QStringLiteral("square.stack.3d.up"), tr("%1 kayıt seçildi").arg(Numbers::grouped(count)),
                      tr("Toplu işlemler için aşağıdaki düğmeleri ya da sağ tık menüsünü kullan."), parent) {
     auto* const duplicate = new Button(tr("Çoğalt"));
     auto* const remove = new Button(tr("Sil"), Button::Variant::danger);

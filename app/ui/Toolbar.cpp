@@ -8,6 +8,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/Painting.h"
 #include "app/ui/components/SearchField.h"
 
@@ -96,7 +97,7 @@ void Toolbar::showTitle() {
     m_title->setText(qtText(m_state.databaseName()));
     QStringList parts;
     if (const auto* root = m_state.root())
-        parts += tr("%1 kayıt").arg(GroupTree::totalEntryCount(*root));
+        parts += tr("%1 kayıt").arg(Numbers::grouped(GroupTree::totalEntryCount(*root)));
     if (m_state.isDirty())
         parts += tr("kaydedilmedi");
     m_subtitle->setText(parts.join(QStringLiteral(" · ")));

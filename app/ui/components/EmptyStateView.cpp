@@ -12,11 +12,14 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int tileSide = 56;
 constexpr int symbolSide = 24;
 constexpr int messageWidth = 280;
+constexpr int usualHeight = 176;  // of the tile and the texts, with a way out
 
 /// A quiet symbol on a tile of its own: an empty place has no entry whose tint it could take.
 class QuietTile final : public QWidget {
@@ -48,13 +51,28 @@ EmptyStateView::EmptyStateView(const QString& symbol, const QString& title, cons
 
     m_column->setContentsMargins(Metric::l, Metric::l, Metric::l, Metric::l);
     m_column->setSpacing(0);
-    m_column->addStretch();
+    m_top = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Expanding);
+    m_column->addItem(m_top);
     m_column->addWidget(new QuietTile(symbol, this), 0, Qt::AlignHCenter);
     m_column->addSpacing(Metric::l);
     m_column->addLayout(centred(heading));
     m_column->addSpacing(Metric::s);
     m_column->addLayout(centred(sentence));
     m_column->addStretch();
+}
+
+void EmptyStateView::standBeside(int headroom) {
+    m_headroom = headroom;
+}
+
+void EmptyStateView::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!m_headroom)
+        return;
+    const int content = m_column->totalHeightForWidth(width()) - m_top->sizeHint().height();
+    const int top = (height() + *m_headroom - usualHeight) / 2 - *m_headroom - Metric::l;
+    m_top->changeSize(0, std::clamp(top, 0, std::max(0, height() - content)), QSizePolicy::Minimum, QSizePolicy::Fixed);
+    m_column->invalidate();
 }
 
 /// A line with a text in its middle. The text is given its height for its width here; by an alignment it is not.

@@ -4,9 +4,11 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 class Paragraph;
 class QLayout;
+class QSpacerItem;
 class QVBoxLayout;
 
 /// A friendly empty place: a quiet symbol on a tile, a title, one sentence, and at most one way out.
@@ -16,13 +18,22 @@ class EmptyStateView : public QWidget {
 public:
     EmptyStateView(const QString& symbol, const QString& title, const QString& message, QWidget* parent = nullptr);
 
+    /// Stands as high as the empty places of the columns beside it, whatever each of them says. `headroom` is what lies
+    /// above it in its own column.
+    void standBeside(int headroom);
+
     /// The way out, under the sentence.
     void setAction(const QString& title, std::function<void()> action);
     /// Something of one's own under the sentence.
     void addBelow(QWidget* widget);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     [[nodiscard]] static QLayout* centred(Paragraph* text);
 
     QVBoxLayout* m_column;
+    QSpacerItem* m_top;
+    std::optional<int> m_headroom;  // none where it stands alone
 };

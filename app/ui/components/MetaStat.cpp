@@ -15,7 +15,6 @@ constexpr int narrowest = 124;  // the widest date fits, and two stand side by s
 MetaStat::MetaStat(const QString& label, const QString& value, QWidget* parent)
     : QWidget(parent), m_value(new TextLabel(value, BrandFont::secondary(), Palette::text)) {
     setMinimumWidth(narrowest);
-    m_value->setTabularFigures(true);
     m_value->setAccessibleDescription(label);
     auto* const lines = new QVBoxLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);

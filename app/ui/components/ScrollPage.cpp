@@ -41,14 +41,20 @@ void ScrollPage::setMaximumContentWidth(int width) {
     showMargins();
 }
 
+void ScrollPage::setSpareRoomAtSide(int width) {
+    m_spareRoomAtSide = width;
+    showMargins();
+}
+
 void ScrollPage::showMargins() {
     auto margins = m_margins;
     const int spare = width() - margins.left() - margins.right() - m_maximumContentWidth;
+    const int lead = spare > m_spareRoomAtSide ? spare / 2 : 0;
     const int bar = verticalScrollBar()->isVisibleTo(this) ? verticalScrollBar()->sizeHint().width() : 0;
     if (layoutDirection() == Qt::RightToLeft)
-        margins.setLeft(std::max(0, margins.left() + std::max(0, spare) - bar));
+        margins += QMargins(std::max(-margins.left(), std::max(0, spare) - lead - bar), 0, lead, 0);
     else
-        margins.setRight(std::max(0, margins.right() + std::max(0, spare) - bar));
+        margins += QMargins(lead, 0, std::max(-margins.right(), std::max(0, spare) - lead - bar), 0);
     m_content->setContentsMargins(margins);
 }
 

@@ -19,6 +19,8 @@ public:
 
     /// In more room than this, the parts stay as wide and stand at the leading edge.
     void setMaximumContentWidth(int width);
+    /// Where more room is spare than this, the content stands in the page's middle, else at its leading edge.
+    void setSpareRoomAtSide(int width);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -28,6 +30,7 @@ private:
     void showMargins();
 
     QMargins m_margins;
+    int m_spareRoomAtSide = QWIDGETSIZE_MAX;
     int m_maximumContentWidth = QWIDGETSIZE_MAX;
     QVBoxLayout* m_content;
 };

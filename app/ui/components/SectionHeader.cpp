@@ -9,18 +9,12 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-namespace {
-
-constexpr int headerHeight = 56;
-
-}  // namespace
-
 SectionHeader::SectionHeader(QWidget* parent)
     : QWidget(parent),
       m_title(new TextLabel({}, BrandFont::sectionTitle(), Palette::text, this)),
       m_subtitle(new TextLabel({}, BrandFont::label(), Palette::textSoft, this)),
       m_line(new QHBoxLayout(this)) {
-    setFixedHeight(headerHeight);
+    setFixedHeight(sectionHeight);
     auto* const titles = new QVBoxLayout;
     titles->setSpacing(2);
     titles->addStretch();

@@ -6,11 +6,13 @@
 class QHBoxLayout;
 class TextLabel;
 
-/// The head of a column: a title, a line beneath it, and what can be done there at its end. 56 high.
+/// The head of a column: a title, a line beneath it, and what can be done there at its end.
 class SectionHeader : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr int sectionHeight = 56;
+
     explicit SectionHeader(QWidget* parent = nullptr);
 
     void setTitle(const QString& title);

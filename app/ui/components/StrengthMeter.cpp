@@ -7,6 +7,7 @@
 #include "app/ui/components/Announcement.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Motion.h"
+#include "app/ui/components/Numbers.h"
 #include "app/ui/components/Painting.h"
 #include "core/generator/PasswordGenerator.h"
 #include "core/model/SecureString.h"
@@ -79,10 +80,11 @@ void StrengthMeter::showStrengthOf(const QString& password) {
     const auto grade = gradeOf(strength.score);
     m_colour = grade.colour;
     m_label->setText(tr(grade.label));
-    m_label->setColour(grade.colour);
-    m_spoken->say(m_label->text());  // and not the figures, which change with every letter
+    const bool isJudged = count > 0;  // nobody is warned before the first key
+    m_label->setColour(isJudged ? grade.colour : Palette::textSoft);
+    m_spoken->say(isJudged ? m_label->text() : QString());  // and not the figures, which change with every letter
     m_entropy->setText(tr("%1 bit entropi").arg(static_cast<qint64>(std::round(strength.entropyBits))));
-    m_count->setText(tr("%1 karakter").arg(count));
+    m_count->setText(tr("%1 karakter").arg(Numbers::grouped(count)));
     setAccessibleName(QStringLiteral("%1, %2, %3").arg(m_label->text(), m_entropy->text(), m_count->text()));
 
     m_motion->stop();

@@ -15,6 +15,8 @@ namespace {
 
 constexpr int largeHeight = 38;
 constexpr int stepsOfAChange = 8;
+constexpr int lineInset = 2;       // of the text, beside its margins
+constexpr int caretClearance = 3;  // of the placeholder, so that its first letter does not stand on the caret
 
 }  // namespace
 
@@ -26,7 +28,7 @@ TextField::TextField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     QPalette colours = palette();
     colours.setColor(QPalette::Base, Qt::transparent);
     colours.setColor(QPalette::Text, Palette::text);
-    colours.setColor(QPalette::PlaceholderText, Palette::textMuted);
+    colours.setColor(QPalette::PlaceholderText, Qt::transparent);  // it is painted here
     setPalette(colours);
     showFont();
     showRoom();
@@ -123,6 +125,7 @@ void TextField::paintEvent(QPaintEvent* event) {
         painter.setOpacity(0.4);
     Painting::roundedBox(painter, rect(), Radius::control, Palette::canvas,
                          hasFocus() ? Palette::accent : Palette::line);
+    paintPlaceholder(painter);
     painter.end();
     QLineEdit::paintEvent(event);
     if (hasFocus() && !isReadOnly() && !hasSelectedText()) {
@@ -130,4 +133,21 @@ void TextField::paintEvent(QPaintEvent* event) {
         // Qt's rectangle has five points more to the left of the cursor and four to the right.
         Painting::tintCaret(painter, QRectF(cursorRect()).adjusted(4, 0, -3, 0));
     }
+}
+
+void TextField::paintPlaceholder(QPainter& painter) const {
+    if (placeholderText().isEmpty() || !displayText().isEmpty())
+        return;
+    const auto margins = textMargins();
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const int leading = lineInset + caretClearance;
+    const QRect line = rect().marginsRemoved(margins).adjusted(isMirrored ? lineInset : leading, 0,
+                                                               isMirrored ? -leading : -lineInset, 0);
+    painter.setFont(font());
+    painter.setPen(Palette::textMuted);
+    painter.drawText(
+        line,
+        static_cast<int>(Qt::AlignVCenter | (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute) |
+            Qt::TextSingleLine,
+        fontMetrics().elidedText(placeholderText(), Qt::ElideRight, line.width()));
 }

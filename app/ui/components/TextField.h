@@ -37,6 +37,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paintPlaceholder(QPainter& painter) const;
     void showRoom();
     void showFont();
     void followHistory(qsizetype length);

@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QScrollArea>
+#include <QScrollBar>
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -22,6 +25,15 @@ TEST_F(GroupEditTest, aNewGroupStartsWithTheDefaults) {
     EXPECT_FALSE(has("Sekans"));
     EXPECT_FALSE(has("Grubu sil"));
     EXPECT_EQ(focusName(), "Grup adı");
+}
+
+TEST_F(GroupEditTest, inAWindowOfTheUsualSizeTheWholeFormShows) {
+    open(Route::editGroup(social().id));
+    ASSERT_NE(WindowProbe::button(window, "Grubu sil"), nullptr);
+    auto* page = button("Grubu sil").parentWidget();
+    while (qobject_cast<QScrollArea*>(page) == nullptr)
+        page = page->parentWidget();
+    EXPECT_EQ(qobject_cast<QScrollArea*>(page)->verticalScrollBar()->maximum(), 0);
 }
 
 TEST_F(GroupEditTest, aNameOfBlanksCannotBeConfirmed) {
