@@ -16,6 +16,7 @@ constexpr QSize usualMain{1020, 680};
 constexpr QSize unlimited{QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
 constexpr int screenReserve = 80;
 constexpr int heightWithoutScreen = 820;
+constexpr QSize borderReserve(6, 6);  // managers draw a border anew after a while, and a scale rounds
 constexpr std::chrono::milliseconds borderDelay{120};
 
 }  // namespace
@@ -158,5 +159,5 @@ QRect WindowSizer::availableArea() const {
 /// What of a size the screen has room for, the window's borders included.
 QSize WindowSizer::onScreen(QSize size) const {
     const auto area = availableArea();
-    return area.isEmpty() ? size : size.boundedTo(area.size() - borderSize());
+    return area.isEmpty() ? size : size.boundedTo(area.size() - borderSize() - borderReserve);
 }
