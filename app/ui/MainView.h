@@ -25,13 +25,13 @@ public:
     void takeFocus();
     [[nodiscard]] RowListView* groupList() const;
 
-signals:
-    /// A row's menu asks for a sheet with a group to choose.
-    void moveWanted(const MoveSubject& subject);
-
     /// Whether the column of the groups shows where there is room for it; all columns do at first.
     [[nodiscard]] bool areGroupsWanted() const;
     void setGroupsWanted(bool areWanted);
+
+signals:
+    /// A row's menu asks for a sheet with a group to choose.
+    void moveWanted(const MoveSubject& subject);
 
 private:
     void connectSearch(const SearchField& search);
