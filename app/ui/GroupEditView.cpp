@@ -26,7 +26,7 @@ namespace {
 
 constexpr QSize smallest(380, 320);
 constexpr QSize ideal(520, 540);
-constexpr int notesHeightWithDeletion = 4 * Metric::controlHeightSmall;  // so that the last card is whole
+constexpr int notesHeightWithDeletion = 4 * Metric::controlHeightSmall - Metric::s;  // so that the last card is whole
 constexpr std::int64_t folderIcon = 48;
 
 }  // namespace

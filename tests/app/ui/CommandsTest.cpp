@@ -147,7 +147,7 @@ TEST_F(CommandsTest, everyMenuHasItsCommandsAndKeysInOrder) {
                                                         {"Adresi Kopyala", "Ctrl+Shift+U"},
                                                         line,
                                                         {"Otomatik Yaz", "Ctrl+Shift+V"},
-                                                        {"Adresi Tarayıcıda Aç", "Ctrl+Shift+Return"},
+                                                        {"Adresi Tarayıcıda Aç", "Ctrl+Shift+Enter"},
                                                         line,
                                                         {"Yeni Kayıt…", "Ctrl+I"},
                                                         {"Yeni Grup…", "Ctrl+Shift+G"},

@@ -284,7 +284,7 @@ TEST_F(EntryListTest, aScreenReaderHearsTheListsAndTheirRows) {
 
     auto* const tree = QAccessible::queryAccessibleInterface(&groups());
     EXPECT_EQ(tree->text(QAccessible::Name), "Gruplar");
-    EXPECT_EQ(tree->child(0)->text(QAccessible::Description), "3 kayıt");
+    EXPECT_EQ(tree->child(0)->text(QAccessible::Description), "3 kayıt, düzey 1");
 }
 
 TEST_F(EntryListTest, aSearchWithoutMatchesOffersToClearIt) {

@@ -133,6 +133,7 @@ TEST_F(PasswordGeneratorViewTest, theSliderGoesFromSixToAHundredAndTwentyEight) 
 
 TEST_F(PasswordGeneratorViewTest, theWheelTurnsTheSlider) {
     open();
+    slider().clearFocus();
     slider().setFocus(Qt::TabFocusReason);
     const QPointF middle = slider().rect().center();
     QWheelEvent up(middle, slider().mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,

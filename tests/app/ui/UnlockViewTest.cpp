@@ -248,8 +248,9 @@ TEST_F(UnlockViewTest, returnPressesTheButtonThatHasTheFocusWhereThereIsNothingT
         panel->reject();
     });
     panels.start(1);
-    view.activateWindow();
     for (const auto* name : {"Veritabanı aç…", "Yeni kasa…"}) {
+        view.activateWindow();  // again after a panel
+        ASSERT_TRUE(QTest::qWaitFor([&] { return view.isActiveWindow(); }));
         button(view, name)->setFocus();
         QTest::keyClick(button(view, name), Qt::Key_Return);
     }

@@ -292,7 +292,8 @@ TEST(KdbxTransformationTest, decidesWhichKeyAFileHas) {
 
     const auto file = KdbxFile::save(vault(), key, another);
 
-    EXPECT_EQ(outcomeOf([&] { return KdbxFile::load(file, key); }), "invalidCredentials");
+    EXPECT_EQ(outcomeOf([&] { return KdbxFile::load(file, key); }),
+              "KdbxError.invalidCredentials: Ana parola veya anahtar dosyası hatalı.");
     EXPECT_EQ(KdbxFile::load(file, key, another).root.name, "Kasa");
 }
 
