@@ -7,6 +7,7 @@
 #include "app/ui/components/Motion.h"
 #include "core/container/KdbxFile.h"
 #include "core/container/KdbxTransformedKey.h"
+#include "core/primitives/Sha2.h"
 #include "platform/posix/UnusedMemory.h"
 #include "platform/qt/DesktopClipboard.h"
 #include "platform/qt/DesktopTraces.h"
@@ -16,6 +17,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <thread>
 
 namespace {
 
@@ -36,6 +38,18 @@ Desktop servicesOf(Services& services) {
 
 /// Whose unsaved work is kept when the display goes away: Qt then ends the process by exit(3), from within its loop.
 AppState* keptAtExit = nullptr;
+
+/// The display's death ends the process where it is, by `exit`. The main thread has lost what it keeps a thread by
+/// then, the contexts of hashes among it, so that another one writes the copy; and what is registered last runs first,
+/// so that the library of the hashes must have registered its own end before.
+void keepAtExit(AppState& state) {
+    (void)Sha2::sha256(ByteView());
+    keptAtExit = &state;
+    std::atexit([] {
+        if (keptAtExit)
+            std::jthread([] { keptAtExit->keepUnsaved(); });
+    });
+}
 
 /// The user may change his mind while the program runs: it asks again whenever it is turned to.
 void followMotionSetting(QApplication& application) {
@@ -99,11 +113,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
     QObject::connect(
         &application, &QGuiApplication::commitDataRequest, &*m_window, [this] { m_state.keepUnsaved(); },
         Qt::DirectConnection);
-    keptAtExit = &m_state;
-    std::atexit([] {
-        if (keptAtExit)
-            keptAtExit->keepUnsaved();
-    });
+    keepAtExit(m_state);
     for (const auto signal : {&AppState::databaseChanged, &AppState::lastErrorChanged})
         QObject::connect(&m_state, signal, &*m_window, [this] { leaveNothingUnused(); });
     m_window->show();
