@@ -256,7 +256,7 @@ class SmallScreenTest(AppearanceTest):
         self.program.node("password text", "Ana parola").grab_focus()
         self.program.focus_is_on("Ana parola")
         self.enter_password()
-        self.program.node("list", "Gruplar")
+        self.program.button(re.compile("^Kasayı kilitle"))  # a window that is narrow has no room for the groups
         wait_for(self.is_on_the_screen, f"the window on the screen, not at {self.frame()}")
         self.assertInWindow(self.program.button(re.compile("^Kasayı kilitle")))
         self.assertInWindow(self.program.node("status bar", "Durum çubuğu"))
