@@ -6,7 +6,9 @@
 #include <QTimer>
 
 #include <array>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -205,6 +207,8 @@ TEST_F(XKeyboardEventsTest, postsIntoNoWindowThatHasGoneOrIsOfAnotherProcess) {
 
     const auto run = source();
     program.reset();
+    for (int looks = 0; looks < 500 && run->follow(); ++looks)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));  // the server learns of a client's end in its turn
     EXPECT_FALSE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
     EXPECT_FALSE(run->follow());
 }
