@@ -3,6 +3,7 @@
 
 #include "core/primitives/Random.h"
 #include "core/primitives/Sha2.h"
+#include "platform/posix/Hexadecimal.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -22,16 +23,6 @@ namespace {
 constexpr std::size_t secretSize = 8;
 constexpr std::string_view extension = ".kdbx";          // so that a copy can be opened like any vault
 constexpr std::string_view temporaryName = ".brenvik-";  // how a save names its temporary file
-
-std::string hexadecimal(ByteView bytes) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    for (const auto byte : bytes) {
-        text += digits[byte >> 4U];
-        text += digits[byte & 15U];
-    }
-    return text;
-}
 
 /// The same for a file by whatever links it is reached.
 std::string prefixFor(const std::filesystem::path& vault) {

@@ -3,6 +3,7 @@
 
 #include "core/primitives/Random.h"
 #include "core/primitives/Sha2.h"
+#include "platform/posix/Hexadecimal.h"
 
 #include <dirent.h>
 
@@ -16,16 +17,6 @@ namespace {
 constexpr std::size_t fingerprintSize = 8;
 constexpr std::size_t secretSize = 16;
 constexpr std::size_t hexDigitsPerByte = 2;
-
-std::string hexadecimal(ByteView bytes) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    for (const auto byte : bytes) {
-        text += digits[byte >> 4U];
-        text += digits[byte & 15U];
-    }
-    return text;
-}
 
 std::string prefixFor(const std::string& file) {
     const auto fingerprint = Sha2::sha256(bytesOf(file));
