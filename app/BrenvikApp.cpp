@@ -116,6 +116,10 @@ BrenvikApp::BrenvikApp(QApplication& application)
     keepAtExit(m_state);
     for (const auto signal : {&AppState::databaseChanged, &AppState::lastErrorChanged})
         QObject::connect(&m_state, signal, &*m_window, [this] { leaveNothingUnused(); });
+    m_clipboardEnd = m_clipboard.observe([this] {
+        if (!m_clipboard.hasPendingSecret())
+            leaveNoTraces();
+    });
     m_window->show();
 }
 
@@ -130,9 +134,18 @@ void BrenvikApp::leaveNothingUnused() {
         return;
     for (const auto wait : {0s, 1s})
         m_scheduler.after(wait, [] {
+            DesktopTraces::dropSelection();
             DesktopTraces::wipe();
             UnusedMemory::giveBack();
         });
+}
+
+/// Once a secret is no longer shown or on the clipboard: each paste has gone through more memory than the clipboard's.
+void BrenvikApp::leaveNoTraces() {
+    m_scheduler.after(0s, [] {
+        DesktopTraces::wipe();
+        UnusedMemory::wipeStack();
+    });
 }
 
 void BrenvikApp::launch() {

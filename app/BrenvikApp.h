@@ -38,6 +38,7 @@ private:
     void launch();
     void end();
     void leaveNothingUnused();
+    void leaveNoTraces();
 
     PosixFileSystemCalls m_calls;
     PosixFileStore m_files;
@@ -60,4 +61,5 @@ private:
     VaultWatch m_vaultWatch;
     GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
+    Observers::Subscription m_clipboardEnd;
 };

@@ -21,7 +21,11 @@ constexpr std::size_t deepestStack = 512 * 1024;
 
 }  // namespace
 
-void UnusedMemory::giveBack() noexcept {
+void UnusedMemory::wipeStack() noexcept {
     wipeStackOfEndedCalls();
+}
+
+void UnusedMemory::giveBack() noexcept {
+    wipeStack();
     malloc_trim(0);
 }

@@ -4,8 +4,12 @@
 /// The memory that the process holds and does not use.
 namespace UnusedMemory {
 
-/// Overwrites what ended calls have left on the stack of the calling thread, and gives the system back the pages that
-/// hold nothing any more. To be called once something large or secret is gone; it takes milliseconds.
+/// Overwrites what ended calls have left on the stack of the calling thread. To be called once something secret is
+/// gone.
+void wipeStack() noexcept;
+
+/// Likewise, and gives the system back the pages that hold nothing any more. To be called once something large is gone;
+/// it takes milliseconds.
 void giveBack() noexcept;
 
 }  // namespace UnusedMemory

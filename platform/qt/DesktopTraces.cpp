@@ -2,6 +2,7 @@
 #include "platform/qt/DesktopTraces.h"
 
 #include "platform/qt/SecretMimeData.h"
+#include "platform/x11/XBuffers.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -25,12 +26,6 @@ Function* busFunction(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_DEFAULT, name));
 }
 
-void dropSelection() {
-    auto& clipboard = *QGuiApplication::clipboard();
-    if (clipboard.supportsSelection() && clipboard.ownsSelection())
-        clipboard.setMimeData(new SecretMimeData({}, {}), QClipboard::Selection);
-}
-
 /// Takes each message that is kept and makes it too long to be kept again; it is sent to nobody.
 void dropKeptMessages() {
     auto* const make = busFunction<void*(int)>("dbus_message_new");
@@ -49,7 +44,14 @@ void dropKeptMessages() {
 
 }  // namespace
 
+void DesktopTraces::dropSelection() {
+    auto& clipboard = *QGuiApplication::clipboard();
+    if (clipboard.supportsSelection() && clipboard.ownsSelection())
+        clipboard.setMimeData(new SecretMimeData({}, {}), QClipboard::Selection);
+}
+
 void DesktopTraces::wipe() {
-    dropSelection();
     dropKeptMessages();
+    if (const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
+        XBuffers::overwrite(x11->connection());
 }

@@ -241,6 +241,18 @@ class MemoryTest(DesktopTest):
         self.shows("Henüz bir kasa yok")
         self.nothing_is_left()
 
+    def test_a_vault_that_is_left_for_another_leaves_nothing(self):
+        other = self.program.home / "Başka.kdbx"
+        subprocess.run([testcase.options.demo_vault, other], check=True)
+        self.look_and_edit()
+        press("ctrl+o")
+        self.answer_file_panel(other)
+        self.shows("Başka.kdbx")
+        self.program.focus_is_on("Ana parola")
+        # What was copied stays for its time, and can be pasted until then; each look is such a paste.
+        wait_for(lambda: clipboard_text() == "", "the countdown's end", patience=20)
+        self.nothing_is_left()
+
     def test_a_failed_unlock_leaves_nothing(self):
         for length in (SHORT, LONG):
             self.open_vault(self.new(f"wrong-password-{length}", length))
