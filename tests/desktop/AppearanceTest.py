@@ -171,6 +171,7 @@ class QuestionTest(AppearanceTest):
         old = self.program.home / "a<b>&amp;.kdbx"
         old.write_bytes(b"eski")
         press("ctrl+n")
+        self.program.focus_is_on("Dosya adı:")
         set_text(self.program.node("text", "Dosya adı:"), str(old))
         press("Return")
         self.shows("“a<b>&amp;.kdbx” zaten var. Yerine yenisini koymak istiyor musun?")

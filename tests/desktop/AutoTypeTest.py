@@ -263,6 +263,7 @@ class HotKeyTest(TypingTest):
     def test_another_combination_works_at_once(self):
         self.bring_ourselves_to_front()
         press("ctrl+comma")
+        self.program.has_keyboard("Ayarlar")
         self.program.push("⌥⌘A")
         wait_for(lambda: self.program.nodes(name=re.compile("Tuş kombinasyonuna bas…")), "the recording")
         press("super+x")

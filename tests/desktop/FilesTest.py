@@ -133,6 +133,7 @@ class AwayTest(FilesTest):
 class ReplacingTest(FilesTest):
     def agree_to_replace(self):
         """Answers the panel with the vault itself, and its question with yes."""
+        self.program.focus_is_on("Dosya adı:")
         set_text(self.program.node("text", "Dosya adı:"), str(self.vault))
         press("Return")
         self.program.push(re.compile("^(Evet|Üzerine yaz|Yerine koy)$"))

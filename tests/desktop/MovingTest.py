@@ -31,14 +31,11 @@ class MovingTest(DesktopTest):
         return desktop.is_enabled(self.program.menu_item("Kayıt", item))
 
     def go_to_target(self, name):
-        """By the keys that a list has: the beginning of the name."""
+        """By the keys that a list has."""
         wait_for(lambda: self.program.focused() and self.program.focused().get_name() in self.program.rows(TARGETS),
                  "the focus among the targets")
-        for _ in range(len(self.program.rows(TARGETS))):
-            if self.selected(TARGETS) == [name]:
-                return
-            press("Down")
         press("Home")
+        wait_for(lambda: self.selected(TARGETS) == self.program.rows(TARGETS)[:1], "the first target")
         for _ in range(len(self.program.rows(TARGETS))):
             if self.selected(TARGETS) == [name]:
                 return
@@ -61,6 +58,8 @@ class EntriesTest(MovingTest):
         press("Return")
         self.program.is_gone("dialog", SHEET)
         wait_for(lambda: "GitHub" not in self.program.rows("Kayıtlar"), "the entry gone from its group")
+        wait_for(lambda: self.program.focused() and self.program.focused().get_name() in self.program.rows("Kayıtlar"),
+                 "the focus back in the list")
         press("Down")
         wait_for(lambda: self.selected("Kayıtlar") == ["LinkedIn"], "the keys go on where it was")
         self.program.menu_item("Düzen", "Geri Al — Kayıtları Taşı")

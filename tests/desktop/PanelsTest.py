@@ -79,6 +79,7 @@ class SettingsTest(DesktopTest):
         super().setUp()
         press("ctrl+comma")
         self.shows("Otomatik temizleme")
+        self.program.has_keyboard("Ayarlar")
 
     def test_the_clipboards_time_is_set_by_slider_and_by_buttons(self):
         Atspi.Value.set_current_value(self.program.node("slider", re.compile("temizleme")), 45)

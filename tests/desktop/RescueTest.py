@@ -187,14 +187,6 @@ class OfferTest(RescueTest):
         self.shows("41 kayıt · kaydedilmedi")
         self.shows("Saklanan değişiklikler geri getirildi")
 
-    def tab_to(self, name):
-        press("shift+Tab")
-        for _ in range(40):
-            if (self.program.focused() or self.program.window).get_name() == name:
-                return
-            press("shift+Tab")
-        self.fail(f"{name} is no stop of Tab")
-
     def test_the_button_brings_it_back_and_a_save_ends_it(self):
         desktop.click(self.program.button("Geri getir"))
         self.is_brought_back()
@@ -204,7 +196,7 @@ class OfferTest(RescueTest):
         self.assertEqual(self.copies(), [])
 
     def test_return_brings_it_back_and_the_focus_goes_where_keys_do_something(self):
-        self.tab_to("Geri getir")
+        self.program.tab_to("Geri getir", key="shift+Tab")
         press("Return")
         self.is_brought_back()
         wait_for(lambda: self.program.focused() is not None

@@ -125,6 +125,7 @@ class SearchTest(DesktopTest):
 
     def test_letters_announce_no_other_focus(self):
         press("Escape")  # the list has a current row by now
+        self.program.focus_is_on("GitHub")
         press("ctrl+f")
         self.program.focus_is_on(FIELD)
         with FocusEvents() as events:

@@ -18,6 +18,7 @@ class SettingsTest(DesktopTest):
     def open_settings(self):
         press("ctrl+comma")
         self.shows("Otomatik temizleme")
+        self.program.has_keyboard("Ayarlar")
 
     def value_of_slider(self):
         return Atspi.Value.get_current_value(self.program.node("slider", "Otomatik temizleme"))

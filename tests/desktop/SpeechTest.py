@@ -23,7 +23,7 @@ class SpeechTest(DesktopTest):
 
 
 class ChangesTest(SpeechTest):
-    settings_at_start = {"clipboardTimeout": 2}
+    settings_at_start = {"clipboardTimeout": 6}  # time enough to wipe it by hand, also on a slow machine
 
     def setUp(self):
         super().setUp()

@@ -352,6 +352,33 @@ class Program:
     def focus_is_on(self, name):
         return wait_for(lambda: (self.focused() or self.window).get_name() == name, f"the focus on {name}")
 
+    def has_keyboard(self, name):
+        """A window of its own is shown some time before the window manager gives it the keyboard."""
+        return wait_for(lambda: any(has_state(dialog, Atspi.StateType.ACTIVE) for dialog in self.nodes("dialog", name)),
+                        f"the keyboard in {name}")
+
+    def press_and_see_focus_move(self, key):
+        """A further key before that would go on from a place that nobody has seen."""
+        def place():
+            focused = self.focused()
+            if focused is None:
+                return None
+            area = focused.get_extents(Atspi.CoordType.SCREEN)
+            return focused.get_name(), area.x, area.y
+
+        before = place()
+        press(key)
+        wait_for(lambda: place() not in (None, before), f"the focus to leave {before}")
+
+    def tab_to(self, name, key="Tab", within=40):
+        """Presses Tab until the focus is on `name`."""
+        for _ in range(within):
+            focused = self.focused()
+            if focused and focused.get_name() == name:
+                return
+            self.press_and_see_focus_move(key)
+        raise AssertionError(f"{within} times {key} did not reach {name}")
+
     def rows(self, name):
         """The names of a list's rows, in order."""
         return [row.get_name() for row in children_of(self.node("list", name))]

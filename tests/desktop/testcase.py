@@ -46,6 +46,7 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         self.program = desktop.Program(options.program)
         self.addCleanup(self.program.stop)
+        self.addCleanup(self.keep_evidence_of_failure)  # before that, also where a step up to the test itself fails
         self.settings_file = self.program.home / "config" / "brenvik" / "settings.json"
         if self.settings_at_start:
             self.settings_file.parent.mkdir(parents=True, mode=0o700)
@@ -58,7 +59,7 @@ class DesktopTest(unittest.TestCase):
         """A vault for the program to open."""
         subprocess.run([options.demo_vault, self.vault], check=True)
 
-    def tearDown(self):
+    def keep_evidence_of_failure(self):
         result = self._outcome.result
         if any(test is self for test, _ in result.failures + result.errors):
             self.keep_evidence()
@@ -97,6 +98,7 @@ class DesktopTest(unittest.TestCase):
 
     def answer_file_panel(self, file):
         field = self.program.node("text", "Dosya adı:")
+        self.program.focus_is_on("Dosya adı:")  # a panel is shown some time before it has the keyboard
         set_text(field, str(file))
         press("Return")
         self.program.is_gone("text", "Dosya adı:")
