@@ -5,8 +5,8 @@ import re
 
 import desktop
 import testcase
-from desktop import (Atspi, Events, act, act_by_name, actions_of, children_of, click, click_with, has_state, is_checked,
-                     press, text_of, type_text, wait_for)
+from desktop import (Announcements, Atspi, Events, act, act_by_name, actions_of, children_of, click,
+                     click_with, has_state, is_checked, press, text_of, type_text, wait_for)
 from testcase import DesktopTest, clipboard_text
 
 # Roles of things to be worked with; something that takes the focus and has another role tells nobody what it is.
@@ -290,20 +290,16 @@ class RowsTest(AccessibilityTest):
 class SpeechTest(AccessibilityTest):
     """What comes up while the reader is elsewhere is told as a notification that shows, which is spoken at once."""
 
-    def spoken(self):
-        return Events(lambda event: event.source.get_name() if event.detail1 and
-                      event.source.get_role_name() == "notification" else None, "object:state-changed:showing")
-
     def test_a_failure_is_spoken(self):
         self.choose_vault()
-        with self.spoken() as events:
+        with Announcements() as events:
             self.enter_password("yanlis")
             wait_for(lambda: "Ana parola veya anahtar dosyası hatalı." in events.heard(), "the failure")
 
     def test_what_a_command_has_done_is_spoken(self):
         self.open_vault()
         self.select_in_group("Sosyal", "GitHub")
-        with self.spoken() as events:
+        with Announcements() as events:
             press("ctrl+b")
             wait_for(lambda: "Kullanıcı adı kopyalandı" in events.heard(), "the confirmation")
             press("ctrl+c")
@@ -313,7 +309,7 @@ class SpeechTest(AccessibilityTest):
         press("ctrl+n")
         self.answer_file_panel(self.program.home / "Yeni.kdbx")
         self.program.node("password text", "Parolayı doğrula")
-        with self.spoken() as events:
+        with Announcements() as events:
             type_text("abc")
             wait_for(lambda: self.program.nodes(name="Çok zayıf, 6 bit entropi, 3 karakter"), "the strength in words")
             wait_for(lambda: "Çok zayıf" in events.heard(), "the strength spoken")

@@ -7,7 +7,7 @@ import subprocess
 
 import desktop
 import testcase
-from desktop import Atspi, point_at, press, set_text, text_of, wait_for, xdotool
+from desktop import Announcements, Atspi, point_at, press, set_text, text_of, wait_for, xdotool
 from testcase import DesktopTest
 
 LONG_TITLE = "<b>Kalın</b> &amp; çok uzun bir başlık, satırına sığmayan <i>eğik</i> bir başlık"
@@ -134,8 +134,9 @@ class ColumnTest(AppearanceTest):
     def test_the_keyboard_is_not_left_in_a_hidden_column(self):
         press("F9")  # the group that was clicked has the focus
         self.program.is_gone("list", "Gruplar")
-        press("Down", "Return")
-        self.shows("Parola kopyalandı")
+        with Announcements() as spoken:
+            press("Down", "Return")
+            spoken.say("Parola kopyalandı")
 
 
 class ToolTipTest(AppearanceTest):

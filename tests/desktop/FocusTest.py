@@ -3,8 +3,8 @@
 
 import desktop
 import testcase
-from desktop import (Atspi, act, children_of, choose_in_menu, click, click_with, has_state, press, text_of, type_text,
-                     wait_for)
+from desktop import (Announcements, Atspi, act, children_of, choose_in_menu, click, click_with, has_state, press,
+                     text_of, type_text, wait_for)
 from testcase import PASSWORD, DesktopTest, copy_vault, options
 
 WITH_ENTRIES = "v09-4.0-chacha20-argon2id"
@@ -36,7 +36,7 @@ class CardTest(DesktopTest):
         self.choose_vault()
         self.choose_key_file(key_file)
         self.type_password(PASSWORD)
-        with self.spoken() as events:
+        with Announcements() as events:
             press("Return")
             self.shows_failure()
             self.assertEqual(events.heard().count(WRONG), 1, "spoken once")
@@ -95,14 +95,10 @@ class CardTest(DesktopTest):
     def shows_failure(self):
         wait_for(lambda: self.program.nodes(name=WRONG), "the failure")
 
-    def spoken(self):
-        return desktop.Events(lambda event: event.source.get_name() if event.detail1 and
-                              event.source.get_role_name() == "notification" else None, "object:state-changed:showing")
-
     def test_a_wrong_password_is_spoken_once(self):
         self.choose_vault()
         for _ in range(2):
-            with self.spoken() as events:
+            with Announcements() as events:
                 self.type_password("yanlis")
                 press("Return")
                 self.shows_failure()

@@ -3,8 +3,8 @@
 
 import desktop
 import testcase
-from desktop import (Atspi, act, act_by_name, children_of, choose_in_menu, click, click_with, drag, has_state, press,
-                     type_text, wait_for)
+from desktop import (Announcements, Atspi, act, act_by_name, children_of, choose_in_menu, click, click_with, drag,
+                     has_state, press, type_text, wait_for)
 from testcase import DesktopTest
 
 TARGETS = "Hedef grup"
@@ -130,8 +130,9 @@ class EntriesTest(MovingTest):
     def test_entries_go_up_and_down_by_keys(self):
         self.select_in_group("Sosyal", "Mastodon")
         rows = self.program.rows("Kayıtlar")
-        press("alt+Up")
-        self.shows("Kendi sıralamana geçildi.")
+        with Announcements() as spoken:
+            press("alt+Up")
+            spoken.say("Kendi sıralamana geçildi.")
         self.lists([*rows[:3], "Mastodon", "LinkedIn", *rows[5:]])
         self.program.focus_is_on("Mastodon")
         self.assertEqual(self.selected("Kayıtlar"), ["Mastodon"])

@@ -5,17 +5,13 @@ import subprocess
 
 import desktop
 import testcase
-from desktop import (Atspi, Events, act_by_name, children_of, choose_in_menu, click, click_with, has_state, press,
-                     type_text, wait_for)
+from desktop import (Announcements, Atspi, act_by_name, children_of, choose_in_menu, click, click_with, has_state,
+                     press, type_text, wait_for)
 from testcase import DesktopTest, clipboard_text
 
 
 class SpeechTest(DesktopTest):
     """What comes up while the reader is elsewhere is told as a notification that shows, which is spoken at once."""
-
-    def spoken(self):
-        return Events(lambda event: event.source.get_name() if event.detail1 and
-                      event.source.get_role_name() == "notification" else None, "object:state-changed:showing")
 
     def says(self, events, text, times=1):
         wait_for(lambda: events.heard().count(text) >= times, f"{text!r} spoken {times} times")
@@ -32,7 +28,7 @@ class ChangesTest(SpeechTest):
 
     def test_the_number_of_matches_is_spoken_when_the_letters_rest(self):
         press("ctrl+f")
-        with self.spoken() as events:
+        with Announcements() as events:
             type_text("posta")
             self.says(events, "3 eşleşme")
             press("ctrl+a")
@@ -46,7 +42,7 @@ class ChangesTest(SpeechTest):
         self.assertFalse(self.program.nodes("notification", "3 eşleşme"))
 
     def test_a_delete_an_undo_and_a_redo_are_spoken(self):
-        with self.spoken() as events:
+        with Announcements() as events:
             press("Delete")
             self.says(events, "Kayıt silindi")
             press("ctrl+z")
@@ -68,7 +64,7 @@ class ChangesTest(SpeechTest):
             self.says(events, "Geri alındı: Grubu Sil")
 
     def test_the_wipe_of_the_clipboard_is_spoken_and_no_other_end_of_the_countdown(self):
-        with self.spoken() as events:
+        with Announcements() as events:
             press("ctrl+c")
             self.says(events, "Pano temizlendi")
             press("ctrl+c")

@@ -154,6 +154,18 @@ class Events:
         return self._heard
 
 
+class Announcements(Events):
+    """Hears what is spoken by itself, also what is gone again before the tree has been walked on a slow machine: what
+    comes up with the role of a notification."""
+
+    def __init__(self):
+        super().__init__(lambda event: event.source.get_name() if event.detail1 and
+                         event.source.get_role_name() == "notification" else None, "object:state-changed:showing")
+
+    def say(self, text):
+        wait_for(lambda: text in self.heard(), f"{text!r} spoken")
+
+
 class FocusEvents(Events):
     """Hears which node takes the focus: what a key has reached, also in a menu."""
 
