@@ -246,10 +246,13 @@ public:
     /// Takes the group with all that it holds out of the vault and selects the root, which itself stays.
     void deleteGroup(UUID id);
     /// Appends the group with all that it holds to the subgroups of another, which is expanded. What `canMoveGroup`
-    /// refuses changes nothing.
+    /// refuses changes nothing; that it would go too deep is said.
     void moveGroupTo(UUID id, UUID parentID);
-    /// Whether both groups exist and the first can become the other's: it is not the root, and does not hold the other.
+    /// Whether both groups exist and the first can become the other's: it is not the root, does not hold the other, and
+    /// with all that it holds would not go too deep to be opened again.
     [[nodiscard]] bool canMoveGroup(UUID id, UUID parentID) const;
+    /// How many groups there may be from the root down to one that takes the group, both included.
+    [[nodiscard]] std::size_t deepestParentLevel(UUID id) const;
     /// Has a group change places with the one above or below it in the same group.
     void shiftGroup(UUID id, Shift direction);
     /// Shows or hides a group's subgroups. No step, and nothing to save by itself.

@@ -8,6 +8,18 @@
 #include <numeric>
 #include <utility>
 
+namespace {
+
+/// The group, if it can be put into the other where depth is no matter; null if not. What it holds, itself included,
+/// cannot take it: nothing would hold it then.
+const KdbxGroup* movableGroup(const KdbxGroup& root, const UUID& id, const UUID& parentID) {
+    const auto* const group = id == root.id ? nullptr : GroupTree::findGroup(root, id);
+    const bool isMovable = group && !GroupTree::findGroup(*group, parentID) && GroupTree::findGroup(root, parentID);
+    return isMovable ? group : nullptr;
+}
+
+}  // namespace
+
 void AppState::shiftEntries(const std::set<UUID>& ids, Shift direction) {
     if (!m_database || isSearching())
         return;
@@ -30,15 +42,19 @@ void AppState::shiftEntries(const std::set<UUID>& ids, Shift direction) {
 }
 
 bool AppState::canMoveGroup(UUID id, UUID parentID) const {
-    if (!m_database || id == m_database->root.id)
+    if (!m_database)
         return false;
-    const auto* const group = GroupTree::findGroup(m_database->root, id);
-    // A group cannot be put into what it holds, itself included: nothing would hold it then.
-    return group && !GroupTree::findGroup(*group, parentID) && GroupTree::findGroup(m_database->root, parentID);
+    const auto* const group = movableGroup(m_database->root, id, parentID);
+    return group && Nesting::fits(*group, *GroupTree::levelOfGroup(m_database->root, parentID) + 1);
+}
+
+std::size_t AppState::deepestParentLevel(UUID id) const {
+    const auto* const group = m_database ? GroupTree::findGroup(m_database->root, id) : nullptr;
+    return group ? std::max<std::size_t>(Nesting::deepestLevelFor(*group), 1) - 1 : 0;
 }
 
 void AppState::moveGroupTo(UUID id, UUID parentID) {
-    if (!canMoveGroup(id, parentID))
+    if (!m_database || !movableGroup(m_database->root, id, parentID))
         return;
     const auto& siblings = GroupTree::findGroup(m_database->root, parentID)->groups;
     if (!siblings.empty() && siblings.back().id == id)

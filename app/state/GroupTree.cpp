@@ -170,6 +170,11 @@ std::optional<std::vector<KdbxGroup>> pathToGroup(const KdbxGroup& root, const U
     return walk.isAtEnd() ? std::nullopt : std::optional(walk.path());
 }
 
+std::optional<std::size_t> levelOfGroup(const KdbxGroup& root, const UUID& id) {
+    const auto walk = walkToGroup(root, id);
+    return walk.isAtEnd() ? std::nullopt : std::optional(walk.level());
+}
+
 std::int64_t totalEntryCount(const KdbxGroup& root) {
     std::int64_t count = 0;
     for (Walk walk(root); !walk.isAtEnd(); walk.advance())

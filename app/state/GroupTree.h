@@ -38,6 +38,9 @@ namespace GroupTree {
 /// The groups from `root` down to the one with the identifier, both included.
 [[nodiscard]] std::optional<std::vector<KdbxGroup>> pathToGroup(const KdbxGroup& root, const UUID& id);
 
+/// How many groups there are from `root` down to the one with the identifier, both included.
+[[nodiscard]] std::optional<std::size_t> levelOfGroup(const KdbxGroup& root, const UUID& id);
+
 /// How many entries `allEntries` would give.
 [[nodiscard]] std::int64_t totalEntryCount(const KdbxGroup& root);
 

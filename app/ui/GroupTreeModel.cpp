@@ -20,7 +20,7 @@ void GroupTreeModel::show(const std::optional<KdbxDatabase>& database) {
     show(database, {});
 }
 
-void GroupTreeModel::showTargets(const std::optional<KdbxDatabase>& database, const std::optional<UUID>& moving) {
+void GroupTreeModel::showTargets(const std::optional<KdbxDatabase>& database, const std::optional<Moving>& moving) {
     m_canFold = false;
     show(database, {.isUnfolded = true, .without = moving});
 }
@@ -59,9 +59,11 @@ std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root, c
             rows.push_back({group, depth, parent, 0});
         rows[row].entryCount += static_cast<std::int64_t>(group->entries.size());
         const bool isUnfolded = extent.isUnfolded || group->isExpanded;
+        const auto subgroupsLevel = static_cast<std::size_t>(depth) + 2;
+        const bool canBeShown = !extent.without || subgroupsLevel <= extent.without->deepestParentLevel;
         for (auto child = group->groups.size(); child > 0; --child)
-            if (const auto& subgroup = group->groups[child - 1]; subgroup.id != extent.without)
-                waiting.push_back({&subgroup, depth + 1, row, isShown && isUnfolded});
+            if (const auto& subgroup = group->groups[child - 1]; !extent.without || subgroup.id != extent.without->id)
+                waiting.push_back({&subgroup, depth + 1, row, isShown && isUnfolded && canBeShown});
     }
     for (auto row = rows.size(); row > 1; --row)
         rows[rows[row - 1].parent].entryCount += rows[row - 1].entryCount;

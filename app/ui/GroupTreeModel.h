@@ -19,9 +19,14 @@ public:
 
     /// Shows a vault's groups, and holds the vault for as long as they show.
     void show(const std::optional<KdbxDatabase>& database);
-    /// Shows all groups, folded up or not, to choose one from, but for a group that is about to move and what it holds.
-    /// Here none can be folded.
-    void showTargets(const std::optional<KdbxDatabase>& database, const std::optional<UUID>& moving);
+    /// A group that is about to move.
+    struct Moving {
+        UUID id;
+        std::size_t deepestParentLevel;  // as of `AppState`
+    };
+    /// Shows all groups, folded up or not, to choose one from, but for a group that is about to move, what it holds,
+    /// and where it would go too deep. Here none can be folded.
+    void showTargets(const std::optional<KdbxDatabase>& database, const std::optional<Moving>& moving);
 
     [[nodiscard]] const KdbxGroup& group(int row) const { return *m_rows[static_cast<std::size_t>(row)].group; }
     [[nodiscard]] std::optional<int> rowOf(const UUID& id) const;
@@ -44,7 +49,7 @@ private:
     /// Which of the groups are shown.
     struct Extent {
         bool isUnfolded = false;
-        std::optional<UUID> without;
+        std::optional<Moving> without;
     };
 
     void show(const std::optional<KdbxDatabase>& database, const Extent& extent);

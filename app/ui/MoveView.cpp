@@ -3,7 +3,6 @@
 
 #include "app/state/GroupTree.h"
 #include "app/ui/GroupRowDelegate.h"
-#include "app/ui/GroupTreeModel.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
@@ -68,7 +67,7 @@ void MoveView::showTargets() {
     const auto place = chosen() ? chosen() : present();
     if (!present())
         return emit dismissed();
-    m_model->showTargets(m_state.database(), m_subject.groupID);
+    m_model->showTargets(m_state.database(), movingGroup());
     m_list->setCurrentIndex(m_model->index(m_model->rowOf(*place).value_or(0)));
     showConfirm();
 }
@@ -77,6 +76,12 @@ void MoveView::showTargets() {
 void MoveView::showConfirm() {
     const auto target = chosen();
     setConfirmEnabled(target && isSomethingElsewhere(*target));
+}
+
+std::optional<GroupTreeModel::Moving> MoveView::movingGroup() const {
+    if (!m_subject.groupID)
+        return std::nullopt;
+    return GroupTreeModel::Moving{*m_subject.groupID, m_state.deepestParentLevel(*m_subject.groupID)};
 }
 
 QString MoveView::subjectText() const {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/GroupTreeModel.h"
 #include "app/ui/MoveCommands.h"
 #include "app/ui/components/Sheet.h"
 
-class GroupTreeModel;
 class RowListView;
 
 /// The sheet that asks for the group that entries, or a group, are to be moved to: the whole tree to choose from, but
@@ -24,6 +24,7 @@ private:
     void connectControls();
     void showTargets();
     void showConfirm();
+    [[nodiscard]] std::optional<GroupTreeModel::Moving> movingGroup() const;
     [[nodiscard]] QString subjectText() const;
     [[nodiscard]] std::optional<UUID> present() const;
     [[nodiscard]] std::optional<UUID> chosen() const;

@@ -5,6 +5,7 @@
 #include "core/model/KdbxError.h"
 
 #include <algorithm>
+#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -102,7 +103,7 @@ bool fitsWithItsEntries(const KdbxGroup& group, std::size_t level) {
 }  // namespace
 
 // By a list of the groups to look at and not by recursion: what is too deep may be deeper than the stack.
-void require(const KdbxGroup& group, std::size_t level) {
+bool fits(const KdbxGroup& group, std::size_t level) {
     struct Waiting {
         const KdbxGroup* group;
         std::size_t level;
@@ -112,10 +113,23 @@ void require(const KdbxGroup& group, std::size_t level) {
         const auto next = waiting.back();
         waiting.pop_back();
         if (!fitsWithItsEntries(*next.group, next.level))
-            throw KdbxError::nestedTooDeep();
+            return false;
         for (const auto& subgroup : next.group->groups)
             waiting.push_back({&subgroup, next.level + 1});
     }
+    return true;
+}
+
+// What fits at a level fits at each above it.
+std::size_t deepestLevelFor(const KdbxGroup& group) {
+    const auto levels = std::views::iota(std::size_t{1}, static_cast<std::size_t>(deepestElement));
+    const auto tooDeep = std::ranges::partition_point(levels, [&](std::size_t level) { return fits(group, level); });
+    return static_cast<std::size_t>(tooDeep - levels.begin());
+}
+
+void require(const KdbxGroup& group, std::size_t level) {
+    if (!fits(group, level))
+        throw KdbxError::nestedTooDeep();
 }
 
 void require(const KdbxEntry& entry, std::size_t level) {

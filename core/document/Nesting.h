@@ -17,8 +17,14 @@ inline constexpr int depthOfRootGroup = 3;
 /// How far below a group or an entry the writer goes by itself (`Times`, `CreationTime`), whatever was read there.
 inline constexpr int depthWrittenBelow = 2;
 
-/// Makes sure that a group, with all that is in it, can be read again as the `level`th group from the top; the root
-/// group is the first.
+/// Whether a group, with all that is in it, can be read again as the `level`th group from the top; the root group is
+/// the first.
+[[nodiscard]] bool fits(const KdbxGroup& group, std::size_t level);
+
+/// The deepest level at which a group fits; 0 where none is high enough.
+[[nodiscard]] std::size_t deepestLevelFor(const KdbxGroup& group);
+
+/// Makes sure that a group fits.
 ///
 /// @throws KdbxError nestedTooDeep.
 void require(const KdbxGroup& group, std::size_t level);

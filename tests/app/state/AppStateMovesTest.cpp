@@ -115,6 +115,59 @@ TEST_F(AppStateMovesTest, aGroupCannotBePutIntoWhatItHolds) {
     EXPECT_TRUE(state->canMoveGroup(servers().id, home().id));
 }
 
+/// Groups within each other down to the `level`th from the top, each of which has its level as its name.
+KdbxGroup groupsDownTo(int level) {
+    auto group = groupNamed(std::to_string(level));
+    while (--level > 1) {
+        auto parent = groupNamed(std::to_string(level));
+        parent.groups = {std::move(group)};
+        group = std::move(parent);
+    }
+    return group;
+}
+
+TEST_F(AppStateMovesTest, aGroupGoesNoDeeperThanCanBeOpenedAgain) {
+    state->edit("Adım", [](KdbxDatabase& database) { database.root.groups.append(groupsDownTo(2495)); });
+    const auto* deep = &root().groups[3];
+    while (deep->name != "2494")
+        deep = &deep->groups[0];
+    const auto deepest = deep->groups[0].id;  // takes a group, but none that holds another
+    const auto above = deep->id;
+
+    EXPECT_FALSE(state->canMoveGroup(work().id, deepest));
+    EXPECT_TRUE(state->canMoveGroup(home().id, deepest));
+    EXPECT_TRUE(state->canMoveGroup(work().id, above));
+    EXPECT_EQ(state->deepestParentLevel(work().id), 2494U);
+    EXPECT_EQ(state->deepestParentLevel(home().id), 2495U);
+
+    state->moveGroupTo(work().id, deepest);
+    EXPECT_EQ(state->lastError(),
+              "Gruplar ve kayıtlar bu kadar derin iç içe geçemez; böyle bir kasa bir daha açılamaz.");
+    EXPECT_EQ(state->undoLabel(), "Adım");
+    EXPECT_EQ(work().name, "İş");
+
+    state->setLastError(std::nullopt);
+    state->moveGroupTo(work().id, above);
+    state->save();
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_FALSE(state->isDirty());
+}
+
+TEST_F(AppStateMovesTest, theHistoriesOfAGroupsEntriesCountForItsDepth) {
+    state->edit("Adım", [](KdbxDatabase& database) {
+        auto& home = database.root.groups.mutableAt(1);
+        home.entries = {entryNamed("Eski")};
+        database.root.groups.append(groupsDownTo(2493));
+    });
+    EXPECT_EQ(state->deepestParentLevel(home().id), 2494U);
+
+    auto entry = home().entries[0];
+    entry.title = "Yeni";
+    state->updateEntry(entry);
+
+    EXPECT_EQ(state->deepestParentLevel(home().id), 2492U) << "the entry has a history now";
+}
+
 TEST_F(AppStateMovesTest, aGroupThatIsLastInItsParentStaysThere) {
     state->moveGroupTo(servers().id, work().id);
     EXPECT_FALSE(state->canUndo());
@@ -160,6 +213,7 @@ TEST_F(AppStateMovesTest, aLockedVaultHasNothingToMove) {
     state->shiftGroup(group, Shift::up);
     EXPECT_TRUE(state->isLocked());
     EXPECT_FALSE(state->canMoveGroup(group, target));
+    EXPECT_EQ(state->deepestParentLevel(group), 0U);
 }
 
 }  // namespace

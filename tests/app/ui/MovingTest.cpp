@@ -56,6 +56,28 @@ protected:
     }
 };
 
+TEST_F(MovingTest, aGroupThatWouldGoTooDeepIsNoTarget) {
+    state->edit("Adım", [](KdbxDatabase& database) {
+        auto group = groupNamed("2495");
+        for (int level = 2494; level > 1; --level) {
+            auto parent = groupNamed(std::to_string(level));
+            parent.groups = {std::move(group)};
+            group = std::move(parent);
+        }
+        database.root.groups.append(std::move(group));
+    });
+    QCoreApplication::processEvents();
+    state->setSelectedGroupID(work().id);  // it holds a group
+    const auto last = static_cast<int>(textsOf(groups()).size()) - 1;
+    ASSERT_EQ(textsOf(groups())[static_cast<std::size_t>(last)], "2495");
+
+    command("Grubu Taşı…").trigger();
+    EXPECT_EQ(textsOf(targets()).back(), "2494");
+    groups().scrollToBottom();
+    EXPECT_FALSE(dragGroup(work().id, last));
+    EXPECT_TRUE(dragGroup(work().groups[0].id, last)) << "it holds nothing";
+}
+
 TEST_F(MovingTest, theSheetShowsAllGroupsAndBeginsAtThePresentOne) {
     click(entries(), 0);
     command("Gruba Taşı…").trigger();
