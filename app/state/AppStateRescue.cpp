@@ -4,6 +4,8 @@
 #include "app/state/GroupTree.h"
 #include "core/model/KdbxError.h"
 
+#include <utility>
+
 namespace {
 
 constexpr const char* restoreLabel = "Saklananı Geri Getir";
@@ -18,6 +20,20 @@ std::string reasonText() {
         return error.errorDescription();
     } catch (...) {
         return failureText();
+    }
+}
+
+/// Applies a form to the vault. What does not fit into it, as it would go too deep, is no reason to lose the rest: the
+/// vault is then as it was.
+bool applies(const AppState::FormContent& form, KdbxDatabase& database) {
+    try {
+        auto changed = database;
+        if (!form(changed))
+            return false;
+        database = std::move(changed);
+        return true;
+    } catch (const KdbxError&) {
+        return false;
     }
 }
 
@@ -57,7 +73,7 @@ void AppState::keepUnsaved() noexcept {
         return;
     try {
         auto database = *m_database;
-        const bool hasForm = m_formContent && m_formContent(database);
+        const bool hasForm = m_formContent && applies(m_formContent, database);
         if (hasForm)
             m_rescues->keep(database, RescueKeeper::Content::ofAForm);
         else if (m_isDirty)

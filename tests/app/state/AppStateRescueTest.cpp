@@ -452,6 +452,19 @@ TEST_F(AppStateRescueTest, aFormComesOnTopOfWhatTheLockSaved) {
     EXPECT_EQ(titlesOf(root().entries), (std::vector<std::string>{"Kaydedilen", "Posta", "Yazılıyordu"}));
 }
 
+TEST_F(AppStateRescueTest, aFormThatWouldGoTooDeepIsNoReasonToLoseTheRest) {
+    changeUnsaved();
+    state->setRoute(AppState::Route::newEntry(root().id));
+    state->setFormContent([](KdbxDatabase& database) -> bool {
+        database.root.entries.mutableAt(0).title = "Yarım";
+        throw KdbxError::nestedTooDeep();
+    });
+
+    state->prepare(otherFile);
+
+    EXPECT_EQ(titleInCopy(), "Değişmiş");
+}
+
 TEST_F(AppStateRescueTest, aFormWithoutAChangeKeepsNothing) {
     unlock();
     state->setRoute(AppState::Route::editEntry(bank().id));
