@@ -146,7 +146,9 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
 void AppState::lock() {
     if (m_isLocked)
         return;
-    m_services.autoTyping.stop();  // first: what follows may take its time
+    // First, since what follows may take its time. A run stays ended where the lock is given up: half a password would
+    // go on into whatever the user has gone to meanwhile.
+    m_services.autoTyping.stop();
     if (isPutOff(Wish::lock))
         return;
     const Step step(*this);

@@ -208,6 +208,40 @@ TEST_F(AppStateDerivationTest, aChangeThatIsMadeDuringASaveIsStillUnsavedAfterIt
     EXPECT_TRUE(state->isDirty());
 }
 
+TEST_F(AppStateDerivationTest, aLockThatIsGivenUpLeavesWhatIsShownAndCopied) {
+    unlockDirty();
+    const auto entry = root().entries[1].id;
+    state->setSearchText("posta");
+    state->setSelectedEntryIDs({entry});
+    state->setRoute(AppState::Route::editEntry(entry));
+    state->setLastError("Bir hata.");
+    clipboard.copySecret("gizli");
+    giveUpTheNext();
+
+    state->lock();
+
+    EXPECT_EQ(state->searchText(), "posta");
+    EXPECT_EQ(state->selectedEntryIDs(), std::set{entry});
+    EXPECT_TRUE(state->route());
+    EXPECT_EQ(state->lastError(), "Bir hata.");
+    EXPECT_EQ(pasteboard.text(), "gizli");
+    EXPECT_TRUE(rescues.contents.empty()) << "nothing has ended";
+}
+
+TEST_F(AppStateDerivationTest, typingEndsWithALockAlsoWhereThatIsGivenUp) {
+    unlockDirty();
+    const auto stops = autoTyping.stops;
+    duringTheNext([&] {
+        EXPECT_EQ(autoTyping.stops, stops + 1) << "before the wait";
+        state->giveUpDerivation();
+    });
+
+    state->lock();
+
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_EQ(autoTyping.stops, stops + 1);
+}
+
 TEST_F(AppStateDerivationTest, aChangeThatIsMadeDuringALockIsSavedToo) {
     unlockDirty();
     duringTheNext([&] { rename("Daha yeni"); });
