@@ -502,15 +502,10 @@ TEST_F(AppStateRescueTest, aFormIsKeptAlsoWhereTheVaultIsKeptAlready) {
 }
 
 TEST_F(AppStateRescueTest, withoutAStoreASessionGoesOnAsEver) {
-    state.emplace(AppState::Services{.preferences = *preferences,
-                                     .files = files,
-                                     .bookmarks = bookmarks,
-                                     .scheduler = clock,
-                                     .background = background,
-                                     .clipboard = clipboard,
-                                     .codec = codec.doors(),
-                                     .workspace = workspace,
-                                     .autoTyping = autoTyping});
+    auto withoutStore = services(autoTyping);
+    withoutStore.rescues = nullptr;
+    withoutStore.rescueWork = nullptr;
+    state.emplace(withoutStore);
     changeUnsaved();
     state->restoreRescue();
     state->deleteRescue();

@@ -25,15 +25,7 @@ protected:
         vault.root.entries.mutableAt(0).username = "ali";
         vault.root.entries.mutableAt(0).password = SecureString("gizli");
         putVault(vault);
-        state.emplace(AppState::Services{.preferences = *preferences,
-                                         .files = files,
-                                         .bookmarks = bookmarks,
-                                         .scheduler = clock,
-                                         .background = background,
-                                         .clipboard = clipboard,
-                                         .codec = codec.doors(),
-                                         .workspace = workspace,
-                                         .autoTyping = autoType});
+        state.emplace(services(autoType));
         hotKey.emplace(GlobalHotKey::Services{.hotKeys = desktop.hotKeys,
                                               .scheduler = clock,
                                               .autoType = autoType,

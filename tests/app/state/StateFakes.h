@@ -329,17 +329,22 @@ protected:
     void launch() {
         state.reset();
         preferences.emplace(settings, clipboard);
-        state.emplace(AppState::Services{.preferences = *preferences,
-                                         .files = files,
-                                         .bookmarks = bookmarks,
-                                         .scheduler = clock,
-                                         .background = background,
-                                         .clipboard = clipboard,
-                                         .codec = codec.doors(),
-                                         .workspace = workspace,
-                                         .autoTyping = autoTyping,
-                                         .rescues = &rescues,
-                                         .rescueWork = &rescueWork});
+        state.emplace(services(autoTyping));
+    }
+
+    /// The world of fakes, with one that types in it.
+    AppState::Services services(AutoTyping& typing) {
+        return {.preferences = *preferences,
+                .files = files,
+                .bookmarks = bookmarks,
+                .scheduler = clock,
+                .background = background,
+                .clipboard = clipboard,
+                .codec = codec.doors(),
+                .workspace = workspace,
+                .autoTyping = typing,
+                .rescues = &rescues,
+                .rescueWork = &rescueWork};
     }
 
     void putVault(const KdbxDatabase& database) {
