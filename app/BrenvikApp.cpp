@@ -5,6 +5,7 @@
 #include "app/ui/EnterKeyName.h"
 #include "app/ui/FontRegistrar.h"
 #include "app/ui/components/Motion.h"
+#include "app/ui/components/ShownSecrets.h"
 #include "core/container/KdbxFile.h"
 #include "core/container/KdbxTransformedKey.h"
 #include "core/primitives/Sha2.h"
@@ -120,6 +121,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
         if (!m_clipboard.hasPendingSecret())
             leaveNoTraces();
     });
+    m_secretsEnd = ShownSecrets::observeEnd([this] { leaveNoTraces(); });
     m_window->show();
 }
 
@@ -140,12 +142,14 @@ void BrenvikApp::leaveNothingUnused() {
         });
 }
 
-/// Once a secret is no longer shown or on the clipboard: each paste has gone through more memory than the clipboard's.
+/// Once a secret is no longer shown or on the clipboard: what was pasted and what was read out went through more memory
+/// than ours, also what was asked for just before.
 void BrenvikApp::leaveNoTraces() {
-    m_scheduler.after(0s, [] {
-        DesktopTraces::wipe();
-        UnusedMemory::wipeStack();
-    });
+    for (const auto wait : {0s, 1s})
+        m_scheduler.after(wait, [] {
+            DesktopTraces::wipe();
+            UnusedMemory::wipeStack();
+        });
 }
 
 void BrenvikApp::launch() {

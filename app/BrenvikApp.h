@@ -62,4 +62,5 @@ private:
     GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
     Observers::Subscription m_clipboardEnd;
+    Observers::Subscription m_secretsEnd;
 };

@@ -13,6 +13,7 @@ import subprocess
 import desktop
 import testcase
 from AutoTypeTest import Terminal, helper
+from DerivationTest import changed_header, parameter
 from desktop import act, click, press, text_of, type_text, wait_for
 from testcase import DesktopTest, clipboard_text, entries_of
 
@@ -25,6 +26,9 @@ def secret(length):
 
 
 class MemoryTest(DesktopTest):
+    # What is typed waits before its end, so that there is time to look.
+    settings_at_start = {"defaultAutoTypeSequence": "{USERNAME}{TAB}{PASSWORD}{DELAY 2000}{ENTER}"}
+
     def setUp(self):
         self.secrets = {}
         self.file_secrets = {}
@@ -147,11 +151,13 @@ class MemoryTest(DesktopTest):
         self.program.is_gone("dialog", "Parola üreteci")
         self.secrets["copied-password"] = clipboard_text().encode()
 
-    def auto_type(self):
+    def auto_type(self, meanwhile=lambda: None):
         terminal = Terminal("Haberler")
         try:
             click(self.program.row("Kayıtlar", "Uzun"), from_left=0.4)
             press("ctrl+shift+v")
+            wait_for(lambda: terminal.typed().encode().endswith(self.secrets["Uzun-password"]), "the password typed")
+            meanwhile()
             wait_for(lambda: terminal.typed().endswith("\r"), "the entry typed")
         finally:
             terminal.stop()
@@ -199,19 +205,29 @@ class MemoryTest(DesktopTest):
         self.select_entry("Uzun")
         self.shows_no_password("at first")
         self.of_field("Göster", "Parola")
+        self.shows_few_copies("shown", 0)  # put together when it is painted
         self.program.node("label", self.secrets["Uzun-password"].decode())
         self.of_field("Gizle", "Parola")
         self.shows_no_password("hidden again")
         press("ctrl+c")
-        self.shows_a_password("copied")
+        self.shows_few_copies("copied", 1)
+        wait_for(lambda: clipboard_text().encode() == self.secrets["Uzun-password"], "the password pasted")
+        self.shows_few_copies("pasted", 2)  # and what the display's connection has sent
         press("ctrl+shift+k")
         self.shows_no_password("taken off the clipboard")
-        self.auto_type()
+        self.auto_type(meanwhile=lambda: self.shows_few_copies("while it is typed", 1))
         self.shows_no_password("typed")
         press("ctrl+e")
         self.program.button("Alan ekle")
+        self.shows_few_copies("in an editor", 1)
         act(self.program.button("Göster", within=self.program.node("password text", "Parola")))
-        self.shows_a_password("shown in the editor")
+        self.shows_few_copies("shown in an editor", 2)  # the text and its layout
+        press("Escape")
+        self.program.is_gone("push button", "Vazgeç")
+        self.shows_no_password("the editor given up")
+        press("ctrl+e")
+        self.program.button("Alan ekle")
+        act(self.program.button("Göster", within=self.program.node("password text", "Parola")))
         self.retype(self.program.node("text", "Kullanıcı adı"), "later-user-name", SHORT)
         self.program.push("Kaydet")
         self.program.is_gone("push button", "Vazgeç")
@@ -222,9 +238,10 @@ class MemoryTest(DesktopTest):
     def copies_of_passwords(self):
         return [row for row in self.found() if row[0] in ("Kısa-password", "Uzun-password")]
 
-    def shows_a_password(self, when):
-        rows = wait_for(self.copies_of_passwords, f"the password {when}")
-        print(f"{when}: {[row[1:3] for row in rows]}")
+    def shows_few_copies(self, when, most):
+        """The scan counts a long secret once for each eight letters."""
+        wait_for(lambda: sum(int(row[2]) for row in self.copies_of_passwords()) <= most * LONG / SHORT,
+                 f"{most} copies of the password {when}", patience=5)
 
     def shows_no_password(self, when):
         wait_for(lambda: not self.copies_of_passwords(), f"no password {when}", patience=5)
@@ -251,6 +268,23 @@ class MemoryTest(DesktopTest):
         self.program.focus_is_on("Ana parola")
         # What was copied stays for its time, and can be pasted until then; each look is such a paste.
         wait_for(lambda: clipboard_text() == "", "the countdown's end", patience=20)
+        self.nothing_is_left()
+
+    def test_a_derivation_that_is_given_up_leaves_nothing(self):
+        changed_header(self.vault, lambda parameters: parameter(parameters, "R", "<Q", 2 ** 60))
+        given_up = self.new("given-up-password", LONG)
+        for give_up in (lambda: press("Escape"), lambda: self.program.push("Vazgeç")):
+            self.open_vault(given_up)
+            self.program.node("progress bar", "Anahtar türetiliyor")
+            give_up()
+            self.program.is_gone("progress bar", "Anahtar türetiliyor")
+            self.program.push("Kaldır")
+            self.program.push("Gizle")
+        other = self.program.home / "Başka.kdbx"
+        subprocess.run([testcase.options.demo_vault, other], check=True)
+        press("ctrl+o")
+        self.answer_file_panel(other)
+        self.shows("Başka.kdbx")
         self.nothing_is_left()
 
     def test_a_failed_unlock_leaves_nothing(self):

@@ -4,6 +4,7 @@
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
+#include "app/ui/components/ShownSecrets.h"
 #include "core/model/SecureString.h"
 
 #include <QAction>
@@ -42,6 +43,8 @@ SecretField::SecretField(const QString& name, QWidget* parent)
 SecretField::~SecretField() {
     const QSignalBlocker quiet(this);  // who listened may be half gone already
     setSecret(QString());
+    if (m_isRevealed)
+        ShownSecrets::noteEnd();
 }
 
 void SecretField::setRevealed(bool isRevealed) {
@@ -49,6 +52,8 @@ void SecretField::setRevealed(bool isRevealed) {
         return;
     m_isRevealed = isRevealed;
     showRevealed();
+    if (!isRevealed)
+        ShownSecrets::noteEnd();
     emit revealedChanged(isRevealed);
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/state/WipedAtEnd.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/ShownSecrets.h"
 #include "core/text/Text.h"
 
 #include <QAccessible>
@@ -86,8 +87,15 @@ SecretText::SecretText(SecureString secret, Dots dots, const QString& field, QWi
     setSecret(std::move(secret));
 }
 
+SecretText::~SecretText() {
+    if (m_isRevealed)
+        ShownSecrets::noteEnd();
+}
+
 void SecretText::setSecret(SecureString secret) {
     m_secret = std::move(secret);
+    if (m_isRevealed)
+        ShownSecrets::noteEnd();
     auto text = m_secret.value();
     const WipedAtEnd textEnd(text);
     m_dotCount = std::clamp(Text::characterCount(text), m_dots.fewest, m_dots.most);
@@ -105,6 +113,8 @@ void SecretText::setRevealed(bool isRevealed) {
         return;
     m_isRevealed = isRevealed;
     showAnew();
+    if (!isRevealed)
+        ShownSecrets::noteEnd();
 }
 
 void SecretText::showAnew() {

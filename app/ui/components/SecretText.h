@@ -23,6 +23,7 @@ public:
 
     /// `field` is the accessible description; the name is what shows.
     SecretText(SecureString secret, Dots dots, const QString& field, QWidget* parent = nullptr);
+    ~SecretText() override;
 
     /// Shows another secret in its place.
     void setSecret(SecureString secret);
