@@ -15,6 +15,7 @@ import testcase
 from AutoTypeTest import Terminal, helper
 from DerivationTest import changed_header, parameter
 from desktop import act, click, press, text_of, type_text, wait_for
+from RescueTest import OFFER
 from testcase import DesktopTest, clipboard_text, entries_of
 
 SHORT, LONG = 8, 64
@@ -269,6 +270,43 @@ class MemoryTest(DesktopTest):
         # What was copied stays for its time, and can be pasted until then; each look is such a paste.
         wait_for(lambda: clipboard_text() == "", "the countdown's end", patience=20)
         self.nothing_is_left()
+
+    def test_what_is_kept_unsaved_leaves_nothing(self):
+        self.open_vault()
+        self.unlocks()
+        self.select_entry("Uzun")
+        self.edit(LONG)
+        copies = self.program.home / "state" / "brenvik"
+        wait_for(lambda: any(copies.glob("*.kdbx")), "a copy of what is unsaved")
+        self.change_a_form("dropped-password")
+        self.program.choose("Dosya", "Kasayı Kilitle")
+        self.program.focus_is_on("Ana parola")
+        self.keys_of_the_file("saved")
+        self.nothing_is_left()
+        self.open_again()
+        self.program.push("Geri getir")
+        self.program.is_gone("push button", "Geri getir")
+        self.change_a_form("form-password")
+        self.program.choose("Dosya", "Kasayı Kilitle")
+        self.program.focus_is_on("Ana parola")
+        self.keys_of_the_file("later")
+        self.open_again()
+        self.program.push("Sil", within=self.program.node("notification", OFFER))
+        self.program.is_gone("push button", "Geri getir")
+        press("ctrl+l")
+        self.program.focus_is_on("Ana parola")
+        self.nothing_is_left()
+
+    def change_a_form(self, name):
+        self.select_entry("Uzun")
+        press("ctrl+e")
+        self.program.button("Alan ekle")
+        act(self.program.button("Göster", within=self.program.node("password text", "Parola")))
+        self.retype(self.program.node("text", "Parola"), name, LONG)
+
+    def open_again(self):
+        self.open_vault()
+        self.unlocks()
 
     def test_a_derivation_that_is_given_up_leaves_nothing(self):
         changed_header(self.vault, lambda parameters: parameter(parameters, "R", "<Q", 2 ** 60))
