@@ -30,7 +30,9 @@ void IconButton::setSymbol(const QString& name) {
 void IconButton::setTip(const QString& tip) {
     setToolTip(tip);
     const auto text = tip.toStdString();
-    const auto heard = QString::fromStdString(KeyNames::withoutSigns(text, KeyNames::ofSigns(text)));
+    const auto names = KeyNames::ofSigns(text);
+    m_keyNames = QString::fromStdString(names);
+    const auto heard = QString::fromStdString(KeyNames::withoutSigns(text, names));
     setAccessibleName(heard);
     if (heard != tip)
         setAccessibleDescription(heard);  // or the tooltip would be heard for it

@@ -17,6 +17,8 @@ public:
     void setSymbol(const QString& name);
     /// The tooltip, and with it the accessible name.
     void setTip(const QString& tip);
+    /// Of the keys that the tooltip writes in signs: "Ctrl+I" for "Yeni kayıt (⌘I)". Empty where it writes none.
+    [[nodiscard]] const QString& keyNames() const noexcept { return m_keyNames; }
     void setTint(const QColor& colour);
     /// Side of the button and of the symbol in it, in points.
     void setSides(int button, int symbol);
@@ -37,6 +39,7 @@ protected:
 
 private:
     QString m_symbol;
+    QString m_keyNames;
     QColor m_tint;
     int m_side;
     int m_symbolSide = 16;

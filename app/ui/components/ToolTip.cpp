@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/ToolTip.h"
 
+#include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Bidi.h"
+#include "app/ui/components/IconButton.h"
 #include "app/ui/components/Painting.h"
+#include "core/autotype/KeyNames.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -46,25 +49,6 @@ QString shortened(const QString& text) {
     return text.size() <= mostLetters ? text : text.left(mostLetters) + QChar(0x2026);
 }
 
-/// Lays out one line of the text, broken where it is wider than the panel may be; its size.
-QSizeF layOut(QTextLayout& lines, const QString& text) {
-    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    lines.setText(Bidi::withQuotesIsolated(text));
-    lines.setTextOption(option);
-    lines.setFont(BrandFont::secondary());
-    lines.beginLayout();
-    QSizeF size;
-    for (auto line = lines.createLine(); line.isValid(); line = lines.createLine()) {
-        line.setLineWidth(widestLine);
-        line.setPosition(QPointF(0, size.height()));
-        size = {std::max(size.width(), line.naturalTextWidth()), size.height() + std::ceil(line.height())};
-    }
-    lines.endLayout();
-    return size;
-}
-
 /// Answers the events of all widgets.
 class Hints final : public QObject {
 public:
@@ -84,7 +68,9 @@ private:
         auto* const widget = qobject_cast<QWidget*>(watched);
         if (widget == nullptr || widget->toolTip().isEmpty())
             return false;
-        ToolTip::show(widget->toolTip(), *widget, widget->rect());
+        // Any other tooltip may be a text of the vault's, which is shown as it is.
+        const auto* const button = qobject_cast<const IconButton*>(widget);
+        ToolTip::show(widget->toolTip(), *widget, widget->rect(), button ? button->keyNames() : QString());
         return true;
     }
 
@@ -119,14 +105,14 @@ void ToolTip::install(QApplication& application) {
     application.installEventFilter(new Hints(&application));
 }
 
-void ToolTip::show(const QString& text, QWidget& owner, const QRect& part) {
+void ToolTip::show(const QString& text, QWidget& owner, const QRect& part, const QString& keyNames) {
     const QRect area(owner.mapToGlobal(part.topLeft()), part.size());
     if (present().panel && present().text == text && present().area == area)
         return;
     hideNow();
     if (text.isEmpty())
         return;
-    auto* const panel = new ToolTip(text, owner);
+    auto* const panel = new ToolTip(text, keyNames, owner);
     present() = {.panel = panel, .owner = &owner, .text = text, .area = area};
     panel->placeBeside(area);
     panel->setVisible(true);
@@ -140,23 +126,53 @@ void ToolTip::hideNow() {
     present() = {};
 }
 
-ToolTip::ToolTip(const QString& text, QWidget& owner)
+ToolTip::ToolTip(const QString& text, const QString& keyNames, QWidget& owner)
     : QWidget(owner.window(), Qt::ToolTip | Qt::BypassGraphicsProxyWidget),
-      m_lines(shortened(text).split(QLatin1Char('\n'))) {
+      m_lines(shortened(text).split(QLatin1Char('\n'))),
+      m_keyNames(keyNames) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
     Accessible::setRole(*this, QAccessible::ToolTip);
-    setAccessibleName(text);
+    setAccessibleName(keyNames.isEmpty() ? text
+                                         : qtText(KeyNames::withoutSigns(text.toStdString(), keyNames.toStdString())));
     QSizeF size;
-    for (const auto& line : m_lines) {
-        QTextLayout lines;
-        const auto part = layOut(lines, line);
+    for (qsizetype line = 0; line < m_lines.size(); ++line) {
+        QTextLayout layout;
+        const auto part = layOut(layout, line);
         size = {std::max(size.width(), part.width()), size.height() + part.height()};
     }
     resize(static_cast<int>(std::ceil(size.width())) + 2 * sidePadding, static_cast<int>(size.height()) + 2 * padding);
     startTimer(shortest + perLetter * std::min(text.size(), mostLetters));
+}
+
+/// Lays out one line of the text, broken where it is wider than the panel may be; its size.
+QSizeF ToolTip::layOut(QTextLayout& layout, qsizetype line) const {
+    const QString& text = m_lines[line];
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    const QString shown = Bidi::withQuotesIsolated(text);
+    layout.setText(shown);
+    if (!m_keyNames.isEmpty() && line + 1 == m_lines.size()) {
+        layout.setText(shown + QStringLiteral("  ") + m_keyNames);
+        QTextCharFormat soft;
+        soft.setForeground(Palette::textSoft);
+        layout.setFormats(
+            {{static_cast<int>(shown.size()), static_cast<int>(layout.text().size() - shown.size()), soft}});
+    }
+    layout.setTextOption(option);
+    layout.setFont(BrandFont::secondary());
+    layout.beginLayout();
+    QSizeF size;
+    for (auto part = layout.createLine(); part.isValid(); part = layout.createLine()) {
+        part.setLineWidth(widestLine);
+        part.setPosition(QPointF(0, size.height()));
+        size = {std::max(size.width(), part.naturalTextWidth()), size.height() + std::ceil(part.height())};
+    }
+    layout.endLayout();
+    return size;
 }
 
 /// Below it, or above where the screen ends; never over it, and inside the window where that has the room.
@@ -177,10 +193,10 @@ void ToolTip::paintEvent(QPaintEvent*) {
     Painting::roundedBox(painter, rect(), Radius::small, Palette::elevated, Palette::lineStrong);
     painter.setPen(Palette::text);
     double top = padding;
-    for (const auto& line : m_lines) {
-        QTextLayout lines;
-        const auto size = layOut(lines, line);
-        lines.draw(&painter, QPointF(sidePadding, top));
+    for (qsizetype line = 0; line < m_lines.size(); ++line) {
+        QTextLayout layout;
+        const auto size = layOut(layout, line);
+        layout.draw(&painter, QPointF(sidePadding, top));
         top += size.height();
     }
 }

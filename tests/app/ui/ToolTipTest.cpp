@@ -2,6 +2,8 @@
 #include "app/ui/components/ToolTip.h"
 
 #include "app/ui/ApplicationStyle.h"
+#include "app/ui/Theme.h"
+#include "app/ui/components/IconButton.h"
 
 #include <gtest/gtest.h>
 
@@ -79,6 +81,42 @@ TEST_F(ToolTipTest, itGoesWithTheNextKeyOrClickOrWhenThePointerLeaves) {
         end();
         EXPECT_EQ(shown(), nullptr);
     }
+}
+
+TEST_F(ToolTipTest, theNamesOfTheKeysStandBehindTheirSignsAndAreHeardInTheirPlace) {
+    IconButton lock(QStringLiteral("lock"), QStringLiteral("Kasayı kilitle (⌘L)"), &window);
+    lock.show();
+    rest(lock);
+    ASSERT_NE(shown(), nullptr);
+    EXPECT_EQ(shown()->accessibleName(), QStringLiteral("Kasayı kilitle (Ctrl+L)"));
+    const int withNames = shown()->width();
+    ToolTip::show(QStringLiteral("Kasayı kilitle (⌘L)"), button, button.rect());
+    EXPECT_EQ(withNames, shown()->width() + QFontMetrics(BrandFont::secondary()).horizontalAdvance("  Ctrl+L"));
+}
+
+TEST_F(ToolTipTest, theNamesOfTheKeysAreInSoftInk) {
+    IconButton lock(QStringLiteral("lock"), QStringLiteral("⌘L"), &window);
+    lock.show();
+    rest(lock);
+    ASSERT_NE(shown(), nullptr);
+    const auto picture = shown()->grab().toImage();
+    const auto brightest = [&](int from, int to) {
+        int most = 0;
+        for (int x = from; x < to; ++x)
+            for (int y = 3; y < picture.height() - 3; ++y)
+                most = std::max(most, qGray(picture.pixel(x, y)));
+        return most;
+    };
+    EXPECT_GT(brightest(4, 24), qGray(Palette::textSoft.rgb()) + 20);
+    EXPECT_LE(brightest(30, picture.width() - 4), qGray(Palette::textSoft.rgb()) + 8);
+}
+
+TEST_F(ToolTipTest, signsInATextOfTheVaultStayAsTheyAre) {
+    const auto text = QStringLiteral("Kopyala ⌘C, yapıştır ⌘V");
+    button.setToolTip(text);
+    rest(button);
+    ASSERT_NE(shown(), nullptr);
+    EXPECT_EQ(shown()->accessibleName(), text);
 }
 
 TEST_F(ToolTipTest, aControlWithoutTextHasNone) {
