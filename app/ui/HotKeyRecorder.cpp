@@ -37,25 +37,12 @@ QFont keyNamesFont() {
     return BrandFont::body(12);
 }
 
-QFont hintFont() {
-    return BrandFont::body(11);
-}
-
-QString hint() {
-    return HotKeyRecorder::tr("esc ile vazgeç");
-}
-
 QString recordingText() {
     return HotKeyRecorder::tr("Tuş kombinasyonuna bas…");
 }
 
 int recordingWidth() {
-    return symbolSide + gap + QFontMetrics(recordingFont()).horizontalAdvance(recordingText()) + Metric::s +
-           QFontMetrics(hintFont()).horizontalAdvance(hint());
-}
-
-Qt::Alignment lineOf(const QWidget& widget, Qt::Alignment side) {
-    return QStyle::visualAlignment(widget.layoutDirection(), side | Qt::AlignVCenter);
+    return symbolSide + gap + QFontMetrics(recordingFont()).horizontalAdvance(recordingText());
 }
 
 }  // namespace
@@ -151,11 +138,16 @@ void HotKeyRecorder::setRejected(bool isRejected) {
 void HotKeyRecorder::showCombination() {
     const HotKey hotKey{.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()};
     m_keyNames = qtText(m_hotKey.keyNames(hotKey));
-    setText(isRecording() ? recordingText() : qtText(HotKeyFormatter::describe(hotKey)));
+    m_signs = qtText(HotKeyFormatter::describe(hotKey));
+    setText(isRecording() ? recordingText() : m_signs);
     setAccessibleName(isRecording() ? recordingText() : m_keyNames);
     setAccessibleDescription(isRecording() ? hint() : m_note);
     updateGeometry();
     update();
+}
+
+QString HotKeyRecorder::hint() {
+    return tr("esc ile vazgeç");
 }
 
 void HotKeyRecorder::showKeyNames() {
@@ -179,8 +171,9 @@ void HotKeyRecorder::hideEvent(QHideEvent* event) {
     stopCapture();
 }
 
+/// The same at rest and while it records: nothing moves as one begins or ends.
 QSize HotKeyRecorder::sizeHint() const {
-    const int combinationWidth = QFontMetrics(combinationFont()).horizontalAdvance(text()) + Metric::s +
+    const int combinationWidth = QFontMetrics(combinationFont()).horizontalAdvance(m_signs) + Metric::s +
                                  QFontMetrics(keyNamesFont()).horizontalAdvance(m_keyNames);
     return {std::max(recordingWidth(), combinationWidth) + 2 * padding, Metric::controlHeight};
 }
@@ -216,21 +209,18 @@ void HotKeyRecorder::paintCombination(QPainter& painter) const {
 }
 
 void HotKeyRecorder::paintRecording(QPainter& painter) const {
-    const QRect room = rect().adjusted(padding, 0, -padding, 0);
+    const int textWidth = QFontMetrics(recordingFont()).horizontalAdvance(text());
+    const int left = (width() - symbolSide - gap - textWidth) / 2;
     const auto placed = [&](int from, int wide) {
-        return QStyle::visualRect(layoutDirection(), room, QRect(room.left() + from, 0, wide, height()));
+        return QStyle::visualRect(layoutDirection(), rect(), QRect(from, 0, wide, height()));
     };
-    const QRect symbol = placed(0, symbolSide);
+    const QRect symbol = placed(left, symbolSide);
     Symbol::paint(painter, QRectF(symbol.left(), (height() - symbolSide) / 2.0, symbolSide, symbolSide),
                   QStringLiteral("record.circle.fill"), Palette::accent);
     painter.setFont(recordingFont());
     painter.setPen(Palette::text);
-    const int textFrom = symbolSide + gap;
-    painter.drawText(placed(textFrom, room.width() - textFrom), static_cast<int>(lineOf(*this, Qt::AlignLeading)),
-                     text());
-    painter.setFont(hintFont());
-    painter.setPen(Palette::textSoft);
-    painter.drawText(room, static_cast<int>(lineOf(*this, Qt::AlignTrailing)), hint());
+    painter.drawText(placed(left + symbolSide + gap, textWidth),
+                     Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, text());
 }
 
 void HotKeyRecorder::enterEvent(QEnterEvent* event) {

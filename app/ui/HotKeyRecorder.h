@@ -10,7 +10,7 @@ class Preferences;
 
 /// Shows the hot key's combination, in signs and as the keys are labelled, and records another one: pressed, it takes
 /// every key press of the program until a combination with a modifier comes, or Escape. The hot key itself is given
-/// back meanwhile, or it could not be pressed here.
+/// back meanwhile, or it could not be pressed here. How to give up is said beside it, where its owner has the room.
 class HotKeyRecorder : public QAbstractButton {
     Q_OBJECT
 
@@ -21,6 +21,9 @@ public:
     [[nodiscard]] bool isRecording() const noexcept { return m_capture == Capture::recording; }
     /// Whether a key without modifiers was pressed since the last recording started.
     [[nodiscard]] bool isRejected() const noexcept { return m_isRejected; }
+
+    /// How a recording is given up.
+    [[nodiscard]] static QString hint();
 
     /// Reads anew how the keys are labelled, which the keyboard's layout decides.
     void showKeyNames();
@@ -65,6 +68,7 @@ private:
     GlobalHotKey& m_hotKey;
     Capture m_capture = Capture::none;
     bool m_isRejected = false;
-    QString m_keyNames;  // of the combination
+    QString m_signs;  // of the combination
+    QString m_keyNames;
     QString m_note;
 };

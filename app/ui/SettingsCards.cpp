@@ -17,6 +17,7 @@
 #include "core/autotype/AutoTypeService.h"
 
 #include <QSignalBlocker>
+#include <QStackedLayout>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -175,8 +176,18 @@ void HotKeyCard::arrange() {
     auto* const row = new QWidget;
     auto* const flow = new FlowLayout(Metric::s, row);
     flow->addWidget(m_recorder);
-    flow->addWidget(m_reset);
     m_reset->setSmall(true);
+    // The two take turns, so that nothing moves when a recording starts or ends.
+    auto* const hint = new QWidget;
+    auto* const line = new QHBoxLayout(hint);
+    line->setContentsMargins(Metric::s, 0, Metric::s, 0);
+    line->addWidget(new TextLabel(HotKeyRecorder::hint(), BrandFont::body(12), Palette::textSoft));
+    auto* const beside = new QWidget;
+    auto* const turns = new QStackedLayout(beside);
+    turns->addWidget(m_reset);
+    turns->addWidget(hint);
+    flow->addWidget(beside);
+    connect(m_recorder, &HotKeyRecorder::recordingChanged, turns, &QStackedLayout::setCurrentIndex);
     m_rejected->hide();
     m_refused->hide();
     content()->addLayout(texts);

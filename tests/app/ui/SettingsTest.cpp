@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/ui/HotKeyRecorder.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/SettingsView.h"
 #include "app/ui/components/FocusRing.h"
@@ -247,14 +248,40 @@ TEST_F(SettingsTest, fitsItsIdealSizeAndScrollsWhenSmaller) {
     EXPECT_EQ(view->size(), QSize(520, 620));
     EXPECT_EQ(view->minimumSize(), QSize(400, 360));
     auto* const bar = view->findChild<ScrollPage*>()->verticalScrollBar();
-    // The reset stands below the recorder where the keys' names leave no room beside it.
-    EXPECT_LE(bar->maximum(), 30);
+    EXPECT_EQ(bar->maximum(), 0);
     const int cardEnd = field(*view, sequenceName)->mapTo(&*view, field(*view, sequenceName)->rect().topRight()).x();
     view->resize(520, 400);
     QCoreApplication::processEvents();
     EXPECT_GT(bar->maximum(), 0);
     EXPECT_EQ(field(*view, sequenceName)->mapTo(&*view, field(*view, sequenceName)->rect().topRight()).x(), cardEnd)
         << "the bar narrows nothing";
+}
+
+TEST_F(SettingsTest, aRecordingMovesNothingAndSaysHowToGiveItUpInTheResetsPlace) {
+    open();
+    auto* const recorder = view->findChild<HotKeyRecorder*>();
+    auto* const reset = button(*view, "Varsayılana dön  (⌘⌥A)");
+    const auto placeOf = [&](const QWidget& widget) { return QRect(widget.mapTo(&*view, QPoint()), widget.size()); };
+    const QRect recorderPlace = placeOf(*recorder);
+    const QRect resetPlace = placeOf(*reset);
+    EXPECT_EQ(recorderPlace.center().y(), resetPlace.center().y()) << "they stand side by side";
+    EXPECT_FALSE(shows(*view, "esc ile vazgeç"));
+
+    recorder->click();
+    QCoreApplication::processEvents();
+
+    ASSERT_TRUE(shows(*view, "esc ile vazgeç"));
+    EXPECT_FALSE(reset->isVisible());
+    EXPECT_EQ(placeOf(*recorder), recorderPlace);
+    EXPECT_TRUE(resetPlace.contains(placeOf(*find<QLabel>(*view, "esc ile vazgeç"))));
+    EXPECT_EQ(view->findChild<ScrollPage*>()->verticalScrollBar()->maximum(), 0);
+
+    QTest::keyClick(recorder, Qt::Key_Escape);
+    QCoreApplication::processEvents();
+
+    EXPECT_FALSE(shows(*view, "esc ile vazgeç"));
+    EXPECT_EQ(placeOf(*recorder), recorderPlace);
+    EXPECT_EQ(placeOf(*reset), resetPlace);
 }
 
 TEST_F(SettingsTest, theWheelScrollsPastTheSliderUntilItHasTheFocus) {
