@@ -98,5 +98,6 @@ void RescueBanner::keyPressEvent(QKeyEvent* event) {
 void RescueBanner::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const auto card = rect().adjusted(Metric::m, Metric::m, -Metric::m, -Metric::m);
+    Painting::hairline(painter, QPointF(0, height() - Metric::hairline), width(), Qt::Horizontal, Palette::line);
     Painting::roundedBox(painter, card, Radius::card, Palette::surface, Palette::line);
 }

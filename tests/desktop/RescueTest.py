@@ -200,8 +200,16 @@ class OfferTest(RescueTest):
     def test_return_brings_it_back_and_the_focus_goes_where_keys_do_something(self):
         self.program.tab_to("Geri getir", key="shift+Tab")
         self.is_brought_back_by(lambda: press("Return"))
+        self.focus_is_in_a_list()
+
+    def focus_is_in_a_list(self):
         wait_for(lambda: self.program.focused() is not None
                  and self.program.focused().get_role_name() in ("list", "list item"), "the focus in a list")
+
+    def test_space_brings_it_back(self):
+        self.program.tab_to("Geri getir", key="shift+Tab")
+        self.is_brought_back_by(lambda: press("space"))
+        self.focus_is_in_a_list()
 
     def test_an_assistive_program_brings_it_back(self):
         self.is_brought_back_by(lambda: self.program.push("Geri getir"))
@@ -213,13 +221,44 @@ class OfferTest(RescueTest):
         self.shows("42 kayıt · kaydedilmedi")
         self.assertEqual(len(self.copies()), 1)
 
-    def test_deleting_it_is_for_good(self):
+    def is_deleted_by(self, act):
         with Announcements() as spoken:
-            self.program.push("Sil", self.program.node("notification", OFFER))
+            act()
             spoken.say("Saklanan değişiklikler silindi")
         self.program.is_gone("label", OFFER)
         self.assertEqual(self.copies(), [])
         self.shows("42 kayıt")
+
+    def delete_button(self):
+        return self.program.button("Sil", self.program.node("notification", OFFER))
+
+    def test_an_assistive_program_deletes_it_for_good(self):
+        button = self.delete_button()
+        self.is_deleted_by(lambda: desktop.act(button))
+
+    def test_the_button_deletes_it_for_good(self):
+        button = self.delete_button()
+        self.is_deleted_by(lambda: desktop.click(button))
+        self.focus_is_in_a_list()
+
+    def test_return_deletes_it_and_the_focus_goes_where_keys_do_something(self):
+        self.program.tab_to("Sil", key="shift+Tab")
+        self.is_deleted_by(lambda: press("Return"))
+        self.focus_is_in_a_list()
+
+    def test_space_deletes_it_for_good(self):
+        self.program.tab_to("Sil", key="shift+Tab")
+        self.is_deleted_by(lambda: press("space"))
+        self.focus_is_in_a_list()
+
+    def test_it_is_spoken_by_itself_and_leaves_the_focus_where_keys_do_something(self):
+        press("ctrl+l")
+        self.program.focus_is_on("Ana parola")
+        with Announcements() as spoken:
+            self.enter_password()
+            wait_for(lambda: any(OFFER.match(name or "") for name in spoken.heard()), "the offer spoken")
+            self.focus_is_in_a_list()
+            self.assertEqual(sum(bool(OFFER.match(name or "")) for name in spoken.heard()), 1)
 
     def test_what_is_not_decided_on_stays(self):
         self.program.end()
