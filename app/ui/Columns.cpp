@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/Columns.h"
 
-#include "app/state/Preferences.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/Divider.h"
 
-#include <QMouseEvent>
-#include <QSplitterHandle>
+#include <QApplication>
 
 #include <algorithm>
 #include <chrono>
-#include <functional>
+#include <utility>
 
 namespace {
 
@@ -41,19 +40,6 @@ ColumnWidths idealWidths(int width) {
             .entries = entryLimits.bound(entryLimits.ideal + entryShare * spare)};
 }
 
-/// A divider: a hairline that takes the pointer some points to either side.
-class Divider final : public QSplitterHandle {
-public:
-    Divider(QSplitter* columns, std::function<void()> doubleClicked)
-        : QSplitterHandle(Qt::Horizontal, columns), m_doubleClicked(std::move(doubleClicked)) {}
-
-protected:
-    void mouseDoubleClickEvent(QMouseEvent*) override { m_doubleClicked(); }
-
-private:
-    std::function<void()> m_doubleClicked;
-};
-
 }  // namespace
 
 Columns::Columns(Preferences& preferences, QWidget* groups, QWidget* entries, QWidget* detail, QWidget* parent)
@@ -66,6 +52,11 @@ Columns::Columns(Preferences& preferences, QWidget* groups, QWidget* entries, QW
     for (auto* const column : {groups, entries, detail})
         addWidget(column);
     setStretchFactor(2, 1);
+    for (const auto& [divider, name] :
+         {std::pair{1, tr("Grup sütununun genişliği")}, std::pair{2, tr("Kayıt sütununun genişliği")}}) {
+        handle(divider)->setAccessibleName(name);
+        handle(divider)->setAccessibleDescription(tr("Sol ve sağ oklarla değiştir; Enter bitirir, Esc vazgeçer."));
+    }
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingTime);
     connect(&m_settling, &QTimer::timeout, this, &Columns::storeDragged);
@@ -73,7 +64,11 @@ Columns::Columns(Preferences& preferences, QWidget* groups, QWidget* entries, QW
 }
 
 QSplitterHandle* Columns::createHandle() {
-    return new Divider(this, [this] { forgetDragged(); });
+    auto* const divider = new Divider(this);
+    connect(divider, &Divider::resetWanted, this, &Columns::forgetDragged);
+    connect(divider, &Divider::finished, this, &Columns::leaveDividers);
+    connect(divider, &Divider::cancelled, this, &Columns::takeBack);
+    return divider;
 }
 
 void Columns::resizeEvent(QResizeEvent* event) {
@@ -119,4 +114,36 @@ void Columns::forgetDragged() {
     m_settling.stop();
     m_preferences.setColumnWidths(std::nullopt);
     place();
+}
+
+void Columns::goToNextDivider() {
+    auto* const focus = QApplication::focusWidget();
+    int next = 1;
+    for (int i = 1; i < count(); ++i)
+        if (handle(i) == focus)
+            next = i + 1;
+    if (next == 1) {
+        m_focusBefore = focus;
+        m_widthsBefore = m_preferences.columnWidths();
+    }
+    while (next < count() && (handle(next)->isHidden() || widget(next - 1)->isHidden()))
+        ++next;
+    if (next < count())
+        handle(next)->setFocus(Qt::ShortcutFocusReason);
+    else
+        leaveDividers();
+}
+
+void Columns::takeBack() {
+    m_settling.stop();
+    m_preferences.setColumnWidths(m_widthsBefore);
+    place();
+    leaveDividers();
+}
+
+void Columns::leaveDividers() {
+    if (m_focusBefore && m_focusBefore->isVisible() && m_focusBefore->isEnabled())
+        m_focusBefore->setFocus(Qt::ShortcutFocusReason);
+    else
+        emit focusLost();
 }

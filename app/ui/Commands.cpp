@@ -95,6 +95,8 @@ void Commands::makeOtherCommands() {
     m_search = make(tr("Ara"), {Qt::CTRL | Qt::Key_F}, &Commands::isInReach, [this] { m_state.focusSearch(); });
     m_groupColumn = make({}, {Qt::Key_F9}, &Commands::isInReach, [this] { emit groupColumnToggled(); });
     showGroupColumn(true);
+    m_columnWidths =
+        make(tr("Sütun Genişliğini Ayarla"), {Qt::Key_F8}, &Commands::isInReach, [this] { emit columnWidthsWanted(); });
     m_about = make(tr("Brenvik Hakkında"), {}, &Commands::showsNoRoute, [this] { emit aboutWanted(); });
     m_about->setMenuRole(QAction::AboutRole);
 }
@@ -130,7 +132,7 @@ void Commands::fill(QMenuBar& bar) {
                         {m_newEntry, m_newGroup, m_edit, m_delete},
                         m_moves->all()});
     menu(tr("&Araçlar"), {{m_generate, m_clearClipboard}});
-    menu(tr("&Görünüm"), {{m_search}, {m_groupColumn}});
+    menu(tr("&Görünüm"), {{m_search}, {m_groupColumn, m_columnWidths}});
     menu(tr("&Yardım"), {{m_about}});
 }
 

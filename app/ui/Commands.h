@@ -57,6 +57,7 @@ signals:
     void sessionWillEnd();
     void settingsWanted();
     void groupColumnToggled();
+    void columnWidthsWanted();
     void aboutWanted();
 
 private:
@@ -129,6 +130,7 @@ private:
     QAction* m_clearClipboard = nullptr;
     QAction* m_search = nullptr;
     QAction* m_groupColumn = nullptr;
+    QAction* m_columnWidths = nullptr;
     QAction* m_about = nullptr;
     Observers::Subscription m_countdown;
 };

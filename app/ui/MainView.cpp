@@ -21,6 +21,7 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     auto& state = environment.state;
     auto* const detail = new EntryDetailPane(environment);
     m_columns = new Columns(environment.preferences, m_groups, m_entries, detail);
+    connect(m_columns, &Columns::focusLost, this, &MainView::takeFocus);
 
     auto* const rescue = new RescueBanner(state);
     connect(rescue, &RescueBanner::decided, this, &MainView::takeFocus);
@@ -29,6 +30,7 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     auto* const toolbar = new Toolbar(state, commands);
+    toolbar->startSearchAt(*m_entries);
     rows->addWidget(toolbar);
     rows->addWidget(rescue);
     rows->addWidget(m_columns, 1);
@@ -61,6 +63,10 @@ void MainView::setGroupsWanted(bool areWanted) {
     m_columns->setGroupsWanted(areWanted);
     if (hadFocus && !m_groups->isVisible())
         takeFocus();
+}
+
+void MainView::goToNextDivider() {
+    m_columns->goToNextDivider();
 }
 
 void MainView::takeFocus() {

@@ -28,6 +28,8 @@ public:
     /// Whether the column of the groups shows where there is room for it; all columns do at first.
     [[nodiscard]] bool areGroupsWanted() const;
     void setGroupsWanted(bool areWanted);
+    /// For the keyboard, which changes the columns' widths there.
+    void goToNextDivider();
 
 signals:
     /// A row's menu asks for a sheet with a group to choose.

@@ -72,6 +72,7 @@ void MainWindow::connectState() {
         connect(&m_state, signal, this, &MainWindow::showTitle);
     connect(m_commands, &Commands::groupColumnToggled, this,
             [this] { setGroupColumnShown(!m_mainView->areGroupsWanted()); });
+    connect(m_commands, &Commands::columnWidthsWanted, m_mainView, &MainView::goToNextDivider);
     connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
     connect(m_commands->moving(), &MoveCommands::targetWanted, this, &MainWindow::showMove);

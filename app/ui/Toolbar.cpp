@@ -13,6 +13,7 @@
 #include "app/ui/components/SearchField.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
@@ -20,7 +21,8 @@
 namespace {
 
 constexpr int barHeight = 48;
-constexpr int titleWidth = 186;  // so that the search begins where the list does
+constexpr int titleWidth = 186;  // until there is a list to go by
+constexpr int narrowestTitle = 100;
 
 }  // namespace
 
@@ -44,9 +46,9 @@ Toolbar::Toolbar(AppState& state, Commands& commands, QWidget* parent)
 
 void Toolbar::arrange() {
     setFixedHeight(barHeight);
-    auto* const titles = new QWidget;
-    titles->setFixedWidth(titleWidth);
-    auto* const lines = new QVBoxLayout(titles);
+    m_titles = new QWidget;
+    m_titles->setFixedWidth(titleWidth);
+    auto* const lines = new QVBoxLayout(m_titles);
     lines->setContentsMargins(0, 0, 0, 0);
     lines->setSpacing(2);
     lines->addStretch();
@@ -57,7 +59,7 @@ void Toolbar::arrange() {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(Metric::m, 0, Metric::m, Metric::hairline);
     row->setSpacing(Metric::s);
-    row->addWidget(titles);
+    row->addWidget(m_titles);
     // The field has its ideal width wherever there is room, and more once that is less than a third of it.
     row->addWidget(m_search);
     row->addStretch();
@@ -91,6 +93,23 @@ void Toolbar::connectState(Commands& commands) {
         m_search->selectAll();
     });
     connect(commands.saving(), &QAction::changed, this, &Toolbar::showSaving);
+}
+
+void Toolbar::startSearchAt(QWidget& column) {
+    m_column = &column;
+    column.installEventFilter(this);
+}
+
+/// A column at the edge, with none before it, leaves the search where it is: nothing jumps as that one hides.
+bool Toolbar::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_column || (event->type() != QEvent::Move && event->type() != QEvent::Resize))
+        return QWidget::eventFilter(watched, event);
+    const bool isReversed = layoutDirection() == Qt::RightToLeft;
+    const auto* const row = m_column->parentWidget();
+    const int start = isReversed ? row->width() - m_column->geometry().right() - 1 : m_column->x();
+    if (start > narrowestTitle)
+        m_titles->setFixedWidth(start - Metric::m - Metric::s);
+    return false;
 }
 
 void Toolbar::showTitle() {

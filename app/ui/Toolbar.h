@@ -17,8 +17,11 @@ public:
     Toolbar(AppState& state, Commands& commands, QWidget* parent = nullptr);
 
     [[nodiscard]] SearchField* search() const noexcept { return m_search; }
+    /// Has the search begin where a column of the row below does, wherever that one goes.
+    void startSearchAt(QWidget& column);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -30,6 +33,8 @@ private:
     void showSaving();
 
     AppState& m_state;
+    QWidget* m_titles = nullptr;
+    QWidget* m_column = nullptr;
     TextLabel* m_title;
     TextLabel* m_subtitle;
     SearchField* m_search;

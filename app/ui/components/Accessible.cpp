@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Accessible.h"
 
+#include "app/ui/components/Divider.h"
 #include "app/ui/components/OrderedAccessible.h"
 #include "app/ui/components/TextField.h"
 
@@ -82,6 +83,8 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     auto* const widget = qobject_cast<QWidget*>(object);
     if (!widget)
         return nullptr;
+    if (auto* const divider = qobject_cast<Divider*>(widget); divider && className == QLatin1String("Divider"))
+        return Divider::accessible(*divider);
     if (className == QLatin1String("QSplitterHandle"))
         return new QAccessibleWidget(widget, QAccessible::Separator);
     const auto property = widget->property(roleProperty);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/Preferences.h"
 #include "app/ui/Columns.h"
+#include "app/ui/EntryListView.h"
+#include "app/ui/components/SearchField.h"
 #include "tests/app/ui/ColumnsTest.h"
 
+#include <QAccessible>
 #include <QSplitterHandle>
 
 namespace {
@@ -17,6 +20,10 @@ protected:
     }
     void resizeTo(int width) {
         window.resize(width, 680);
+        QCoreApplication::processEvents();
+    }
+    void pressAtFocus(Qt::Key key) {
+        QTest::keyClick(window.focusWidget(), key);
         QCoreApplication::processEvents();
     }
     void drag(int divider, int by) {
@@ -63,6 +70,104 @@ TEST_F(ColumnWidthsTest, whatTheUserDragsIsKeptAndADoubleClickGivesItUp) {
     QTest::mouseDClick(columns().handle(1), Qt::LeftButton);
     EXPECT_FALSE(preferences->columnWidths());
     EXPECT_EQ(widths(), usual);
+}
+
+TEST_F(ColumnWidthsTest, theSearchBeginsWhereTheListDoes) {
+    auto* const search = window.findChild<SearchField*>();
+    const auto start = [&](const QWidget& widget) { return widget.mapTo(&window, QPoint()).x(); };
+    for (const int width : {1020, 1900, 3840, 720}) {
+        resizeTo(width);
+        EXPECT_EQ(start(*search), start(*window.findChild<EntryListView*>())) << width;
+    }
+    drag(1, 50);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(start(*search), start(*window.findChild<EntryListView*>()));
+    const int before = start(*search);
+    QTest::keyClick(&window, Qt::Key_F9);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(start(*search), before) << "it stays as the groups hide";
+}
+
+TEST_F(ColumnWidthsTest, theKeyboardGoesFromDividerToDividerAndBack) {
+    entries().setFocus();
+    pressAtFocus(Qt::Key_F8);
+    EXPECT_EQ(window.focusWidget(), columns().handle(1));
+    pressAtFocus(Qt::Key_F8);
+    EXPECT_EQ(window.focusWidget(), columns().handle(2));
+    pressAtFocus(Qt::Key_F8);
+    EXPECT_EQ(window.focusWidget(), &entries());
+    QTest::keyClick(&window, Qt::Key_F9);
+    pressAtFocus(Qt::Key_F8);
+    EXPECT_EQ(window.focusWidget(), columns().handle(2)) << "the first is hidden with the groups";
+}
+
+TEST_F(ColumnWidthsTest, theKeysMoveADividerAndItsPlaceIsKept) {
+    const auto usual = widths();
+    pressAtFocus(Qt::Key_F8);
+    pressAtFocus(Qt::Key_Right);
+    pressAtFocus(Qt::Key_Right);
+    pressAtFocus(Qt::Key_Left);
+    EXPECT_EQ(widths()[0], usual[0] + 10);
+    pressAtFocus(Qt::Key_End);
+    EXPECT_EQ(widths()[0], 320);
+    pressAtFocus(Qt::Key_Right);
+    EXPECT_EQ(widths()[0], 320) << "no further";
+    pressAtFocus(Qt::Key_Home);
+    EXPECT_EQ(widths()[0], 168);
+    pressAtFocus(Qt::Key_F8);
+    const int before = widths()[1];
+    pressAtFocus(Qt::Key_Left);
+    EXPECT_EQ(widths()[1], before - 10);
+    const auto wanted = widths();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const auto& kept = preferences->columnWidths();
+        return kept && kept->groups == wanted[0] && kept->entries == wanted[1];
+    }));
+    pressAtFocus(Qt::Key_Backspace);
+    EXPECT_FALSE(preferences->columnWidths());
+    EXPECT_EQ(widths(), usual);
+}
+
+TEST_F(ColumnWidthsTest, returnLeavesADividerWhereItIsAndEscapeTakesItBack) {
+    const auto usual = widths();
+    entries().setFocus();
+    pressAtFocus(Qt::Key_F8);
+    pressAtFocus(Qt::Key_Right);
+    pressAtFocus(Qt::Key_Return);
+    EXPECT_EQ(window.focusWidget(), &entries());
+    EXPECT_EQ(widths()[0], usual[0] + 10);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return preferences->columnWidths().has_value(); }));
+
+    pressAtFocus(Qt::Key_F8);
+    pressAtFocus(Qt::Key_End);
+    pressAtFocus(Qt::Key_Escape);
+    EXPECT_EQ(window.focusWidget(), &entries());
+    EXPECT_EQ(widths()[0], usual[0] + 10);
+    EXPECT_EQ(preferences->columnWidths()->groups, usual[0] + 10);
+}
+
+TEST_F(ColumnWidthsTest, aScreenReaderHearsAndSetsTheWidth) {
+    auto* const heard = QAccessible::queryAccessibleInterface(columns().handle(1));
+    EXPECT_EQ(heard->role(), QAccessible::Separator);
+    EXPECT_EQ(heard->text(QAccessible::Name), "Grup sütununun genişliği");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(columns().handle(2))->text(QAccessible::Name),
+              "Kayıt sütununun genişliği");
+    EXPECT_TRUE(heard->state().focusable);
+    auto* const value = heard->valueInterface();
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->currentValue(), 210);
+    EXPECT_EQ(value->minimumValue(), 168);
+    EXPECT_EQ(value->maximumValue(), 320);
+    value->setCurrentValue(250);
+    EXPECT_EQ(widths()[0], 250);
+    EXPECT_EQ(value->currentValue(), 250);
+    value->setCurrentValue(9000);
+    EXPECT_EQ(widths()[0], 320);
+}
+
+TEST_F(ColumnWidthsTest, aDividerIsNoStopOfTab) {
+    for (const int divider : {1, 2})
+        EXPECT_EQ(columns().handle(divider)->focusPolicy() & Qt::TabFocus, 0);
 }
 
 TEST_F(ColumnWidthsTest, aStoredWidthBeyondTheLimitsIsBroughtIntoThem) {

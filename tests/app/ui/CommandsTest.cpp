@@ -160,7 +160,9 @@ TEST_F(CommandsTest, everyMenuHasItsCommandsAndKeysInOrder) {
                                                         {"Aşağı Taşı", "Alt+Down"}}));
     EXPECT_THAT(rowsOf("Araçlar"),
                 ElementsAreArray<Row>({{"Parola Üret…", "Ctrl+G"}, {"Panoyu Şimdi Temizle", "Ctrl+Shift+K"}}));
-    EXPECT_THAT(rowsOf("Görünüm"), ElementsAreArray<Row>({{"Ara", "Ctrl+F"}, line, {"Yan Sütunu Gizle", "F9"}}));
+    EXPECT_THAT(rowsOf("Görünüm"),
+                ElementsAreArray<Row>(
+                    {{"Ara", "Ctrl+F"}, line, {"Yan Sütunu Gizle", "F9"}, {"Sütun Genişliğini Ayarla", "F8"}}));
     EXPECT_THAT(rowsOf("Yardım"), ElementsAreArray<Row>({{"Brenvik Hakkında", ""}}));
 }
 
