@@ -27,7 +27,7 @@ public:
         KdbxDatabase database{.meta = {},
                               .root = {},
                               .cipher = KdbxCipher::aes256,
-                              .kdf = {KdfSettings::Argon2id{8, 1, 1}},
+                              .kdf = {KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 1, 1}},
                               .compressed = true,
                               .formatVersion = {.major = 4, .minor = 1}};
         while (entryCount > 0) {

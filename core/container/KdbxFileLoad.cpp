@@ -118,7 +118,7 @@ KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& k
     return {.meta = std::move(document.meta),
             .root = std::move(document.root),
             .cipher = cipher,
-            .kdf = {KdfSettings::AesKdf{header.transformRounds.value_or(KdbxHeader::defaultTransformRounds)}},
+            .kdf = header.kdfSettings(),
             .compressed = header.compressed(),
             .formatVersion = formatVersion(header)};
 }

@@ -1,63 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "core/container/KdbxHeader.h"
 
+#include "core/container/KdbxKeyDerivation.h"
 #include "core/container/KdbxReader.h"
 #include "core/model/KdbxError.h"
-#include "core/primitives/Argon2.h"
 #include "core/primitives/LittleEndian.h"
-#include "core/primitives/Overloaded.h"
 #include "core/primitives/Precondition.h"
 
-#include <algorithm>
+#include <array>
 #include <limits>
-#include <string_view>
-
-namespace KdbxUUIDs {
-namespace {
-
-UUID fromConstant(std::string_view text) {
-    const auto id = UUID::fromText(text);
-    precondition(id);  // only the constants below come here
-    return *id;
-}
-
-}  // namespace
-
-const UUID& aes256() {
-    static const UUID id = fromConstant("31C1F2E6-BF71-4350-BE58-05216AFC5AFF");
-    return id;
-}
-
-const UUID& chacha20() {
-    static const UUID id = fromConstant("D6038A2B-8B6F-4CB5-A524-339A31DBB59A");
-    return id;
-}
-
-const UUID& twofish() {
-    static const UUID id = fromConstant("AD68F29F-576F-4BB9-A36A-D47AF965346C");
-    return id;
-}
-
-const UUID& kdfAes() {
-    static const UUID id = fromConstant("C9D9F39A-628A-4460-BF74-0D08C18A4FEA");
-    return id;
-}
-
-const UUID& kdfAesKdbx3() {
-    return kdfAes();
-}
-
-const UUID& kdfArgon2d() {
-    static const UUID id = fromConstant("EF636DDF-8C29-444B-91F7-A9A403E30A0C");
-    return id;
-}
-
-const UUID& kdfArgon2id() {
-    static const UUID id = fromConstant("9E298B19-56DB-4773-B23D-FC3EC6F0A1E6");
-    return id;
-}
-
-}  // namespace KdbxUUIDs
 
 namespace {
 
@@ -65,10 +16,6 @@ using FieldID = KdbxHeader::FieldID;
 
 constexpr std::size_t preambleSize = 12;
 constexpr std::size_t masterSeedSize = 32;
-constexpr std::uint64_t defaultMemory = 67'108'864;  // bytes: 64 MiB
-constexpr std::uint64_t leastMemory = 8192;          // bytes
-constexpr std::uint64_t defaultIterations = 2;
-constexpr std::uint32_t defaultParallelism = 2;
 constexpr std::array<std::uint8_t, 4> endMark{0x0D, 0x0A, 0x0D, 0x0A};
 
 /// The number in a field's first bytes, and 0 where there are too few: other writers' slips are forgiven.
@@ -197,42 +144,6 @@ private:
     bool m_isKdbx4;
 };
 
-KdfSettings argon2Settings(const UUID& id, const VariantDictionary& parameters) {
-    const auto number = [&](std::string_view key) {
-        const auto* value = parameters[key];
-        return value ? value->asUInt64() : std::nullopt;
-    };
-    const auto* lanes = parameters["P"];
-    const auto memoryKiB = std::max(number("M").value_or(defaultMemory), leastMemory) / 1024;
-    const auto iterations = number("I").value_or(defaultIterations);
-    const auto parallelism = lanes ? lanes->asUInt32().value_or(defaultParallelism) : defaultParallelism;
-    if (id == KdbxUUIDs::kdfArgon2d())
-        return {KdfSettings::Argon2d{memoryKiB, iterations, parallelism}};
-    return {KdfSettings::Argon2id{memoryKiB, iterations, parallelism}};
-}
-
-template <class Argon2Settings>
-VariantDictionary argon2Parameters(const UUID& id, const Argon2Settings& settings, ByteView salt) {
-    // The model's memory comes from a file's bytes divided by 1024, or from our own constants.
-    precondition(settings.memoryKiB <= std::numeric_limits<std::uint64_t>::max() / 1024);
-    VariantDictionary parameters;
-    parameters.set("$UUID", VariantValue{copyOf(id.kdbxBytes())});
-    parameters.set("S", VariantValue{copyOf(salt)});
-    parameters.set("P", VariantValue{settings.parallelism});
-    parameters.set("M", VariantValue{settings.memoryKiB * 1024});
-    parameters.set("I", VariantValue{settings.iterations});
-    parameters.set("V", VariantValue{Argon2::currentVersion});
-    return parameters;
-}
-
-VariantDictionary aesParameters(const KdfSettings::AesKdf& settings, ByteView salt) {
-    VariantDictionary parameters;
-    parameters.set("$UUID", VariantValue{copyOf(KdbxUUIDs::kdfAes().kdbxBytes())});
-    parameters.set("R", VariantValue{settings.rounds});
-    parameters.set("S", VariantValue{copyOf(salt)});
-    return parameters;
-}
-
 }  // namespace
 
 KdbxHeader KdbxHeader::parse(ByteView data) {
@@ -263,7 +174,7 @@ Bytes KdbxHeader::serialize() const {
     writer.field(FieldID::masterSeed, masterSeed);
     if (!isKdbx4()) {
         writer.orEmpty(FieldID::transformSeed, transformSeed);
-        writer.number(FieldID::transformRounds, transformRounds.value_or(defaultTransformRounds));
+        writer.number(FieldID::transformRounds, transformRounds.value_or(KdbxKeyDerivation::defaultRounds));
         writer.field(FieldID::encryptionIV, encryptionIV);
         writer.orEmpty(FieldID::innerRandomStreamKey, innerRandomStreamKey);
         writer.orEmpty(FieldID::streamStartBytes, streamStartBytes);
@@ -289,37 +200,20 @@ KdbxCipher KdbxHeader::cipher() const {
     throw KdbxError::unsupportedCipher(cipherUUID.text());
 }
 
-UUID KdbxHeader::kdfUUID() const {
-    const auto* value = kdfParameters ? (*kdfParameters)["$UUID"] : nullptr;
-    const auto bytes = value ? value->asData() : std::nullopt;
-    const auto id = bytes ? UUID::fromKdbxBytes(*bytes) : std::nullopt;
-    if (!id)
-        throw KdbxError::unsupportedKdf("KdfParameters içinde $UUID yok");
-    return *id;
-}
-
 KdfSettings KdbxHeader::kdfSettings() const {
     if (!isKdbx4())
-        return {KdfSettings::AesKdf{transformRounds.value_or(defaultTransformRounds)}};
-    const auto id = kdfUUID();
-    if (id == KdbxUUIDs::kdfAes()) {
-        const auto* rounds = (*kdfParameters)["R"];
-        return {
-            KdfSettings::AesKdf{rounds ? rounds->asUInt64().value_or(defaultTransformRounds) : defaultTransformRounds}};
-    }
-    if (id == KdbxUUIDs::kdfArgon2d() || id == KdbxUUIDs::kdfArgon2id())
-        return argon2Settings(id, *kdfParameters);
-    throw KdbxError::unsupportedKdf(id.text());
+        return {KdfSettings::AesKdf{transformRounds.value_or(KdbxKeyDerivation::defaultRounds)}};
+    return KdbxKeyDerivation::settings(kdfParameters.value_or(VariantDictionary()));
+}
+
+VariantDictionary KdbxHeader::derivationParameters() const {
+    if (isKdbx4())
+        return kdfParameters.value_or(VariantDictionary());
+    if (!transformSeed || !transformRounds)
+        throw KdbxError::corruptedData("KDBX 3 dönüştürme parametreleri eksik");
+    return kdfParametersFor({KdfSettings::AesKdf{*transformRounds}}, *transformSeed);
 }
 
 VariantDictionary KdbxHeader::kdfParametersFor(const KdfSettings& settings, ByteView salt) {
-    return std::visit(
-        Overloaded{
-            [&](const KdfSettings::Argon2d& argon2) { return argon2Parameters(KdbxUUIDs::kdfArgon2d(), argon2, salt); },
-            [&](const KdfSettings::Argon2id& argon2) {
-                return argon2Parameters(KdbxUUIDs::kdfArgon2id(), argon2, salt);
-            },
-            [&](const KdfSettings::AesKdf& aes) { return aesParameters(aes, salt); },
-        },
-        settings.settings);
+    return KdbxKeyDerivation::parameters(settings, salt);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/container/KdbxUUIDs.h"
 #include "core/container/VariantDictionary.h"
 #include "core/model/KdbxDatabase.h"
 #include "core/model/UUID.h"
@@ -8,24 +9,10 @@
 #include <cstdint>
 #include <optional>
 
-/// The published identifiers of ciphers and key derivation functions, each built on its first use.
-namespace KdbxUUIDs {
-
-[[nodiscard]] const UUID& aes256();
-[[nodiscard]] const UUID& chacha20();
-[[nodiscard]] const UUID& twofish();  // known by name alone, so that the user can be told
-[[nodiscard]] const UUID& kdfAes();
-[[nodiscard]] const UUID& kdfAesKdbx3();  // another name of kdfAes
-[[nodiscard]] const UUID& kdfArgon2d();
-[[nodiscard]] const UUID& kdfArgon2id();
-
-}  // namespace KdbxUUIDs
-
 /// The outer header of a vault file: the preamble and its run of fields.
 struct KdbxHeader {
     static constexpr std::uint32_t signature1 = 0x9AA2D903;
     static constexpr std::uint32_t signature2 = 0xB54BFB67;
-    static constexpr std::uint64_t defaultTransformRounds = 6000;
 
     enum class FieldID : std::uint8_t {
         endOfHeader = 0,           // any bytes; ours are 0D 0A 0D 0A
@@ -75,15 +62,16 @@ struct KdbxHeader {
     /// @throws KdbxError unsupportedCipher.
     [[nodiscard]] KdbxCipher cipher() const;
 
-    /// What the identifier in the parameters says: which key derivation a KDBX 4 file asks for.
-    ///
-    /// @throws KdbxError unsupportedKdf where there is none.
-    [[nodiscard]] UUID kdfUUID() const;
-
     /// The key derivation as the model keeps it, without the salt.
     ///
     /// @throws KdbxError unsupportedKdf.
     [[nodiscard]] KdfSettings kdfSettings() const;
+
+    /// The parameters of the key derivation that the file asks for. Those of KDBX 3 take the form of KDBX 4, from which
+    /// the same key is derived.
+    ///
+    /// @throws KdbxError corruptedData where a KDBX 3 header has no seed or no rounds.
+    [[nodiscard]] VariantDictionary derivationParameters() const;
 
     /// The parameters that a KDBX 4 header carries for `settings`, in their order on disk.
     [[nodiscard]] static VariantDictionary kdfParametersFor(const KdfSettings& settings, ByteView salt);

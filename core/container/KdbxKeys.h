@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/container/KdbxHeader.h"
+#include "core/container/KdbxKeyDerivation.h"
 #include "core/model/KdbxDatabase.h"
 #include "core/primitives/Bytes.h"
 #include "core/primitives/Derivation.h"
@@ -52,10 +53,7 @@ struct DerivedKeys {
 /// Who runs the slow step: `transform` itself, or what runs it elsewhere, watches it or already knows its outcome.
 using Transformation = std::function<Bytes(ByteView compositeKey, const KdbxHeader& header)>;
 
-/// The AES key derivation; 32 bytes.
-///
-/// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error; DerivationGivenUp.
-[[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds, Derivation* derivation = nullptr);
+using KdbxKeyDerivation::aesKdf;
 
 /// All keys of a file with this header. Fails as the transformation does.
 [[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header,

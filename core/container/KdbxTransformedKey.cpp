@@ -2,28 +2,19 @@
 #include "core/container/KdbxTransformedKey.h"
 
 #include "core/container/KdbxFileSteps.h"
-#include "core/model/KdbxError.h"
-
-VariantDictionary KdbxTransformedKey::parametersOf(const KdbxHeader& header) {
-    if (header.isKdbx4())
-        return header.kdfParameters.value_or(VariantDictionary());
-    if (!header.transformSeed || !header.transformRounds)
-        throw KdbxError::corruptedData("KDBX 3 dönüştürme parametreleri eksik");
-    return KdbxHeader::kdfParametersFor({KdfSettings::AesKdf{*header.transformRounds}}, *header.transformSeed);
-}
 
 KdbxKeys::Transformation KdbxTransformedKey::remembering(KdbxKeys::Transformation transformation,
                                                          std::optional<KdbxTransformedKey>& outcome) {
     return [transformation = std::move(transformation), &outcome](ByteView compositeKey, const KdbxHeader& header) {
         auto key = transformation(compositeKey, header);
-        outcome = {.parameters = parametersOf(header), .key = key};
+        outcome = {.parameters = header.derivationParameters(), .key = key};
         return key;
     };
 }
 
 KdbxKeys::Transformation KdbxTransformedKey::orElse(KdbxKeys::Transformation otherwise) const {
     return [this, otherwise = std::move(otherwise)](ByteView compositeKey, const KdbxHeader& header) {
-        return parametersOf(header) == parameters ? key : otherwise(compositeKey, header);
+        return header.derivationParameters() == parameters ? key : otherwise(compositeKey, header);
     };
 }
 

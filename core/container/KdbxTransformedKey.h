@@ -9,11 +9,6 @@ struct KdbxTransformedKey {
     VariantDictionary parameters;  // as a KDBX 4 header carries them, with the salt
     Bytes key;                     // 32 bytes
 
-    /// The parameters of a header. Those of KDBX 3 take the form of KDBX 4, which derives the same key from them.
-    ///
-    /// @throws KdbxError corruptedData where a KDBX 3 header has no seed or no rounds.
-    [[nodiscard]] static VariantDictionary parametersOf(const KdbxHeader& header);
-
     /// `transformation`, which also leaves what it gave in `outcome`; that outlives it.
     [[nodiscard]] static KdbxKeys::Transformation remembering(KdbxKeys::Transformation transformation,
                                                               std::optional<KdbxTransformedKey>& outcome);

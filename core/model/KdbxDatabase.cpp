@@ -72,7 +72,7 @@ std::optional<KdbxCipher> kdbxCipher(std::string_view text) {
 }
 
 KdfSettings KdfSettings::recommended() {
-    return {Argon2id{.memoryKiB = 262'144, .iterations = 16, .parallelism = 4}};
+    return {Argon2{.variant = Variant::argon2id, .memoryKiB = 262'144, .iterations = 16, .parallelism = 4}};
 }
 
 KdbxKey::KdbxKey(std::optional<std::string> password, std::optional<Bytes> keyFileData)

@@ -100,23 +100,19 @@ inline constexpr std::array<KdbxCipher, 2> allKdbxCiphers{KdbxCipher::aes256, Kd
 
 /// How the key is derived.
 struct KdfSettings {
-    struct Argon2d {
+    enum class Variant : std::uint8_t { argon2d, argon2id };
+    struct Argon2 {
+        Variant variant;
         std::uint64_t memoryKiB;
         std::uint64_t iterations;
         std::uint32_t parallelism;
-        bool operator==(const Argon2d&) const = default;
-    };
-    struct Argon2id {
-        std::uint64_t memoryKiB;
-        std::uint64_t iterations;
-        std::uint32_t parallelism;
-        bool operator==(const Argon2id&) const = default;
+        bool operator==(const Argon2&) const = default;
     };
     struct AesKdf {
         std::uint64_t rounds;
         bool operator==(const AesKdf&) const = default;
     };
-    using Case = std::variant<Argon2d, Argon2id, AesKdf>;
+    using Case = std::variant<Argon2, AesKdf>;
 
     Case settings;
 

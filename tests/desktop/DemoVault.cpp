@@ -176,7 +176,8 @@ KdbxDatabase demoVault() {
     return {.meta = std::move(meta),
             .root = std::move(root),
             .cipher = KdbxCipher::chacha20,
-            .kdf = {KdfSettings::Argon2id{.memoryKiB = 1024, .iterations = 2, .parallelism = 1}},
+            .kdf = {KdfSettings::Argon2{
+                .variant = KdfSettings::Variant::argon2id, .memoryKiB = 1024, .iterations = 2, .parallelism = 1}},
             .compressed = true,
             .formatVersion = {.major = 4, .minor = 1}};
 }

@@ -55,9 +55,8 @@ Json customFieldsOf(const KdbxEntry& entry) {
     return fields;
 }
 
-template <class Argon2>
-Json argon2(const char* name, const Argon2& settings) {
-    return {{"case", name},
+Json argon2(const KdfSettings::Argon2& settings) {
+    return {{"case", settings.variant == KdfSettings::Variant::argon2d ? "argon2d" : "argon2id"},
             {"memoryKiB", settings.memoryKiB},
             {"iterations", settings.iterations},
             {"parallelism", settings.parallelism}};
@@ -128,8 +127,7 @@ Json of(const AutoTypeWindowAssociation& association) {
 
 Json of(const KdfSettings& settings) {
     return std::visit(Overloaded{
-                          [](const KdfSettings::Argon2d& kdf) { return argon2("argon2d", kdf); },
-                          [](const KdfSettings::Argon2id& kdf) { return argon2("argon2id", kdf); },
+                          [](const KdfSettings::Argon2& kdf) { return argon2(kdf); },
                           [](const KdfSettings::AesKdf& kdf) {
                               return Json{{"case", "aesKdf"}, {"rounds", kdf.rounds}};
                           },

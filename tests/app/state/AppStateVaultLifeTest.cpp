@@ -44,7 +44,10 @@ TEST_F(AppStateVaultLifeTest, aNewVaultHasItsFieldsAndThreeGroups) {
     EXPECT_EQ(vault.meta.historyMaxSize, 6291456);
     EXPECT_EQ(vault.meta.generator, "Brenvik");
     EXPECT_EQ(vault.cipher, KdbxCipher::aes256);
-    EXPECT_EQ(vault.kdf, (KdfSettings{KdfSettings::Argon2id{.memoryKiB = 262144, .iterations = 16, .parallelism = 4}}));
+    EXPECT_EQ(
+        vault.kdf,
+        (KdfSettings{KdfSettings::Argon2{
+            .variant = KdfSettings::Variant::argon2id, .memoryKiB = 262144, .iterations = 16, .parallelism = 4}}));
     EXPECT_TRUE(vault.compressed);
     EXPECT_EQ(vault.formatVersion, (KdbxFormatVersion{.major = 4, .minor = 1}));
 

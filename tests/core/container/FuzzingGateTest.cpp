@@ -22,7 +22,8 @@ TEST(FuzzingGateTest, aVaultOpensWithEveryHashWrong) {
 
 TEST(FuzzingGateTest, noKeyCostsAnything) {
     auto argon2 = VaultBuilder::kdbx4();
-    argon2.setKdf({KdfSettings::Argon2id{std::uint64_t{1} << 31, std::numeric_limits<std::uint32_t>::max(), 1000}});
+    argon2.setKdf({KdfSettings::Argon2{KdfSettings::Variant::argon2id, std::uint64_t{1} << 31,
+                                       std::numeric_limits<std::uint32_t>::max(), 1000}});
     EXPECT_EQ(KdbxFile::load(argon2.build(), argon2.key).root.name, "Kasa");
 
     auto aes = VaultBuilder::kdbx4();

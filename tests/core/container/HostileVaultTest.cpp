@@ -460,7 +460,8 @@ TEST(HostileVaultTest, aGzipBombBehindAValidHMACEndsAsAStreamFailure) {
 TEST(HostileVaultTest, argon2ParametersThatNoMachineHasAreRefusedAtOnce) {
     const auto loadingWith = [](std::uint64_t memory) {
         auto builder = VaultBuilder::kdbx4();
-        builder.setKdf({KdfSettings::Argon2id{8, 1, 1}}).setParameter("M", VariantValue{memory});
+        builder.setKdf({KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 1, 1}})
+            .setParameter("M", VariantValue{memory});
         const auto file = builder.build();
         return inChild([&] { return loading(file); });
     };

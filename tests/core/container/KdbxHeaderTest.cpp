@@ -325,31 +325,36 @@ TEST(KdbxHeaderTest, kdfSettingsOfAESFallBackTo6000Rounds) {
 
 TEST(KdbxHeaderTest, kdfSettingsOfArgon2FallBackFieldByField) {
     auto parameters = parametersOf(KdbxUUIDs::kdfArgon2d());
-    EXPECT_EQ(headerWith(parameters).kdfSettings(), (KdfSettings{KdfSettings::Argon2d{65536, 2, 2}}));
+    EXPECT_EQ(headerWith(parameters).kdfSettings(),
+              (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2d, 65536, 2, 2}}));
 
     parameters = parametersOf(KdbxUUIDs::kdfArgon2id());
     parameters.set("M", VariantValue{std::string("1048576")});
     parameters.set("I", VariantValue{Bytes(8)});
     parameters.set("P", VariantValue{std::uint64_t{1} << 32});
-    EXPECT_EQ(headerWith(parameters).kdfSettings(), (KdfSettings{KdfSettings::Argon2id{65536, 2, 2}}));
+    EXPECT_EQ(headerWith(parameters).kdfSettings(),
+              (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2id, 65536, 2, 2}}));
 
     parameters.set("M", VariantValue{std::uint64_t{1048576 + 1023}});
     parameters.set("I", VariantValue{std::uint32_t{3}});
     parameters.set("P", VariantValue{std::int64_t{4}});
-    EXPECT_EQ(headerWith(parameters).kdfSettings(), (KdfSettings{KdfSettings::Argon2id{1024, 3, 4}}));
+    EXPECT_EQ(headerWith(parameters).kdfSettings(),
+              (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2id, 1024, 3, 4}}));
 }
 
 TEST(KdbxHeaderTest, kdfSettingsNeverGiveLessThan8KiB) {
     auto parameters = parametersOf(KdbxUUIDs::kdfArgon2id());
     parameters.set("M", VariantValue{std::uint64_t{1024}});
-    EXPECT_EQ(headerWith(parameters).kdfSettings(), (KdfSettings{KdfSettings::Argon2id{8, 2, 2}}));
+    EXPECT_EQ(headerWith(parameters).kdfSettings(),
+              (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 2, 2}}));
 }
 
 TEST(KdbxHeaderTest, kdfParametersStandInTheirOrderOnDisk) {
     const Bytes salt(32, 9);
     using Keys = std::vector<std::string>;
 
-    const auto argon2 = KdbxHeader::kdfParametersFor({KdfSettings::Argon2d{64, 5, 3}}, salt);
+    const auto argon2 =
+        KdbxHeader::kdfParametersFor({KdfSettings::Argon2{KdfSettings::Variant::argon2d, 64, 5, 3}}, salt);
     EXPECT_EQ(argon2.keys(), (Keys{"$UUID", "S", "P", "M", "I", "V"}));
     EXPECT_EQ(argon2["$UUID"]->asData(), copyOf(KdbxUUIDs::kdfArgon2d().kdbxBytes()));
     EXPECT_EQ(argon2["S"]->asData(), salt);
@@ -513,9 +518,10 @@ TEST(KdbxHeaderDeathTest, aKdbx3FieldOf65536BytesIsAProgrammersFault) {
 
 TEST(KdbxHeaderDeathTest, memoryThatOverflowsInBytesIsAProgrammersFault) {
     const auto most = std::numeric_limits<std::uint64_t>::max() / 1024;
-    (void)KdbxHeader::kdfParametersFor({KdfSettings::Argon2id{most, 1, 1}}, {});
-    EXPECT_DEATH((void)KdbxHeader::kdfParametersFor({KdfSettings::Argon2id{most + 1, 1, 1}}, {}),
-                 "precondition failed");
+    (void)KdbxHeader::kdfParametersFor({KdfSettings::Argon2{KdfSettings::Variant::argon2id, most, 1, 1}}, {});
+    EXPECT_DEATH(
+        (void)KdbxHeader::kdfParametersFor({KdfSettings::Argon2{KdfSettings::Variant::argon2id, most + 1, 1, 1}}, {}),
+        "precondition failed");
 }
 
 }  // namespace

@@ -39,7 +39,7 @@ std::string stringField(const std::string& key, const std::string& value) {
 TEST(KdbxLoad4Test, readsDocumentSettingsAndVersion) {
     auto builder = VaultBuilder::kdbx4();
     builder.version.minor = 0;
-    const auto database = loaded(builder.setKdf({KdfSettings::Argon2id{8, 2, 1}}));
+    const auto database = loaded(builder.setKdf({KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 2, 1}}));
 
     EXPECT_EQ(database.meta.generator, "Test");
     EXPECT_EQ(database.root.name, "Kasa");
@@ -47,7 +47,7 @@ TEST(KdbxLoad4Test, readsDocumentSettingsAndVersion) {
     EXPECT_EQ(database.root.entries[0].title, "Posta");
     EXPECT_EQ(database.root.entries[0].password.value(), "gizli");
     EXPECT_EQ(database.cipher, KdbxCipher::aes256);
-    EXPECT_EQ(database.kdf, (KdfSettings{KdfSettings::Argon2id{8, 2, 1}}));
+    EXPECT_EQ(database.kdf, (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 2, 1}}));
     EXPECT_TRUE(database.compressed);
     EXPECT_EQ(database.formatVersion, (KdbxFormatVersion{4, 0}));
 }
@@ -126,11 +126,12 @@ TEST(KdbxLoad4Test, failuresOfTheKeyDerivationPassThrough) {
     EXPECT_EQ(loading(wrongSalt), cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
 
     auto noLanes = VaultBuilder::kdbx4();
-    noLanes.setKdf({KdfSettings::Argon2id{8, 1, 0}});
+    noLanes.setKdf({KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 1, 0}});
     EXPECT_EQ(loading(noLanes), unsupportedKdf("geçersiz Argon2 parametreleri"));
 
     auto oldVersion = VaultBuilder::kdbx4();
-    oldVersion.setKdf({KdfSettings::Argon2id{8, 1, 1}}).setParameter("V", VariantValue{std::uint32_t{1}});
+    oldVersion.setKdf({KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 1, 1}})
+        .setParameter("V", VariantValue{std::uint32_t{1}});
     EXPECT_TRUE(loading(oldVersion).starts_with("Argon2.Error.unsupportedVersion:"));
 
     auto unknown = VaultBuilder::kdbx4();

@@ -106,7 +106,7 @@ TEST(KdbxSaveTest, raisesAKdbx3VaultWithItsRoundsAndAChaCha20InnerStream) {
 
     EXPECT_EQ(toHex(ByteView(file).subspan(8, 4)), "01000400");
     const auto parts = takenApart(file);
-    EXPECT_EQ(parts.header.kdfUUID(), KdbxUUIDs::kdfAes());
+    EXPECT_EQ(KdbxKeyDerivation::identifier(*parts.header.kdfParameters), KdbxUUIDs::kdfAes());
     EXPECT_EQ(*(*parts.header.kdfParameters)["R"], VariantValue{std::uint64_t{7}});
     EXPECT_EQ(parts.innerHeader.streamID, 3u);
 }
@@ -247,12 +247,12 @@ TEST(KdbxSaveTest, refusesNoCredentialsAndAnUnusableKeyFile) {
 
 TEST(KdbxSaveTest, failuresOfTheKeyDerivationPassThrough) {
     auto database = vault();
-    database.kdf = {KdfSettings::Argon2id{8, 0, 1}};
+    database.kdf = {KdfSettings::Argon2{KdfSettings::Variant::argon2id, 8, 0, 1}};
     EXPECT_EQ(outcomeOf([&] { return KdbxFile::save(database, key); }),
               unsupportedKdf("geçersiz Argon2 parametreleri"));
-    database.kdf = {KdfSettings::Argon2d{1, 1, 1}};
+    database.kdf = {KdfSettings::Argon2{KdfSettings::Variant::argon2d, 1, 1, 1}};
     EXPECT_TRUE(outcomeOf([&] { return KdbxFile::save(database, key); }).starts_with("Argon2.Error.invalidMemory:"));
-    database.kdf = {KdfSettings::Argon2d{std::uint64_t{1} << 32, 1, 1}};
+    database.kdf = {KdfSettings::Argon2{KdfSettings::Variant::argon2d, std::uint64_t{1} << 32, 1, 1}};
     EXPECT_EQ(outcomeOf([&] { return KdbxFile::save(database, key); }),
               unsupportedKdf("Argon2 parametreleri aralık dışı"));
 }

@@ -90,7 +90,7 @@ TEST(KdbxTransformedKeyParametersTest, aKdbx3HeaderWithoutSeedOrRoundsHasNone) {
     const auto parametersWithout = [](KdbxHeader::FieldID field) {
         auto builder = VaultBuilder::kdbx3();
         builder.remove(field);
-        return KdbxTransformedKey::parametersOf(KdbxHeader::parse(builder.header()));
+        return KdbxHeader::parse(builder.header()).derivationParameters();
     };
 
     EXPECT_THROW((void)parametersWithout(KdbxHeader::FieldID::transformSeed), KdbxError);

@@ -216,7 +216,7 @@ void expectHeader(const Answer& answer, const KdbxHeader& header) {
         return;
     }
     const auto& parameters = *header.kdfParameters;
-    EXPECT_EQ(toHex(header.kdfUUID().kdbxBytes()), kdf["$UUID"]);
+    EXPECT_EQ(toHex(KdbxKeyDerivation::identifier(*header.kdfParameters).kdbxBytes()), kdf["$UUID"]);
     for (const auto& [name, value] : kdf.items()) {
         if (name != "$UUID") {
             EXPECT_EQ(parameters[name]->asUInt64(), value) << name;
@@ -236,9 +236,11 @@ void expectSettings(const Answer& answer, const KdbxDatabase& database) {
     }
     const std::uint64_t memoryKiB = kdf["M"].get<std::uint64_t>() / 1024;
     if (kdf["$UUID"] == toHex(KdbxUUIDs::kdfArgon2d().kdbxBytes()))
-        EXPECT_EQ(database.kdf, (KdfSettings{KdfSettings::Argon2d{memoryKiB, kdf["I"], kdf["P"]}}));
+        EXPECT_EQ(database.kdf,
+                  (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2d, memoryKiB, kdf["I"], kdf["P"]}}));
     else
-        EXPECT_EQ(database.kdf, (KdfSettings{KdfSettings::Argon2id{memoryKiB, kdf["I"], kdf["P"]}}));
+        EXPECT_EQ(database.kdf,
+                  (KdfSettings{KdfSettings::Argon2{KdfSettings::Variant::argon2id, memoryKiB, kdf["I"], kdf["P"]}}));
 }
 
 /// The document as it would stand in the clear.

@@ -250,17 +250,30 @@ TEST(KdbxCipherTest, isBuiltFromItsTextValueToTheLetter) {
 }
 
 TEST(KdfSettingsTest, recommendsArgon2idOver256MiB) {
-    EXPECT_EQ(KdfSettings::recommended(),
-              (KdfSettings{KdfSettings::Argon2id{.memoryKiB = 262'144, .iterations = 16, .parallelism = 4}}));
+    EXPECT_EQ(
+        KdfSettings::recommended(),
+        (KdfSettings{KdfSettings::Argon2{
+            .variant = KdfSettings::Variant::argon2id, .memoryKiB = 262'144, .iterations = 16, .parallelism = 4}}));
 }
 
 TEST(KdfSettingsTest, isEqualByCaseAndPayload) {
-    const KdfSettings settings{KdfSettings::Argon2d{.memoryKiB = 1, .iterations = 2, .parallelism = 3}};
-    EXPECT_EQ(settings, (KdfSettings{KdfSettings::Argon2d{.memoryKiB = 1, .iterations = 2, .parallelism = 3}}));
-    EXPECT_NE(settings, (KdfSettings{KdfSettings::Argon2id{.memoryKiB = 1, .iterations = 2, .parallelism = 3}}));
-    EXPECT_NE(settings, (KdfSettings{KdfSettings::Argon2d{.memoryKiB = 9, .iterations = 2, .parallelism = 3}}));
-    EXPECT_NE(settings, (KdfSettings{KdfSettings::Argon2d{.memoryKiB = 1, .iterations = 9, .parallelism = 3}}));
-    EXPECT_NE(settings, (KdfSettings{KdfSettings::Argon2d{.memoryKiB = 1, .iterations = 2, .parallelism = 9}}));
+    const KdfSettings settings{KdfSettings::Argon2{
+        .variant = KdfSettings::Variant::argon2d, .memoryKiB = 1, .iterations = 2, .parallelism = 3}};
+    EXPECT_EQ(settings,
+              (KdfSettings{KdfSettings::Argon2{
+                  .variant = KdfSettings::Variant::argon2d, .memoryKiB = 1, .iterations = 2, .parallelism = 3}}));
+    EXPECT_NE(settings,
+              (KdfSettings{KdfSettings::Argon2{
+                  .variant = KdfSettings::Variant::argon2id, .memoryKiB = 1, .iterations = 2, .parallelism = 3}}));
+    EXPECT_NE(settings,
+              (KdfSettings{KdfSettings::Argon2{
+                  .variant = KdfSettings::Variant::argon2d, .memoryKiB = 9, .iterations = 2, .parallelism = 3}}));
+    EXPECT_NE(settings,
+              (KdfSettings{KdfSettings::Argon2{
+                  .variant = KdfSettings::Variant::argon2d, .memoryKiB = 1, .iterations = 9, .parallelism = 3}}));
+    EXPECT_NE(settings,
+              (KdfSettings{KdfSettings::Argon2{
+                  .variant = KdfSettings::Variant::argon2d, .memoryKiB = 1, .iterations = 2, .parallelism = 9}}));
     EXPECT_NE((KdfSettings{KdfSettings::AesKdf{.rounds = 1}}), (KdfSettings{KdfSettings::AesKdf{.rounds = 2}}));
 }
 
