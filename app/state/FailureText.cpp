@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/FailureText.h"
 
-#include "core/model/KdbxError.h"
-#include "core/platform/FileStore.h"
-#include "core/primitives/AESCipher.h"
-#include "core/primitives/Argon2.h"
-#include "core/primitives/Gzip.h"
+#include "core/primitives/Failure.h"
 
 #include <new>
 #include <stdexcept>
@@ -13,15 +9,7 @@
 std::string failureText() {
     try {
         throw;
-    } catch (const KdbxError& error) {
-        return error.errorDescription();
-    } catch (const AESCipher::Error& error) {
-        return error.errorDescription();
-    } catch (const Argon2::Error& error) {
-        return error.errorDescription();
-    } catch (const Gzip::Error& error) {
-        return error.errorDescription();
-    } catch (const FileError& error) {
+    } catch (const ReadableFailure& error) {
         return error.errorDescription();
     } catch (const std::bad_alloc&) {
         return "Bu işlem için yeterli bellek yok.";

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <exception>
+#include "core/primitives/Failure.h"
+
 #include <string>
 #include <variant>
 
-/// Why nothing, or not everything, was typed.
-class AutoTypeError final : public std::exception {
-public:
+struct AutoTypeErrorCases {
     struct AccessibilityPermissionMissing {
         bool operator==(const AccessibilityPermissionMissing&) const = default;
     };
@@ -28,21 +27,17 @@ public:
     using Case = std::variant<AccessibilityPermissionMissing, NoTargetApplication, EventCreationFailed,
                               TargetActivationFailed, TargetNoLongerInFront>;
 
-    static AutoTypeError accessibilityPermissionMissing();
-    static AutoTypeError noTargetApplication();
-    static AutoTypeError eventCreationFailed();
-    static AutoTypeError targetActivationFailed(std::string applicationName);
-    static AutoTypeError targetNoLongerInFront(std::string applicationName);
+    [[nodiscard]] static std::string describe(const Case& failure);
+};
 
-    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
+/// Why nothing, or not everything, was typed.
+class AutoTypeError final : public FailureFamily<AutoTypeErrorCases> {
+public:
+    using FailureFamily::FailureFamily;
 
-    /// For the user, in Turkish.
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
-
-private:
-    explicit AutoTypeError(Case failure);
-
-    Case m_failure;
-    std::string m_description;
+    static constexpr FailureMaker<AutoTypeError, AccessibilityPermissionMissing> accessibilityPermissionMissing{};
+    static constexpr FailureMaker<AutoTypeError, NoTargetApplication> noTargetApplication{};
+    static constexpr FailureMaker<AutoTypeError, EventCreationFailed> eventCreationFailed{};
+    static constexpr FailureMaker<AutoTypeError, TargetActivationFailed, std::string> targetActivationFailed{};
+    static constexpr FailureMaker<AutoTypeError, TargetNoLongerInFront, std::string> targetNoLongerInFront{};
 };

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/Failure.h"
+
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <variant>
 
-/// Why a vault could not be read or written.
-class KdbxError final : public std::exception {
-public:
+struct KdbxErrorCases {
     struct UnsupportedVersion {
         std::uint16_t major;
         std::uint16_t minor;
@@ -54,27 +53,23 @@ public:
                               XmlParseFailure, CryptoFailure, NotAKdbxFile, InvalidCredentials, HeaderHashMismatch,
                               NestedTooDeep>;
 
-    static KdbxError unsupportedVersion(std::uint16_t major, std::uint16_t minor);
-    static KdbxError corruptedData(std::string text);
-    static KdbxError unsupportedCipher(std::string text);
-    static KdbxError unsupportedKdf(std::string text);
-    static KdbxError blockHmacMismatch(std::int64_t index);
-    static KdbxError xmlParseFailure(std::string text);
-    static KdbxError cryptoFailure(std::string text);
-    static KdbxError notAKdbxFile();
-    static KdbxError invalidCredentials();
-    static KdbxError headerHashMismatch();
-    static KdbxError nestedTooDeep();
+    [[nodiscard]] static std::string describe(const Case& failure);
+};
 
-    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
-    /// For the user, in Turkish.
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
-    friend bool operator==(const KdbxError& a, const KdbxError& b) { return a.m_failure == b.m_failure; }
+/// Why a vault could not be read or written.
+class KdbxError final : public FailureFamily<KdbxErrorCases> {
+public:
+    using FailureFamily::FailureFamily;
 
-private:
-    explicit KdbxError(Case failure);
-
-    Case m_failure;
-    std::string m_description;
+    static constexpr FailureMaker<KdbxError, UnsupportedVersion, std::uint16_t, std::uint16_t> unsupportedVersion{};
+    static constexpr FailureMaker<KdbxError, CorruptedData, std::string> corruptedData{};
+    static constexpr FailureMaker<KdbxError, UnsupportedCipher, std::string> unsupportedCipher{};
+    static constexpr FailureMaker<KdbxError, UnsupportedKdf, std::string> unsupportedKdf{};
+    static constexpr FailureMaker<KdbxError, BlockHmacMismatch, std::int64_t> blockHmacMismatch{};
+    static constexpr FailureMaker<KdbxError, XmlParseFailure, std::string> xmlParseFailure{};
+    static constexpr FailureMaker<KdbxError, CryptoFailure, std::string> cryptoFailure{};
+    static constexpr FailureMaker<KdbxError, NotAKdbxFile> notAKdbxFile{};
+    static constexpr FailureMaker<KdbxError, InvalidCredentials> invalidCredentials{};
+    static constexpr FailureMaker<KdbxError, HeaderHashMismatch> headerHashMismatch{};
+    static constexpr FailureMaker<KdbxError, NestedTooDeep> nestedTooDeep{};
 };

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Failure.h"
 
 #include <cstdint>
-#include <exception>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -12,18 +12,15 @@
 #include <utility>
 
 /// Why a file could not be read or written, in the platform's words.
-class FileError final : public std::exception {
+class FileError final : public ReadableFailure {
 public:
     /// `code` is the system's errno; `description` is for the user, in Turkish.
-    FileError(int code, std::string description) : m_code(code), m_description(std::move(description)) {}
+    FileError(int code, std::string description) : ReadableFailure(std::move(description)), m_code(code) {}
 
     [[nodiscard]] int code() const noexcept { return m_code; }
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
 
 private:
     int m_code;
-    std::string m_description;
 };
 
 /// What the file system tells of a regular file. Two that are equal are most likely of the same content.

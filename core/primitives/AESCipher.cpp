@@ -13,23 +13,6 @@ constexpr std::size_t blockSize = 16;
 
 constexpr std::int32_t alignmentStatus = -4303;
 
-std::string describe(const Error::Case& failure) {
-    return std::visit(
-        Overloaded{
-            [](const Error::InvalidKeyLength& e) {
-                return "AES: anahtar 32 byte olmalı (" + std::to_string(e.length) + ").";
-            },
-            [](const Error::InvalidIVLength& e) {
-                return "AES: IV 16 byte olmalı (" + std::to_string(e.length) + ").";
-            },
-            [](const Error::InvalidBlockAlignment& e) {
-                return "AES: veri 16'nın katı olmalı (" + std::to_string(e.length) + ").";
-            },
-            [](const Error::CryptoFailure& e) { return "AES: CommonCrypto hatası " + std::to_string(e.status) + "."; },
-        },
-        failure);
-}
-
 Bytes run(AESOperation::Direction direction, ByteView data, ByteView key, ByteView iv) {
     AESOperation operation(direction, key, iv);
     Bytes out(data.size() + blockSize);
@@ -62,22 +45,17 @@ Bytes ecb(AESOperation::Direction direction, ByteView data, ByteView key) {
 
 }  // namespace
 
-Error::Error(Case failure) : m_failure(failure), m_description(describe(failure)) {}
-
-Error Error::invalidKeyLength(std::int64_t length) {
-    return Error(InvalidKeyLength{length});
-}
-
-Error Error::invalidIVLength(std::int64_t length) {
-    return Error(InvalidIVLength{length});
-}
-
-Error Error::invalidBlockAlignment(std::int64_t length) {
-    return Error(InvalidBlockAlignment{length});
-}
-
-Error Error::cryptoFailure(std::int32_t status) {
-    return Error(CryptoFailure{status});
+std::string ErrorCases::describe(const Case& failure) {
+    return std::visit(
+        Overloaded{
+            [](const InvalidKeyLength& e) { return "AES: anahtar 32 byte olmalı (" + std::to_string(e.length) + ")."; },
+            [](const InvalidIVLength& e) { return "AES: IV 16 byte olmalı (" + std::to_string(e.length) + ")."; },
+            [](const InvalidBlockAlignment& e) {
+                return "AES: veri 16'nın katı olmalı (" + std::to_string(e.length) + ").";
+            },
+            [](const CryptoFailure& e) { return "AES: CommonCrypto hatası " + std::to_string(e.status) + "."; },
+        },
+        failure);
 }
 
 Bytes cbcEncrypt(ByteView data, ByteView key, ByteView iv) {

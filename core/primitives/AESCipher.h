@@ -3,18 +3,16 @@
 
 #include "core/primitives/Bytes.h"
 #include "core/primitives/Derivation.h"
+#include "core/primitives/Failure.h"
 
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <variant>
 
 /// AES-256 (FIPS 197): CBC with PKCS#7 padding for payloads, ECB without padding for key derivation.
 namespace AESCipher {
 
-/// Why AES could not run.
-class Error final : public std::exception {
-public:
+struct ErrorCases {
     struct InvalidKeyLength {
         std::int64_t length;
         bool operator==(const InvalidKeyLength&) const = default;
@@ -33,22 +31,18 @@ public:
     };
     using Case = std::variant<InvalidKeyLength, InvalidIVLength, InvalidBlockAlignment, CryptoFailure>;
 
-    static Error invalidKeyLength(std::int64_t length);
-    static Error invalidIVLength(std::int64_t length);
-    static Error invalidBlockAlignment(std::int64_t length);
-    static Error cryptoFailure(std::int32_t status);
+    [[nodiscard]] static std::string describe(const Case& failure);
+};
 
-    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
-    /// For the user, in Turkish.
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
-    friend bool operator==(const Error& a, const Error& b) { return a.m_failure == b.m_failure; }
+/// Why AES could not run.
+class Error final : public FailureFamily<ErrorCases> {
+public:
+    using FailureFamily::FailureFamily;
 
-private:
-    explicit Error(Case failure);
-
-    Case m_failure;
-    std::string m_description;
+    static constexpr FailureMaker<Error, InvalidKeyLength, std::int64_t> invalidKeyLength{};
+    static constexpr FailureMaker<Error, InvalidIVLength, std::int64_t> invalidIVLength{};
+    static constexpr FailureMaker<Error, InvalidBlockAlignment, std::int64_t> invalidBlockAlignment{};
+    static constexpr FailureMaker<Error, CryptoFailure, std::int32_t> cryptoFailure{};
 };
 
 /// @throws Error, the key's length before the IV's.

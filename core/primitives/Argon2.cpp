@@ -19,8 +19,6 @@
 namespace Argon2 {
 namespace {
 
-using namespace std::string_literals;
-
 constexpr std::uint32_t mostLanes = 0xFFFFFF;
 constexpr std::int64_t shortestOutput = 4;
 constexpr std::size_t shortestSalt = 8;
@@ -31,31 +29,6 @@ std::string hexadecimal(std::uint32_t value) {
     std::array<char, 8> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
     return {digits.data(), end};
-}
-
-std::string describe(const Error::Case& failure) {
-    return std::visit(Overloaded{
-                          [](const Error::InvalidParallelism& e) {
-                              return "Argon2: geçersiz paralellik değeri " + std::to_string(e.value) + ".";
-                          },
-                          [](const Error::InvalidMemory& e) {
-                              return "Argon2: geçersiz bellek değeri " + std::to_string(e.value) + " KiB.";
-                          },
-                          [](const Error::InvalidIterations& e) {
-                              return "Argon2: geçersiz tur sayısı " + std::to_string(e.value) + ".";
-                          },
-                          [](const Error::InvalidOutputLength& e) {
-                              return "Argon2: geçersiz çıktı uzunluğu " + std::to_string(e.value) + ".";
-                          },
-                          [](const Error::InvalidSaltLength& e) {
-                              return "Argon2: tuz en az 8 byte olmalı (" + std::to_string(e.value) + ").";
-                          },
-                          [](const Error::UnsupportedVersion& e) {
-                              return "Argon2: desteklenmeyen sürüm 0x" + hexadecimal(e.value) + ".";
-                          },
-                          [](const Error::AllocationFailed&) { return "Argon2: bellek ayrılamadı."s; },
-                      },
-                      failure);
 }
 
 /// What H0 is made of.
@@ -241,34 +214,27 @@ Bytes hashChecked(const Parameters& parameters, VectorRoad road, Derivation* der
 
 }  // namespace
 
-Error::Error(Case failure) : m_failure(failure), m_description(describe(failure)) {}
-
-Error Error::invalidParallelism(std::uint32_t value) {
-    return Error(InvalidParallelism{value});
-}
-
-Error Error::invalidMemory(std::uint32_t value) {
-    return Error(InvalidMemory{value});
-}
-
-Error Error::invalidIterations(std::uint32_t value) {
-    return Error(InvalidIterations{value});
-}
-
-Error Error::invalidOutputLength(std::int64_t value) {
-    return Error(InvalidOutputLength{value});
-}
-
-Error Error::invalidSaltLength(std::int64_t value) {
-    return Error(InvalidSaltLength{value});
-}
-
-Error Error::unsupportedVersion(std::uint32_t value) {
-    return Error(UnsupportedVersion{value});
-}
-
-Error Error::allocationFailed() {
-    return Error(AllocationFailed{});
+std::string ErrorCases::describe(const Case& failure) {
+    using namespace std::string_literals;
+    return std::visit(
+        Overloaded{
+            [](const InvalidParallelism& e) {
+                return "Argon2: geçersiz paralellik değeri " + std::to_string(e.value) + ".";
+            },
+            [](const InvalidMemory& e) {
+                return "Argon2: geçersiz bellek değeri " + std::to_string(e.value) + " KiB.";
+            },
+            [](const InvalidIterations& e) { return "Argon2: geçersiz tur sayısı " + std::to_string(e.value) + "."; },
+            [](const InvalidOutputLength& e) {
+                return "Argon2: geçersiz çıktı uzunluğu " + std::to_string(e.value) + ".";
+            },
+            [](const InvalidSaltLength& e) {
+                return "Argon2: tuz en az 8 byte olmalı (" + std::to_string(e.value) + ").";
+            },
+            [](const UnsupportedVersion& e) { return "Argon2: desteklenmeyen sürüm 0x" + hexadecimal(e.value) + "."; },
+            [](const AllocationFailed&) { return "Argon2: bellek ayrılamadı."s; },
+        },
+        failure);
 }
 
 FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {

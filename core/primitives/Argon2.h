@@ -3,9 +3,9 @@
 
 #include "core/primitives/Bytes.h"
 #include "core/primitives/Derivation.h"
+#include "core/primitives/Failure.h"
 
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <variant>
 
@@ -14,9 +14,7 @@ namespace Argon2 {
 
 enum class Variant : std::uint32_t { d = 0, i = 1, id = 2 };
 
-/// Which arguments could not be served.
-class Error final : public std::exception {
-public:
+struct ErrorCases {
     struct InvalidParallelism {
         std::uint32_t value;
         bool operator==(const InvalidParallelism&) const = default;
@@ -47,25 +45,21 @@ public:
     using Case = std::variant<InvalidParallelism, InvalidMemory, InvalidIterations, InvalidOutputLength,
                               InvalidSaltLength, UnsupportedVersion, AllocationFailed>;
 
-    static Error invalidParallelism(std::uint32_t value);
-    static Error invalidMemory(std::uint32_t value);
-    static Error invalidIterations(std::uint32_t value);
-    static Error invalidOutputLength(std::int64_t value);
-    static Error invalidSaltLength(std::int64_t value);
-    static Error unsupportedVersion(std::uint32_t value);
-    static Error allocationFailed();
+    [[nodiscard]] static std::string describe(const Case& failure);
+};
 
-    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
-    /// For the user, in Turkish.
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
-    friend bool operator==(const Error& a, const Error& b) { return a.m_failure == b.m_failure; }
+/// Which arguments could not be served.
+class Error final : public FailureFamily<ErrorCases> {
+public:
+    using FailureFamily::FailureFamily;
 
-private:
-    explicit Error(Case failure);
-
-    Case m_failure;
-    std::string m_description;
+    static constexpr FailureMaker<Error, InvalidParallelism, std::uint32_t> invalidParallelism{};
+    static constexpr FailureMaker<Error, InvalidMemory, std::uint32_t> invalidMemory{};
+    static constexpr FailureMaker<Error, InvalidIterations, std::uint32_t> invalidIterations{};
+    static constexpr FailureMaker<Error, InvalidOutputLength, std::int64_t> invalidOutputLength{};
+    static constexpr FailureMaker<Error, InvalidSaltLength, std::int64_t> invalidSaltLength{};
+    static constexpr FailureMaker<Error, UnsupportedVersion, std::uint32_t> unsupportedVersion{};
+    static constexpr FailureMaker<Error, AllocationFailed> allocationFailed{};
 };
 
 /// What is hashed.

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/Failure.h"
+
 #include <atomic>
 #include <cstdint>
-#include <exception>
 
-/// Why a key derivation ended before its time: somebody gave it up.
-class DerivationGivenUp final : public std::exception {
+/// Why a key derivation ended before its time: it was given up.
+class DerivationGivenUp final : public ReadableFailure {
 public:
-    /// For the user, in Turkish.
-    [[nodiscard]] const char* what() const noexcept override { return "Anahtar türetme durduruldu."; }
+    DerivationGivenUp() : ReadableFailure("Anahtar türetme durduruldu.") {}
 };
 
 /// A key derivation as it is watched and given up: the threads that derive count here what they have done, and ask

@@ -30,25 +30,6 @@ constexpr int compressionLevel = 6;
 // one that holds more gets its room by doubling, and the trailer of none can ask for more than that ahead.
 constexpr std::uint64_t trustedRatio = 32;
 
-std::string describe(const Error::Case& failure) {
-    using namespace std::string_literals;
-    return std::visit(Overloaded{
-                          [](const Error::CrcMismatch& e) {
-                              return "Gzip: CRC32 uyuşmuyor (beklenen " + std::to_string(e.expected) + ", bulunan " +
-                                     std::to_string(e.actual) + ").";
-                          },
-                          [](const Error::SizeMismatch& e) {
-                              return "Gzip: açılan boyut uyuşmuyor (beklenen " + std::to_string(e.expected) +
-                                     ", bulunan " + std::to_string(e.actual) + ").";
-                          },
-                          [](const Error::NotGzip&) { return "Gzip: geçersiz sihirli sayı."s; },
-                          [](const Error::Truncated&) { return "Gzip: veri eksik."s; },
-                          [](const Error::HeaderCRCMismatch&) { return "Gzip: başlık CRC uyuşmuyor."s; },
-                          [](const Error::StreamFailure&) { return "Gzip: sıkıştırma akışı başarısız."s; },
-                      },
-                      failure);
-}
-
 struct Free {
     void operator()(libdeflate_compressor* compressor) const noexcept { libdeflate_free_compressor(compressor); }
     void operator()(libdeflate_decompressor* decompressor) const noexcept {
@@ -126,30 +107,23 @@ std::size_t bodyOffset(ByteView data) {
 
 }  // namespace
 
-Error::Error(Case failure) : m_failure(failure), m_description(describe(failure)) {}
-
-Error Error::crcMismatch(std::uint32_t expected, std::uint32_t actual) {
-    return Error(CrcMismatch{expected, actual});
-}
-
-Error Error::sizeMismatch(std::uint32_t expected, std::int64_t actual) {
-    return Error(SizeMismatch{expected, actual});
-}
-
-Error Error::notGzip() {
-    return Error(NotGzip{});
-}
-
-Error Error::truncated() {
-    return Error(Truncated{});
-}
-
-Error Error::headerCRCMismatch() {
-    return Error(HeaderCRCMismatch{});
-}
-
-Error Error::streamFailure() {
-    return Error(StreamFailure{});
+std::string ErrorCases::describe(const Case& failure) {
+    using namespace std::string_literals;
+    return std::visit(Overloaded{
+                          [](const CrcMismatch& e) {
+                              return "Gzip: CRC32 uyuşmuyor (beklenen " + std::to_string(e.expected) + ", bulunan " +
+                                     std::to_string(e.actual) + ").";
+                          },
+                          [](const SizeMismatch& e) {
+                              return "Gzip: açılan boyut uyuşmuyor (beklenen " + std::to_string(e.expected) +
+                                     ", bulunan " + std::to_string(e.actual) + ").";
+                          },
+                          [](const NotGzip&) { return "Gzip: geçersiz sihirli sayı."s; },
+                          [](const Truncated&) { return "Gzip: veri eksik."s; },
+                          [](const HeaderCRCMismatch&) { return "Gzip: başlık CRC uyuşmuyor."s; },
+                          [](const StreamFailure&) { return "Gzip: sıkıştırma akışı başarısız."s; },
+                      },
+                      failure);
 }
 
 Bytes compress(ByteView data) {
@@ -185,9 +159,9 @@ Bytes decompress(ByteView data, std::uint64_t largestOutput) {
     const auto storedSize = loadLE<std::uint32_t>(&trailer[4]);
     Bytes output = inflate(body, storedSize, largestOutput);
     if (storedSize != static_cast<std::uint32_t>(output.size()))
-        throw Error::sizeMismatch(storedSize, std::ssize(output));
+        throw Error::sizeMismatch({.expected = storedSize, .actual = std::ssize(output)});
     if (const auto crc = crc32(output); crc != storedCrc)
-        throw Error::crcMismatch(storedCrc, crc);
+        throw Error::crcMismatch({.expected = storedCrc, .actual = crc});
     return output;
 }
 

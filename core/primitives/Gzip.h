@@ -2,18 +2,16 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
+#include "core/primitives/Failure.h"
 
 #include <cstdint>
-#include <exception>
 #include <string>
 #include <variant>
 
 /// The gzip member format (RFC 1952) around raw DEFLATE (RFC 1951).
 namespace Gzip {
 
-/// Why a member could not be read or made.
-class Error final : public std::exception {
-public:
+struct ErrorCases {
     struct CrcMismatch {
         std::uint32_t expected;
         std::uint32_t actual;
@@ -38,24 +36,20 @@ public:
     };
     using Case = std::variant<CrcMismatch, SizeMismatch, NotGzip, Truncated, HeaderCRCMismatch, StreamFailure>;
 
-    static Error crcMismatch(std::uint32_t expected, std::uint32_t actual);
-    static Error sizeMismatch(std::uint32_t expected, std::int64_t actual);
-    static Error notGzip();
-    static Error truncated();
-    static Error headerCRCMismatch();
-    static Error streamFailure();
+    [[nodiscard]] static std::string describe(const Case& failure);
+};
 
-    [[nodiscard]] const Case& failure() const noexcept { return m_failure; }
-    /// For the user, in Turkish.
-    [[nodiscard]] const std::string& errorDescription() const noexcept { return m_description; }
-    [[nodiscard]] const char* what() const noexcept override { return m_description.c_str(); }
-    friend bool operator==(const Error& a, const Error& b) { return a.m_failure == b.m_failure; }
+/// Why a member could not be read or made.
+class Error final : public FailureFamily<ErrorCases> {
+public:
+    using FailureFamily::FailureFamily;
 
-private:
-    explicit Error(Case failure);
-
-    Case m_failure;
-    std::string m_description;
+    static constexpr FailureMaker<Error, CrcMismatch, CrcMismatch> crcMismatch{};
+    static constexpr FailureMaker<Error, SizeMismatch, SizeMismatch> sizeMismatch{};
+    static constexpr FailureMaker<Error, NotGzip> notGzip{};
+    static constexpr FailureMaker<Error, Truncated> truncated{};
+    static constexpr FailureMaker<Error, HeaderCRCMismatch> headerCRCMismatch{};
+    static constexpr FailureMaker<Error, StreamFailure> streamFailure{};
 };
 
 /// The gzip member of `data`, with the fixed header and no time.

@@ -125,7 +125,7 @@ TEST(GzipMemoryTest, aTrailerThatPromisesFourGigabytesTakesOnlyAShareOfTheFile) 
     storeLE(member.data() + member.size() - 4, std::uint32_t{0xFFFFFFFF});
     const auto before = runWithin(RLIM_INFINITY / 2, "served", [] {});
 
-    const auto end = runWithin(RLIM_INFINITY / 2, Gzip::Error::sizeMismatch(0xFFFFFFFF, mebibyte).errorDescription(),
+    const auto end = runWithin(RLIM_INFINITY / 2, Gzip::Error::sizeMismatch({0xFFFFFFFF, mebibyte}).errorDescription(),
                                [&] { (void)Gzip::decompress(member); });
 
     EXPECT_TRUE(end.said);
