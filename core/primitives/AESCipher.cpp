@@ -75,7 +75,7 @@ Bytes ecbDecryptNoPadding(ByteView data, ByteView key) {
 }
 
 Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
-    return AESRounds::run(AESRounds::bestRoad(), block, key, rounds, derivation);
+    return AESRounds::run(AESRounds::bestImplementation(), block, key, rounds, derivation);
 }
 
 }  // namespace AESCipher

@@ -23,8 +23,8 @@ void encipherThroughLibrary(Bytes& block, ByteView key, std::uint64_t rounds) {
         operation.update(block.data(), block);
 }
 
-void encipher(Road road, Bytes& block, ByteView key, std::uint64_t rounds) {
-    if (road == Road::aesInstructions)
+void encipher(Implementation implementation, Bytes& block, ByteView key, std::uint64_t rounds) {
+    if (implementation == Implementation::aesInstructions)
         encipherWithAESInstructions(block.data(), key.data(), rounds);
     else
         encipherThroughLibrary(block, key, rounds);
@@ -32,19 +32,11 @@ void encipher(Road road, Bytes& block, ByteView key, std::uint64_t rounds) {
 
 }  // namespace
 
-bool isServed(Road road) noexcept {
-#if defined(__x86_64__)
-    if (road == Road::aesInstructions)
-        return __builtin_cpu_supports("aes");
-#endif
-    return road == Road::portable;
+Implementation bestImplementation() noexcept {
+    return isSupported(Implementation::aesInstructions) ? Implementation::aesInstructions : Implementation::portable;
 }
 
-Road bestRoad() noexcept {
-    return isServed(Road::aesInstructions) ? Road::aesInstructions : Road::portable;
-}
-
-Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
+Bytes run(Implementation implementation, ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
     // The only callers hand in SHA-256 digests and seeds whose size they have checked.
     precondition(block.size() == blockSize && key.size() == keySize);
     Bytes result = copyOf(block);
@@ -52,7 +44,7 @@ Bytes run(Road road, ByteView block, ByteView key, std::uint64_t rounds, Derivat
         derivation->begin(rounds);
     while (rounds > 0) {
         const auto part = std::min(rounds, roundsInPart);
-        encipher(road, result, key, part);
+        encipher(implementation, result, key, part);
         rounds -= part;
         if (!derivation)
             continue;

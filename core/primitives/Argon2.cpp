@@ -201,11 +201,11 @@ Bytes takeLastBlocks(const SegmentContext& context) {
     return accumulator;
 }
 
-Bytes hashChecked(const Parameters& parameters, VectorRoad road, Derivation* derivation) {
+Bytes hashChecked(const Parameters& parameters, Implementation implementation, Derivation* derivation) {
     const WorkingArea area(derivedSizes(parameters).memoryBlocks);
     const auto context = derivedSizes(parameters, area.words());
     storeFirstBlocks(context, firstHash(parameters));
-    Passes passes(context, fillSegmentsFor(road), derivation);
+    Passes passes(context, fillSegmentsFor(implementation), derivation);
     shareLanes(context.lanes, [&](LaneRange lanes, const std::function<void()>& meet) { passes.fill(lanes, meet); });
     if (passes.isCutShort())
         throw DerivationGivenUp();
@@ -237,11 +237,11 @@ std::string ErrorCases::describe(const Case& failure) {
         failure);
 }
 
-FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {
+FillSegments fillSegmentsFor([[maybe_unused]] Implementation implementation) noexcept {
 #ifdef __x86_64__
-    if (road == VectorRoad::avx512)
+    if (implementation == Implementation::avx512)
         return fillSegmentsAvx512;
-    if (road == VectorRoad::avx2)
+    if (implementation == Implementation::avx2)
         return fillSegmentsAvx2;
 #endif
     return fillSegmentsPortable;
@@ -249,16 +249,16 @@ FillSegments fillSegmentsFor([[maybe_unused]] VectorRoad road) noexcept {
 
 Bytes hash(const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant, std::uint32_t version,
            Derivation* derivation) {
-    return hashOn(widestRoad(), input, cost, outputLength, variant, version, derivation);
+    return hashOn(widestVectors(), input, cost, outputLength, variant, version, derivation);
 }
 
-Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength, Variant variant,
-             std::uint32_t version, Derivation* derivation) {
-    precondition(canTake(road));  // widestRoad has asked the processor
+Bytes hashOn(Implementation implementation, const Input& input, const Cost& cost, std::int64_t outputLength,
+             Variant variant, std::uint32_t version, Derivation* derivation) {
+    precondition(isSupported(implementation));  // widestVectors has asked the processor
     const Parameters parameters{input, cost, outputLength, variant, version};
     check(parameters);
     try {
-        return hashChecked(parameters, road, derivation);
+        return hashChecked(parameters, implementation, derivation);
     } catch (const std::bad_alloc&) {
         throw Error::allocationFailed();
     }

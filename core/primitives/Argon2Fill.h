@@ -3,11 +3,11 @@
 
 #include "core/primitives/Argon2Segment.h"
 
-/// The filling of segments over any compression function: what the roads share.
+/// The filling of segments over any compression function: what the implementations share.
 ///
-/// A road's source is compiled for processors that may not be this one. So this header uses no inline function of the
-/// library, whose copy the linker could keep for the whole program, and each road instantiates it with a type of its
-/// own source file alone.
+/// Their sources are compiled for processors that may not be this one. So this header uses no inline function of the
+/// library, whose copy the linker could keep for the whole program, and each source instantiates it with a type of its
+/// own alone.
 namespace Argon2 {
 
 /// What becomes of a block's old content.
@@ -28,9 +28,10 @@ inline constexpr std::uint32_t lookAhead = 2;
 
 /// One lane's segment of one slice, or a part of it, filled block by block.
 ///
-/// `Road::compress<old>(previous, reference, next, announce)` computes a block from two others, of which `reference`
-/// may be `next` itself, and calls `announce` with its first word as soon as that is known, which is before the rest.
-template <class Road>
+/// `Compression::compress<old>(previous, reference, next, announce)` computes a block from two others, of which
+/// `reference` may be `next` itself, and calls `announce` with its first word as soon as that is known, which is before
+/// the rest.
+template <class Compression>
 class SegmentFill {
 public:
     void start(const SegmentContext& context, std::uint32_t lane) noexcept {
@@ -142,16 +143,16 @@ private:
 
     [[gnu::noinline]] void nextAddresses() noexcept {
         ++m_input[6];
-        Road::template compress<Old::overwritten>(m_zero, m_input, m_addresses, AddressesAreKnown{});
-        Road::template compress<Old::overwritten>(m_zero, m_addresses, m_addresses, AddressesAreKnown{});
+        Compression::template compress<Old::overwritten>(m_zero, m_input, m_addresses, AddressesAreKnown{});
+        Compression::template compress<Old::overwritten>(m_zero, m_addresses, m_addresses, AddressesAreKnown{});
     }
 
     template <class Announce>
     [[gnu::always_inline]] void compress(const std::uint64_t* reference, const Announce& announce) noexcept {
         if (m_old == Old::mixedIn)
-            Road::template compress<Old::mixedIn>(m_previous, reference, m_next, announce);
+            Compression::template compress<Old::mixedIn>(m_previous, reference, m_next, announce);
         else
-            Road::template compress<Old::overwritten>(m_previous, reference, m_next, announce);
+            Compression::template compress<Old::overwritten>(m_previous, reference, m_next, announce);
         m_previous = m_next;
         m_next += wordsPerBlock;
     }
@@ -168,9 +169,9 @@ private:
     alignas(64) std::uint64_t m_zero[wordsPerBlock];
 };
 
-template <class Road>
+template <class Compression>
 void fillInTurn(const SegmentContext& context, LaneRange lanes) noexcept {
-    using Fill = SegmentFill<Road>;
+    using Fill = SegmentFill<Compression>;
     Fill fills[lanesInTurn];
     for (std::uint32_t i = 0; i < lanes.count; ++i)
         fills[i].start(context, lanes.first + i);
@@ -188,11 +189,11 @@ void fillInTurn(const SegmentContext& context, LaneRange lanes) noexcept {
 }
 
 /// Fills the segments of all lanes of the range, in groups as even as can be.
-template <class Road>
+template <class Compression>
 void fillSegments(const SegmentContext& context, LaneRange lanes) noexcept {
     for (auto groups = (lanes.count + lanesInTurn - 1) / lanesInTurn; groups > 0; --groups) {
         const LaneRange group{lanes.first, (lanes.count + groups - 1) / groups};
-        fillInTurn<Road>(context, group);
+        fillInTurn<Compression>(context, group);
         lanes = {lanes.first + group.count, lanes.count - group.count};
     }
 }

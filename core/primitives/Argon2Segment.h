@@ -2,11 +2,11 @@
 #pragma once
 
 #include "core/primitives/Argon2.h"
-#include "core/primitives/VectorRoad.h"
+#include "core/primitives/Implementation.h"
 
 #include <cstdint>
 
-/// The filling of segments (RFC 9106, section 3.4), one implementation a road.
+/// The filling of segments (RFC 9106, section 3.4), in each implementation.
 namespace Argon2 {
 
 inline constexpr std::uint32_t wordsPerBlock = 128;
@@ -50,11 +50,12 @@ void fillSegmentsAvx2(const SegmentContext& context, LaneRange lanes) noexcept;
 void fillSegmentsAvx512(const SegmentContext& context, LaneRange lanes) noexcept;
 #endif
 
-/// The implementation of a road that can be taken.
-[[nodiscard]] FillSegments fillSegmentsFor(VectorRoad road) noexcept;
+/// The function of a supported implementation.
+[[nodiscard]] FillSegments fillSegmentsFor(Implementation implementation) noexcept;
 
-/// `hash`, on a road of the caller's choice. That the processor can take it is a precondition.
-[[nodiscard]] Bytes hashOn(VectorRoad road, const Input& input, const Cost& cost, std::int64_t outputLength,
-                           Variant variant, std::uint32_t version, Derivation* derivation = nullptr);
+/// `hash`, by an implementation of the caller's choice. That the processor supports it is a precondition.
+[[nodiscard]] Bytes hashOn(Implementation implementation, const Input& input, const Cost& cost,
+                           std::int64_t outputLength, Variant variant, std::uint32_t version,
+                           Derivation* derivation = nullptr);
 
 }  // namespace Argon2

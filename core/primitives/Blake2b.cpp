@@ -21,11 +21,11 @@ constexpr std::uint64_t last = ~std::uint64_t{0};
 
 }  // namespace
 
-State::State(std::int64_t outputLength, ByteView key, VectorRoad road)
-    : m_digestLength(outputLength), m_compress(compressFor(road)) {
+State::State(std::int64_t outputLength, ByteView key, Implementation implementation)
+    : m_digestLength(outputLength), m_compress(compressFor(implementation)) {
     precondition(outputLength >= 1 && outputLength <= longestDigest);  // longHash splits what is longer
     precondition(key.size() <= longestKey);                            // keys are the program's own
-    precondition(canTake(road));                                       // widestRoad has asked the processor
+    precondition(isSupported(implementation));                         // widestVectors has asked the processor
     std::copy_n(iv, 8, m_chain.h);
     m_chain.h[0] ^= sequentialMode ^ key.size() << 8 ^ static_cast<std::uint64_t>(outputLength);
     m_chain.tLow = 0;

@@ -3,7 +3,7 @@
 
 #include "core/primitives/Blake2bCompress.h"
 #include "core/primitives/Bytes.h"
-#include "core/primitives/VectorRoad.h"
+#include "core/primitives/Implementation.h"
 
 #include <array>
 #include <cstdint>
@@ -15,8 +15,8 @@ namespace Blake2b {
 class State {
 public:
     /// `outputLength` is 1 to 64, `key` 0 to 64 bytes, both preconditions: no length here comes from a file.
-    /// The digest is the same on every road; a road that the processor cannot take is a precondition too.
-    explicit State(std::int64_t outputLength, ByteView key = {}, VectorRoad road = widestRoad());
+    /// The digest is the same with every implementation; that the processor supports it is a precondition too.
+    explicit State(std::int64_t outputLength, ByteView key = {}, Implementation implementation = widestVectors());
     State(const State&) = default;
     State& operator=(const State&) = default;
     ~State();

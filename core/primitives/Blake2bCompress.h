@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/VectorRoad.h"
+#include "core/primitives/Implementation.h"
 
 #include <cstddef>
 #include <cstdint>
 
-/// The compression function of BLAKE2b (RFC 7693, section 3.2), one implementation a road.
+/// The compression function of BLAKE2b (RFC 7693, section 3.2), in each implementation.
 ///
-/// The roads' sources are compiled for processors that may not be this one. So they, and what they include, use no
-/// inline function of the library: the linker could keep their copy of it for the whole program.
+/// Their sources are compiled for processors that may not be this one. So they, and what they include, use no inline
+/// function of the library: the linker could keep their copy of it for the whole program.
 namespace Blake2b {
 
 inline constexpr std::size_t blockSize = 128;
@@ -51,11 +51,11 @@ void compressPortable(Chain& chain, const Blocks& blocks) noexcept;
 void compressAvx2(Chain& chain, const Blocks& blocks) noexcept;
 #endif
 
-/// The implementation of a road that can be taken.
-[[nodiscard]] inline CompressBlocks compressFor([[maybe_unused]] VectorRoad road) noexcept {
+/// The function of a supported implementation.
+[[nodiscard]] inline CompressBlocks compressFor([[maybe_unused]] Implementation implementation) noexcept {
 #ifdef __x86_64__
     // Four mixes fill the vectors of AVX2, and its chain of operations is as short as that of AVX-512.
-    if (road != VectorRoad::portable)
+    if (implementation >= Implementation::avx2)
         return compressAvx2;
 #endif
     return compressPortable;

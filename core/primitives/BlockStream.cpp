@@ -8,7 +8,7 @@
 using StreamBlocks::blockSize;
 
 BlockStream::BlockStream(StreamBlocks::Cipher cipher, StreamBlocks::State&& state) noexcept
-    : m_cipher(cipher), m_road(widestRoad()), m_state(state) {
+    : m_cipher(cipher), m_implementation(widestVectors()), m_state(state) {
     secureWipe(state.data(), sizeof state);
 }
 
@@ -20,7 +20,7 @@ BlockStream::~BlockStream() {
 void BlockStream::process(std::span<std::uint8_t> data) noexcept {
     data = processFromBlock(data);
     const auto blocks = data.size() / blockSize;
-    StreamBlocks::process(m_road, m_cipher, m_state, data.data(), blocks);
+    StreamBlocks::process(m_implementation, m_cipher, m_state, data.data(), blocks);
     data = data.subspan(blocks * blockSize);
     if (data.empty())
         return;
@@ -39,6 +39,6 @@ std::span<std::uint8_t> BlockStream::processFromBlock(std::span<std::uint8_t> da
 
 void BlockStream::generateBlock() noexcept {
     m_keystream.fill(0);
-    StreamBlocks::process(m_road, m_cipher, m_state, m_keystream.data(), 1);
+    StreamBlocks::process(m_implementation, m_cipher, m_state, m_keystream.data(), 1);
     m_keystreamOffset = 0;
 }

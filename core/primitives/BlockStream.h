@@ -23,7 +23,7 @@ private:
     void generateBlock() noexcept;
 
     StreamBlocks::Cipher m_cipher;
-    VectorRoad m_road;
+    Implementation m_implementation;
     StreamBlocks::State m_state;
     std::array<std::uint8_t, StreamBlocks::blockSize> m_keystream{};
     std::size_t m_keystreamOffset = StreamBlocks::blockSize;  // next unused byte of m_keystream, 0 to 64

@@ -2,7 +2,7 @@
 #include "core/primitives/StreamBlocks.h"
 
 #include "core/primitives/Bytes.h"
-#include "core/primitives/StreamBlocksByRoad.h"
+#include "core/primitives/StreamBlocksByWidth.h"
 #include "core/primitives/StreamRounds.h"
 
 #include <cstring>
@@ -34,15 +34,15 @@ void processOneBlock(Cipher cipher, const State& state, std::uint8_t* data) noex
     secureWipe(block.data(), sizeof block);
 }
 
-/// A road's part of the work: what is left when it has done as many blocks as it can.
+/// The work as it goes from one function to the next: what is left when each has done as many blocks as it can.
 struct Work {
     Cipher cipher;
     State& state;
     std::uint8_t* data;
     std::size_t blocks;
 
-    void goBy(BlocksFunction* road) noexcept {
-        const auto done = road(cipher, state.data(), data, blocks);
+    void goOnBy(BlocksFunction* function) noexcept {
+        const auto done = function(cipher, state.data(), data, blocks);
         raiseCounter(cipher, state, done);
         data += done * blockSize;
         blocks -= done;
@@ -51,14 +51,15 @@ struct Work {
 
 }  // namespace
 
-void process(VectorRoad road, Cipher cipher, State& state, std::uint8_t* data, std::size_t blocks) noexcept {
+void process(Implementation implementation, Cipher cipher, State& state, std::uint8_t* data,
+             std::size_t blocks) noexcept {
     Work work{cipher, state, data, blocks};
-    // The wide roads take groups of blocks, and leave a rest to the narrower ones.
-    if (road >= VectorRoad::avx512)
-        work.goBy(processByAvx512);
-    if (road >= VectorRoad::avx2)
-        work.goBy(processByAvx2);
-    work.goBy(processByFour);
+    // The wide functions take groups of blocks, and leave a rest to the narrower ones.
+    if (implementation >= Implementation::avx512)
+        work.goOnBy(processByAvx512);
+    if (implementation >= Implementation::avx2)
+        work.goOnBy(processByAvx2);
+    work.goOnBy(processByFour);
     if (work.blocks < blocks)
         wipeUnusedStack();
     for (; work.blocks > 0; --work.blocks, work.data += blockSize) {

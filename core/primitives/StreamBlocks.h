@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/VectorRoad.h"
+#include "core/primitives/Implementation.h"
 
 #include <array>
 #include <cstddef>
@@ -21,8 +21,9 @@ using State = std::array<std::uint32_t, 16>;
 
 inline constexpr std::size_t blockSize = 64;
 
-/// XORs, by a road that can be taken, `blocks` whole blocks at `data` with the keystream from the counter on, and
+/// XORs, by a supported implementation, `blocks` whole blocks at `data` with the keystream from the counter on, and
 /// raises the counter by as many.
-void process(VectorRoad road, Cipher cipher, State& state, std::uint8_t* data, std::size_t blocks) noexcept;
+void process(Implementation implementation, Cipher cipher, State& state, std::uint8_t* data,
+             std::size_t blocks) noexcept;
 
 }  // namespace StreamBlocks

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/StreamBlocksByRoad.h"
+#include "core/primitives/StreamBlocksByWidth.h"
 #include "core/primitives/StreamRounds.h"
 
 #include <utility>

@@ -177,7 +177,7 @@ TEST(AESCipherDeathTest, aLibraryWithoutTheAlgorithmIsAFailureWithItsOwnStatus) 
             tell([] { (void)AESCipher::cbcDecrypt({}, zeroKey, zeroIV); });
             tell([] { (void)AESCipher::ecbEncryptNoPadding({}, zeroKey); });
             tell([] { (void)AESCipher::ecbDecryptNoPadding({}, zeroKey); });
-            tell([] { (void)AESRounds::run(AESRounds::Road::portable, zeroKey, zeroKey, 1); });
+            tell([] { (void)AESRounds::run(Implementation::portable, zeroKey, zeroKey, 1); });
         }).join();
         std::fputs(told.c_str(), stderr);
         std::exit(0);
@@ -195,16 +195,16 @@ Bytes enciphersAloneAndAgain(const Bytes& block, const Bytes& key, std::uint64_t
     return joined(left, right);
 }
 
-class AESRoundsTest : public testing::TestWithParam<AESRounds::Road> {
+class AESRoundsTest : public testing::TestWithParam<Implementation> {
 protected:
     void SetUp() override {
-        if (!AESRounds::isServed(GetParam()))
+        if (!isSupported(GetParam()))
             GTEST_SKIP() << "this processor has no AES instructions";
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(roads, AESRoundsTest,
-                         testing::Values(AESRounds::Road::portable, AESRounds::Road::aesInstructions));
+INSTANTIATE_TEST_SUITE_P(implementations, AESRoundsTest,
+                         testing::Values(Implementation::portable, Implementation::aesInstructions));
 
 TEST_P(AESRoundsTest, isAsManySingleEnciphermentsOfEachHalf) {
     for (int i = 0; i < 200; ++i) {
@@ -246,12 +246,12 @@ TEST_P(AESRoundsTest, leavesItsArgumentsAlone) {
     EXPECT_EQ(key, keyBefore);
 }
 
-TEST(AESRoundsRoadTest, theFastestRoadIsServedAndThePortableOneAlwaysIs) {
-    EXPECT_TRUE(AESRounds::isServed(AESRounds::Road::portable));
-    EXPECT_TRUE(AESRounds::isServed(AESRounds::bestRoad()));
+TEST(AESRoundsImplementationTest, theBestImplementationIsSupportedAndThePortableOneAlwaysIs) {
+    EXPECT_TRUE(isSupported(Implementation::portable));
+    EXPECT_TRUE(isSupported(AESRounds::bestImplementation()));
 }
 
-TEST(AESCipherTest, theDerivationsLoopTakesTheFastestRoad) {
+TEST(AESCipherTest, theDerivationsLoopTakesTheBestImplementation) {
     const auto block = randomBytes(32);
     const auto key = randomBytes(32);
 

@@ -44,8 +44,8 @@ struct Arguments {
         return {.password = password, .salt = salt, .secret = secret, .associatedData = associatedData};
     }
     [[nodiscard]] Bytes hash() const { return Argon2::hash(input(), cost, outputLength, variant, version); }
-    [[nodiscard]] Bytes hashOn(VectorRoad road) const {
-        return Argon2::hashOn(road, input(), cost, outputLength, variant, version);
+    [[nodiscard]] Bytes hashOn(Implementation implementation) const {
+        return Argon2::hashOn(implementation, input(), cost, outputLength, variant, version);
     }
     /// The message of the failure, or nothing.
     [[nodiscard]] std::string failure() const {
@@ -84,7 +84,7 @@ Argon2::SegmentContext sliceOf(std::uint32_t lanes, std::uint32_t segmentLength)
             .version = 0x13};
 }
 
-class Argon2RoadTest : public testing::TestWithParam<VectorRoad> {
+class Argon2ImplementationTest : public testing::TestWithParam<Implementation> {
 protected:
     /// The common input of RFC 9106, section 5.
     static std::string publishedHash(Variant variant) {
@@ -99,21 +99,21 @@ protected:
 };
 
 // RFC 9106, section 5.1.
-TEST_P(Argon2RoadTest, givesThePublishedHashOfArgon2d) {
+TEST_P(Argon2ImplementationTest, givesThePublishedHashOfArgon2d) {
     EXPECT_EQ(publishedHash(Variant::d), "512b391b6f1162975371d30919734294f868e3be3984f3c1a13a4db9fabe4acb");
 }
 
 // RFC 9106, section 5.2.
-TEST_P(Argon2RoadTest, givesThePublishedHashOfArgon2i) {
+TEST_P(Argon2ImplementationTest, givesThePublishedHashOfArgon2i) {
     EXPECT_EQ(publishedHash(Variant::i), "c814d9d1dc7f37aa13f0d77f2494bda1c8de6b016dd388d29952a4c4672b6ce8");
 }
 
 // RFC 9106, section 5.3.
-TEST_P(Argon2RoadTest, givesThePublishedHashOfArgon2id) {
+TEST_P(Argon2ImplementationTest, givesThePublishedHashOfArgon2id) {
     EXPECT_EQ(publishedHash(Variant::id), "0d640df58d78766c08c037a34a8b53c9d01ef0452d75b65eb52520e96b01e659");
 }
 
-TEST_P(Argon2RoadTest, givesThePortableRoadsHashForRandomParameters) {
+TEST_P(Argon2ImplementationTest, givesThePortableImplementationsHashForRandomParameters) {
     Material material(5);
     for (int i = 0; i < 60; ++i) {
         const auto lanes = material.number(1, 12);
@@ -124,11 +124,11 @@ TEST_P(Argon2RoadTest, givesThePortableRoadsHashForRandomParameters) {
                                            .parallelism = lanes},
                                   .variant = static_cast<Variant>(material.number(0, 2)),
                                   .version = material.number(0, 1) == 0 ? 0x10U : 0x13U};
-        ASSERT_EQ(toHex(arguments.hashOn(GetParam())), toHex(arguments.hashOn(VectorRoad::portable)));
+        ASSERT_EQ(toHex(arguments.hashOn(GetParam())), toHex(arguments.hashOn(Implementation::portable)));
     }
 }
 
-TEST_P(Argon2RoadTest, fillsTheSameBlocksAsThePortableRoadLaneByLane) {
+TEST_P(Argon2ImplementationTest, fillsTheSameBlocksAsThePortableImplementationLaneByLane) {
     auto context = sliceOf(11, 3);
     const auto start = Material(6).bytes(std::size_t{context.memoryBlocks} * 1024);
     std::vector<Argon2::LaneRange> lanes;
@@ -150,7 +150,7 @@ TEST_P(Argon2RoadTest, fillsTheSameBlocksAsThePortableRoadLaneByLane) {
                 }
 }
 
-INSTANTIATE_TEST_SUITE_P(Roads, Argon2RoadTest, testing::ValuesIn(passableRoads()),
+INSTANTIATE_TEST_SUITE_P(Implementations, Argon2ImplementationTest, testing::ValuesIn(supportedVectors()),
                          [](const auto& instance) { return nameOf(instance.param); });
 
 TEST(Argon2Test, hasThePublishedTypeCodes) {

@@ -16,8 +16,9 @@ Bytes peerDigest(ByteView message, std::size_t outputLength, ByteView key) {
     return digest;
 }
 
-Bytes digestOn(VectorRoad road, ByteView message, std::size_t outputLength, ByteView key, Material& material) {
-    Blake2b::State state(static_cast<std::int64_t>(outputLength), key, road);
+Bytes digestOn(Implementation implementation, ByteView message, std::size_t outputLength, ByteView key,
+               Material& material) {
+    Blake2b::State state(static_cast<std::int64_t>(outputLength), key, implementation);
     while (!message.empty()) {
         const auto length = material.number(0, static_cast<std::uint32_t>(std::min<std::size_t>(message.size(), 700)));
         state.update(message.first(length));
@@ -26,7 +27,7 @@ Bytes digestOn(VectorRoad road, ByteView message, std::size_t outputLength, Byte
     return state.finalize();
 }
 
-class Blake2bPeerTest : public testing::TestWithParam<VectorRoad> {};
+class Blake2bPeerTest : public testing::TestWithParam<Implementation> {};
 
 TEST_P(Blake2bPeerTest, givesThePeersDigestOfEveryLengthAroundTheFirstBlocks) {
     Material material(1);
@@ -47,7 +48,7 @@ TEST_P(Blake2bPeerTest, givesThePeersDigestForRandomKeysAndDigestLengthsAndSplit
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Roads, Blake2bPeerTest, testing::ValuesIn(passableRoads()),
+INSTANTIATE_TEST_SUITE_P(Implementations, Blake2bPeerTest, testing::ValuesIn(supportedVectors()),
                          [](const auto& instance) { return nameOf(instance.param); });
 
 }  // namespace

@@ -32,7 +32,7 @@ std::string hexOf(const Blake2b::Chain& chain) {
     return toHex(bytes);
 }
 
-class Blake2bTest : public testing::TestWithParam<VectorRoad> {
+class Blake2bTest : public testing::TestWithParam<Implementation> {
 protected:
     static std::string digest(ByteView message, std::int64_t outputLength = 64, ByteView key = {}) {
         Blake2b::State state(outputLength, key, GetParam());
@@ -142,7 +142,7 @@ TEST_P(Blake2bTest, carriesTheCountIntoItsHighHalf) {
     EXPECT_NE(hexOf(wrong), hexOf(apart));
 }
 
-TEST_P(Blake2bTest, givesTheSameOnEveryRoadWithACountOfMoreThan64Bits) {
+TEST_P(Blake2bTest, givesTheSameInEveryImplementationWithACountOfMoreThan64Bits) {
     const auto blocks = Material(7).bytes(5 * 128);
     auto chain = newChain(64);
     chain.tLow = ~std::uint64_t{0} - 300;
@@ -203,7 +203,7 @@ TEST_P(Blake2bTest, isCopiedWithWhatItHasTaken) {
     EXPECT_EQ(toHex(state.finalize()), digest(counting(200)));
 }
 
-INSTANTIATE_TEST_SUITE_P(Roads, Blake2bTest, testing::ValuesIn(passableRoads()),
+INSTANTIATE_TEST_SUITE_P(Implementations, Blake2bTest, testing::ValuesIn(supportedVectors()),
                          [](const auto& instance) { return nameOf(instance.param); });
 
 TEST(Blake2bHashTest, givesAsManyBytesAsAreAsked) {

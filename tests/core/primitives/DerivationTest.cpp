@@ -55,14 +55,14 @@ TEST(DerivationTest, aWatchedHashIsTheSameAndAllOfItIsCounted) {
 // A part begins at a block of addresses, whose counter goes on from the part before.
 TEST(DerivationTest, aSegmentThatIsFilledInPartsIsTheSameOnEachImplementation) {
     const Argon2::Cost cost{.memoryKiB = 5 * 4 * 4096 + 4 * 77, .iterations = 1, .parallelism = 1};
-    for (const auto road : {VectorRoad::portable, VectorRoad::avx2, VectorRoad::avx512}) {
-        if (!canTake(road))
+    for (const auto implementation : {Implementation::portable, Implementation::avx2, Implementation::avx512}) {
+        if (!isSupported(implementation))
             continue;
         for (const auto variant : {Argon2::Variant::d, Argon2::Variant::i, Argon2::Variant::id}) {
             const Argon2::Input input{.password = bytesOf("parola"), .salt = bytesOf("tuz ve biber")};
             Derivation derivation;
-            EXPECT_EQ(Argon2::hashOn(road, input, cost, 32, variant, 0x13, &derivation),
-                      Argon2::hashOn(road, input, cost, 32, variant, 0x13));
+            EXPECT_EQ(Argon2::hashOn(implementation, input, cost, 32, variant, 0x13, &derivation),
+                      Argon2::hashOn(implementation, input, cost, 32, variant, 0x13));
         }
     }
 }
@@ -89,27 +89,28 @@ TEST(DerivationTest, aHashThatWasGivenUpBeforeItBeganFillsNothing) {
 TEST(DerivationTest, watchedRoundsAreTheSameAndAllOfThemAreCounted) {
     const Bytes block(32, 7);
     const Bytes key(32, 9);
-    for (const auto road : {AESRounds::Road::portable, AESRounds::Road::aesInstructions}) {
-        if (!AESRounds::isServed(road))
+    for (const auto implementation : {Implementation::portable, Implementation::aesInstructions}) {
+        if (!isSupported(implementation))
             continue;
         for (const std::uint64_t rounds : {1, 65'535, 65'536, 65'537, 200'000}) {
             Derivation derivation;
-            EXPECT_EQ(AESRounds::run(road, block, key, rounds, &derivation), AESRounds::run(road, block, key, rounds));
+            EXPECT_EQ(AESRounds::run(implementation, block, key, rounds, &derivation),
+                      AESRounds::run(implementation, block, key, rounds));
             EXPECT_EQ(derivation.fraction(), 1);
         }
-        EXPECT_EQ(AESRounds::run(road, AESRounds::run(road, block, key, 60'000), key, 140'000),
-                  AESRounds::run(road, block, key, 200'000));
+        EXPECT_EQ(AESRounds::run(implementation, AESRounds::run(implementation, block, key, 60'000), key, 140'000),
+                  AESRounds::run(implementation, block, key, 200'000));
     }
 }
 
 TEST(DerivationTest, endlessRoundsAreGivenUp) {
     const Bytes block(32, 7);
-    for (const auto road : {AESRounds::Road::portable, AESRounds::Road::aesInstructions}) {
-        if (!AESRounds::isServed(road))
+    for (const auto implementation : {Implementation::portable, Implementation::aesInstructions}) {
+        if (!isSupported(implementation))
             continue;
         Derivation derivation;
         const std::jthread user([&] { giveUpOnceItRuns(derivation); });
-        EXPECT_THROW((void)AESRounds::run(road, block, block, endless, &derivation), DerivationGivenUp);
+        EXPECT_THROW((void)AESRounds::run(implementation, block, block, endless, &derivation), DerivationGivenUp);
     }
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/primitives/Bytes.h"
-#include "core/primitives/VectorRoad.h"
+#include "core/primitives/Implementation.h"
 
 #include <cstdint>
 #include <random>
@@ -27,7 +27,9 @@ private:
     std::mt19937_64 m_engine;
 };
 
-/// What a road is called in a test's name.
-inline std::string nameOf(VectorRoad road) {
-    return road == VectorRoad::avx512 ? "avx512" : road == VectorRoad::avx2 ? "avx2" : "portable";
+/// What an implementation over vectors is called in a test's name.
+inline std::string nameOf(Implementation implementation) {
+    return implementation == Implementation::avx512 ? "avx512"
+           : implementation == Implementation::avx2 ? "avx2"
+                                                    : "portable";
 }

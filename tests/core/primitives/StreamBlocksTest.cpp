@@ -27,37 +27,38 @@ StreamBlocks::State randomState(Material& material) {
     return state;
 }
 
-/// What a run over `blocks` blocks gives and leaves, block by block on the portable road.
+/// What a run over `blocks` blocks gives and leaves, block by block in the portable implementation.
 Bytes processedOneByOne(Cipher cipher, StreamBlocks::State& state, Bytes data) {
     for (std::size_t offset = 0; offset < data.size(); offset += StreamBlocks::blockSize)
-        StreamBlocks::process(VectorRoad::portable, cipher, state, data.data() + offset, 1);
+        StreamBlocks::process(Implementation::portable, cipher, state, data.data() + offset, 1);
     return data;
 }
 
-void expectSameAsOneByOne(VectorRoad road, Cipher cipher, const StreamBlocks::State& state, const Bytes& data) {
+void expectSameAsOneByOne(Implementation implementation, Cipher cipher, const StreamBlocks::State& state,
+                          const Bytes& data) {
     auto wideState = state;
     auto wide = data;
     auto narrowState = state;
 
-    StreamBlocks::process(road, cipher, wideState, wide.data(), wide.size() / StreamBlocks::blockSize);
+    StreamBlocks::process(implementation, cipher, wideState, wide.data(), wide.size() / StreamBlocks::blockSize);
 
     EXPECT_TRUE(wide == processedOneByOne(cipher, narrowState, data));
     EXPECT_EQ(wideState, narrowState);
 }
 
-class StreamBlocksTest : public testing::TestWithParam<std::tuple<VectorRoad, Cipher>> {
+class StreamBlocksTest : public testing::TestWithParam<std::tuple<Implementation, Cipher>> {
 protected:
-    [[nodiscard]] static VectorRoad road() { return std::get<VectorRoad>(GetParam()); }
+    [[nodiscard]] static Implementation implementation() { return std::get<Implementation>(GetParam()); }
     [[nodiscard]] static Cipher cipher() { return std::get<Cipher>(GetParam()); }
     [[nodiscard]] static std::size_t counterWord() { return cipher() == Cipher::salsa20 ? 8 : 12; }
 };
 
-INSTANTIATE_TEST_SUITE_P(roads, StreamBlocksTest,
-                         testing::Combine(testing::ValuesIn(passableRoads()),
+INSTANTIATE_TEST_SUITE_P(implementations, StreamBlocksTest,
+                         testing::Combine(testing::ValuesIn(supportedVectors()),
                                           testing::Values(Cipher::chaCha20, Cipher::chaCha20Wide, Cipher::salsa20)),
                          [](const auto& instance) {
                              const auto cipher = std::get<Cipher>(instance.param);
-                             return nameOf(std::get<VectorRoad>(instance.param)) + "_" +
+                             return nameOf(std::get<Implementation>(instance.param)) + "_" +
                                     (cipher == Cipher::salsa20        ? "salsa20"
                                      : cipher == Cipher::chaCha20Wide ? "chaCha20Wide"
                                                                       : "chaCha20");
@@ -67,7 +68,7 @@ TEST_P(StreamBlocksTest, runsOfEveryLengthAreTheSameAsBlockByBlock) {
     Material material(1);
     for (std::size_t blocks = 0; blocks <= 70; ++blocks) {
         SCOPED_TRACE(blocks);
-        expectSameAsOneByOne(road(), cipher(), randomState(material), material.bytes(64 * blocks));
+        expectSameAsOneByOne(implementation(), cipher(), randomState(material), material.bytes(64 * blocks));
     }
 }
 
@@ -79,7 +80,7 @@ TEST_P(StreamBlocksTest, runsAcrossTheCountersWrapAreTheSameAsBlockByBlock) {
             auto state = randomState(material);
             state[counterWord()] = largest - before;
             state[counterWord() + 1] = high;
-            expectSameAsOneByOne(road(), cipher(), state, material.bytes(64 * 41));
+            expectSameAsOneByOne(implementation(), cipher(), state, material.bytes(64 * 41));
         }
 }
 
@@ -94,7 +95,7 @@ TEST_P(StreamBlocksTest, aWrapCarriesWhereTheCounterIsWideAndOnlyThere) {
         expected[counterWord() + 1] = cipher() == Cipher::chaCha20 ? high : high + 1;
         auto data = material.bytes(64 * 40);
 
-        StreamBlocks::process(road(), cipher(), state, data.data(), 40);
+        StreamBlocks::process(implementation(), cipher(), state, data.data(), 40);
 
         EXPECT_EQ(state, expected);
     }
@@ -107,7 +108,7 @@ TEST_P(StreamBlocksTest, writesNothingBehindTheBlocks) {
         auto data = material.bytes(64 * blocks + 64);
         const auto before = data;
 
-        StreamBlocks::process(road(), cipher(), state, data.data(), blocks);
+        StreamBlocks::process(implementation(), cipher(), state, data.data(), blocks);
 
         EXPECT_EQ(toHex(ByteView(data).last(64)), toHex(ByteView(before).last(64)));
     }
@@ -122,7 +123,7 @@ TEST_P(StreamBlocksTest, takesDataAtAnyAddress) {
         auto shiftedState = state;
         const auto aligned = processedOneByOne(cipher(), alignedState, copyOf(ByteView(data).subspan(shift)));
 
-        StreamBlocks::process(road(), cipher(), shiftedState, data.data() + shift, 33);
+        StreamBlocks::process(implementation(), cipher(), shiftedState, data.data() + shift, 33);
 
         EXPECT_TRUE(copyOf(ByteView(data).subspan(shift)) == aligned);
     }
@@ -137,7 +138,7 @@ TEST(BlockStreamTest, takesTheKeyOutOfTheStateThatItIsGiven) {
     EXPECT_EQ(state, StreamBlocks::State{});
 }
 
-// The peers. Lengths around the groups' sizes and far beyond them, so that every road takes part.
+// The peers. Lengths around the groups' sizes and far beyond them, so that every implementation takes part.
 
 std::vector<std::size_t> lengths() {
     return {1,    63,   64,   65,   255,  256,  257,  511,   512,   513,
@@ -240,7 +241,7 @@ TEST(Salsa20StreamPeerTest, runsAcrossTheCountersWrapAgreeWithLibsodium) {
         Bytes expected(text.size());
         crypto_stream_salsa20_xor_ic(expected.data(), text.data(), text.size(), nonce.data(), counter, key.data());
 
-        StreamBlocks::process(widestRoad(), Cipher::salsa20, state, text.data(), 50);
+        StreamBlocks::process(widestVectors(), Cipher::salsa20, state, text.data(), 50);
 
         EXPECT_TRUE(text == expected) << counter;
     }
