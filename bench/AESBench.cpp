@@ -15,7 +15,7 @@ void aesKdfOurs(benchmark::State& state) {
     const auto key = randomBytes(32);
     auto block = randomBytes(32);
     for (auto _ : state)
-        block = AESCipher::ecbEncryptRepeatedly(block, key, rounds);
+        block = AESCipher::ecbEncryptRepeatedly(block, {.key = key}, rounds);
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(rounds));
 }
 

@@ -50,7 +50,7 @@ KdbxDatabase makeDatabase() {
 
 /// The same keystream for writing and for reading.
 ChaCha20Stream newStream() {
-    return ChaCha20Stream(Bytes(32, 7), Bytes(12, 9), 0);
+    return ChaCha20Stream({.key = Bytes(32, 7), .nonce = Bytes(12, 9)}, 0);
 }
 
 void parseDocument(benchmark::State& state) {

@@ -30,7 +30,7 @@ void encipherInPlace(benchmark::State& state, const auto& encipher) {
 }
 
 void chaCha20Ours(benchmark::State& state) {
-    ChaCha20Stream stream(key, Bytes(12, 0x24), 0);
+    ChaCha20Stream stream({.key = key, .nonce = Bytes(12, 0x24)}, 0);
     encipherInPlace(state, [&](Bytes& text) { stream.processInPlace(text); });
 }
 
@@ -51,7 +51,7 @@ void chaCha20Libsodium(benchmark::State& state) {
 }
 
 void salsa20Ours(benchmark::State& state) {
-    Salsa20Stream stream(key, nonce);
+    Salsa20Stream stream({.key = key, .nonce = nonce});
     encipherInPlace(state, [&](Bytes& text) { stream.processInPlace(text); });
 }
 

@@ -69,8 +69,8 @@ struct Stages {
         const auto stream = newStream();
         document = KdbxXML::serialize(database, *stream, std::nullopt);
         compressed = Gzip::compress(document);
-        ciphertext = KdbxCrypto::encryptPayload(compressed, KdbxCipher::aes256, cipherKey, iv);
-        blocks = KdbxCrypto::writeHMACBlocks(ciphertext, hmacKey, KdbxCrypto::defaultBlockSize);
+        ciphertext = KdbxCrypto::encryptPayload(compressed, {.cipher = KdbxCipher::aes256, .key = cipherKey, .iv = iv});
+        blocks = KdbxCrypto::writeHMACBlocks(ciphertext, {.key = hmacKey}, KdbxCrypto::defaultBlockSize);
         file = KdbxFile::save(database, key);
     }
 
@@ -104,19 +104,19 @@ void measure(benchmark::State& state, std::int64_t entryCount, Work work) {
 
 Bytes readBlocks(const Stages& stages) {
     KdbxReader reader(stages.blocks);
-    return KdbxCrypto::readHMACBlocks(reader, hmacKey);
+    return KdbxCrypto::readHMACBlocks(reader, {.key = hmacKey});
 }
 
 Bytes writeBlocks(const Stages& stages) {
-    return KdbxCrypto::writeHMACBlocks(stages.ciphertext, hmacKey, KdbxCrypto::defaultBlockSize);
+    return KdbxCrypto::writeHMACBlocks(stages.ciphertext, {.key = hmacKey}, KdbxCrypto::defaultBlockSize);
 }
 
 Bytes decipher(const Stages& stages) {
-    return KdbxCrypto::decryptPayload(stages.ciphertext, KdbxCipher::aes256, cipherKey, iv);
+    return KdbxCrypto::decryptPayload(stages.ciphertext, {.cipher = KdbxCipher::aes256, .key = cipherKey, .iv = iv});
 }
 
 Bytes encipher(const Stages& stages) {
-    return KdbxCrypto::encryptPayload(stages.compressed, KdbxCipher::aes256, cipherKey, iv);
+    return KdbxCrypto::encryptPayload(stages.compressed, {.cipher = KdbxCipher::aes256, .key = cipherKey, .iv = iv});
 }
 
 Bytes inflate(const Stages& stages) {

@@ -38,9 +38,14 @@ std::size_t framedSize(ByteView data, std::size_t blockSize, std::size_t overhea
     return data.size() + (data.size() / blockSize + 2) * overhead;
 }
 
+struct SizedBlock {
+    ByteView size;  // as the stream has it
+    ByteView data;
+};
+
 /// The index, the size as it stands in the stream, and the data are authenticated; only the last two are stored.
-Bytes blockHMAC(std::uint64_t index, ByteView size, ByteView data, ByteView hmacKey) {
-    return Sha2::hmacSha256(blockKey(index, hmacKey), {eightBytes(index), size, data});
+Bytes blockHMAC(std::uint64_t index, const SizedBlock& block, const HmacBase& base) {
+    return Sha2::hmacSha256({.key = blockKey(index, base)}, {eightBytes(index), block.size, block.data});
 }
 
 bool isAllZero(ByteView bytes) {
@@ -83,14 +88,14 @@ Bytes writeHashedBlocks(ByteView data, std::size_t blockSize) {
     return out;
 }
 
-Bytes readHMACBlocks(KdbxReader& reader, ByteView hmacKey) {
+Bytes readHMACBlocks(KdbxReader& reader, const HmacBase& base) {
     Bytes data;
     data.reserve(static_cast<std::size_t>(reader.remaining()));
     for (std::int64_t index = 0;; ++index) {
         const auto stored = reader.read(digestSize);
         const auto sizeBytes = reader.read(sizeof(std::uint32_t));
         const auto block = reader.read(loadLE<std::uint32_t>(sizeBytes.data()));
-        const auto computed = blockHMAC(static_cast<std::uint64_t>(index), sizeBytes, block, hmacKey);
+        const auto computed = blockHMAC(static_cast<std::uint64_t>(index), {.size = sizeBytes, .data = block}, base);
         if (!KdbxGate::isAuthentic(computed, stored))
             throw KdbxError::blockHmacMismatch(index);
         if (block.empty())
@@ -99,21 +104,21 @@ Bytes readHMACBlocks(KdbxReader& reader, ByteView hmacKey) {
     }
 }
 
-Bytes writeHMACBlocks(ByteView data, ByteView hmacKey, std::size_t blockSize) {
+Bytes writeHMACBlocks(ByteView data, const HmacBase& base, std::size_t blockSize) {
     Bytes out;
     out.reserve(framedSize(data, blockSize, hmacOverhead));
     forEachBlock(data, blockSize, [&](std::uint64_t index, ByteView block) {
         Bytes size;
         appendLE(size, static_cast<std::uint32_t>(block.size()));
-        append(out, blockHMAC(index, size, block, hmacKey));
+        append(out, blockHMAC(index, {.size = size, .data = block}, base));
         append(out, size);
         append(out, block);
     });
     return out;
 }
 
-Bytes blockKey(std::uint64_t index, ByteView hmacKey) {
-    return Sha2::sha512({eightBytes(index), hmacKey});
+Bytes blockKey(std::uint64_t index, const HmacBase& base) {
+    return Sha2::sha512({eightBytes(index), base.key});
 }
 
 }  // namespace KdbxCrypto

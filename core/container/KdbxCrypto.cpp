@@ -17,41 +17,34 @@ constexpr std::size_t chachaNonceSize = 12;
 constexpr std::uint64_t headerIndex = std::numeric_limits<std::uint64_t>::max();
 
 /// The IV's size is judged before the key is used for anything.
-void checkIV(KdbxCipher cipher, ByteView iv) {
-    if (cipher == KdbxCipher::aes256 && iv.size() != aesIVSize)
+void checkIV(const PayloadCipher& by) {
+    if (by.cipher == KdbxCipher::aes256 && by.iv.size() != aesIVSize)
         throw KdbxError::corruptedData("AES IV 16 bayt olmalı");
-    if (cipher == KdbxCipher::chacha20 && iv.size() != chachaNonceSize)
+    if (by.cipher == KdbxCipher::chacha20 && by.iv.size() != chachaNonceSize)
         throw KdbxError::corruptedData("ChaCha20 nonce 12 bayt olmalı");
 }
 
-Bytes chachaApplied(ByteView data, ByteView key, ByteView nonce) {
-    ChaCha20Stream stream(key, nonce, 0);
+Bytes chachaApplied(ByteView data, const PayloadCipher& by) {
+    ChaCha20Stream stream({.key = by.key, .nonce = by.iv}, 0);
     return stream.process(data);
 }
 
 }  // namespace
 
-Bytes decryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv) {
-    checkIV(cipher, iv);
-    return cipher == KdbxCipher::aes256 ? AESCipher::cbcDecrypt(data, key, iv) : chachaApplied(data, key, iv);
+Bytes decryptPayload(ByteView data, const PayloadCipher& by) {
+    checkIV(by);
+    return by.cipher == KdbxCipher::aes256 ? AESCipher::cbcDecrypt(data, {.key = by.key, .iv = by.iv})
+                                           : chachaApplied(data, by);
 }
 
-Bytes encryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv) {
-    checkIV(cipher, iv);
-    return cipher == KdbxCipher::aes256 ? AESCipher::cbcEncrypt(data, key, iv) : chachaApplied(data, key, iv);
+Bytes encryptPayload(ByteView data, const PayloadCipher& by) {
+    checkIV(by);
+    return by.cipher == KdbxCipher::aes256 ? AESCipher::cbcEncrypt(data, {.key = by.key, .iv = by.iv})
+                                           : chachaApplied(data, by);
 }
 
-Bytes headerHMAC(ByteView header, ByteView hmacKey) {
-    return Sha2::hmacSha256(blockKey(headerIndex, hmacKey), {header});
-}
-
-bool constantTimeEquals(ByteView a, ByteView b) noexcept {
-    if (a.size() != b.size())
-        return false;
-    std::uint8_t difference = 0;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        difference = static_cast<std::uint8_t>(difference | (a[i] ^ b[i]));
-    return difference == 0;
+Bytes headerHMAC(ByteView header, const HmacBase& base) {
+    return Sha2::hmacSha256({.key = blockKey(headerIndex, base)}, {header});
 }
 
 std::optional<InnerStreamID> innerStreamID(std::uint32_t rawValue) noexcept {
@@ -65,10 +58,12 @@ std::unique_ptr<InnerStreamCipher> makeInnerStream(InnerStreamID id, ByteView ke
         case InnerStreamID::none:
             return std::make_unique<NullStreamCipher>();
         case InnerStreamID::salsa20:
-            return std::make_unique<Salsa20Stream>(Sha2::sha256(key), salsaNonce);
+            return std::make_unique<Salsa20Stream>(StreamKey{.key = Sha2::sha256(key), .nonce = salsaNonce});
         case InnerStreamID::chaCha20: {
             const auto digest = Sha2::sha512(key);
-            return std::make_unique<ChaCha20Stream>(ByteView(digest).first(32), ByteView(digest).subspan(32, 12), 0);
+            const StreamKey start{.key = ByteView(digest).first(32),
+                                  .nonce = ByteView(digest).subspan(32, chachaNonceSize)};
+            return std::make_unique<ChaCha20Stream>(start, 0);
         }
         case InnerStreamID::arcFourVariant:
             break;

@@ -6,8 +6,8 @@
 #include "core/primitives/Bytes.h"
 #include "core/primitives/InnerStreamCipher.h"
 #include "core/primitives/Random.h"
+#include "core/primitives/Salsa20Stream.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -18,9 +18,16 @@ namespace KdbxCrypto {
 /// Bytes of payload in one block as we write it.
 inline constexpr std::size_t defaultBlockSize = 1'048'576;
 
+/// How a payload is enciphered.
+struct PayloadCipher {
+    KdbxCipher cipher;
+    ByteView key;
+    ByteView iv;  // of ChaCha20 the nonce
+};
+
 /// @throws KdbxError corruptedData for an IV (AES) or nonce (ChaCha20) of the wrong size, AESCipher::Error.
-[[nodiscard]] Bytes decryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv);
-[[nodiscard]] Bytes encryptPayload(ByteView data, KdbxCipher cipher, ByteView key, ByteView iv);
+[[nodiscard]] Bytes decryptPayload(ByteView data, const PayloadCipher& by);
+[[nodiscard]] Bytes encryptPayload(ByteView data, const PayloadCipher& by);
 
 /// The data of a stream of SHA-256 blocks (KDBX 3). `reader` is left behind the terminator.
 ///
@@ -29,23 +36,26 @@ inline constexpr std::size_t defaultBlockSize = 1'048'576;
 /// `blockSize` fits in 32 bits and is not 0, a precondition: it is one of our constants.
 [[nodiscard]] Bytes writeHashedBlocks(ByteView data, std::size_t blockSize);
 
+/// The base from which each HMAC of a file has a key of its own; see `KdbxKeys::DerivedKeys`.
+struct HmacBase {
+    ByteView key;
+};
+
 /// The data of a stream of HMAC blocks (KDBX 4), each believed only once it has verified, the terminator too.
 /// `reader` is left behind the terminator.
 ///
 /// @throws KdbxError corruptedData, or blockHmacMismatch with the block's index.
-[[nodiscard]] Bytes readHMACBlocks(KdbxReader& reader, ByteView hmacKey);
+[[nodiscard]] Bytes readHMACBlocks(KdbxReader& reader, const HmacBase& base);
 /// As for `writeHashedBlocks`.
-[[nodiscard]] Bytes writeHMACBlocks(ByteView data, ByteView hmacKey, std::size_t blockSize);
+[[nodiscard]] Bytes writeHMACBlocks(ByteView data, const HmacBase& base, std::size_t blockSize);
 
 /// The 64-byte key of one HMAC block.
-[[nodiscard]] Bytes blockKey(std::uint64_t index, ByteView hmacKey);
+[[nodiscard]] Bytes blockKey(std::uint64_t index, const HmacBase& base);
 
 /// The HMAC of the outer header, under the key of the index that no block can have.
-[[nodiscard]] Bytes headerHMAC(ByteView header, ByteView hmacKey);
+[[nodiscard]] Bytes headerHMAC(ByteView header, const HmacBase& base);
 
-/// Whether both are the same, in a time that depends on their sizes alone.
-[[nodiscard]] bool constantTimeEquals(ByteView a, ByteView b) noexcept;
-
+using ::constantTimeEquals;
 using ::randomBytes;
 
 /// How protected values are enciphered inside the document.
@@ -55,7 +65,7 @@ enum class InnerStreamID : std::uint32_t { none = 0, arcFourVariant = 1, salsa20
 [[nodiscard]] std::optional<InnerStreamID> innerStreamID(std::uint32_t rawValue) noexcept;
 
 /// The nonce of every Salsa20 inner stream.
-inline constexpr std::array<std::uint8_t, 8> salsaNonce{0xE8, 0x30, 0x09, 0x4B, 0x97, 0x20, 0x5D, 0x2A};
+inline constexpr auto& salsaNonce = Salsa20Stream::kdbxNonce;
 
 /// A new stream at its start. `key` may have any size, since it is hashed.
 ///

@@ -42,9 +42,9 @@ KdbxXML::Document parsePayload(ByteView payload, const KdbxHeader& header) {
 
 /// The deciphered rest of a KDBX 3 file. Whatever goes wrong is told as wrong credentials: in CBC a wrong key shows
 /// as bad padding, and nothing authenticates the IV.
-Bytes decryptKdbx3(ByteView ciphertext, KdbxCipher cipher, ByteView masterKey, ByteView iv) {
+Bytes decryptKdbx3(ByteView ciphertext, const KdbxCrypto::PayloadCipher& by) {
     try {
-        return KdbxCrypto::decryptPayload(ciphertext, cipher, masterKey, iv);
+        return KdbxCrypto::decryptPayload(ciphertext, by);
     } catch (const KdbxError&) {
         throw KdbxError::invalidCredentials();
     } catch (const AESCipher::Error&) {
@@ -83,12 +83,12 @@ KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& k
     if (!keys.hmac)
         throw KdbxError::cryptoFailure("KDBX 4 için HMAC anahtarı türetilemedi");
     // The one moment at which a wrong password shows: what fails from here on is damage.
-    if (!KdbxGate::isAuthentic(KdbxCrypto::headerHMAC(header.rawData, *keys.hmac), storedHMAC))
+    if (!KdbxGate::isAuthentic(KdbxCrypto::headerHMAC(header.rawData, {.key = *keys.hmac}), storedHMAC))
         throw KdbxError::invalidCredentials();
 
-    auto payload = KdbxCrypto::readHMACBlocks(reader, *keys.hmac);
+    auto payload = KdbxCrypto::readHMACBlocks(reader, {.key = *keys.hmac});
     const auto cipher = header.cipher();
-    payload = KdbxCrypto::decryptPayload(payload, cipher, keys.master, header.encryptionIV);
+    payload = KdbxCrypto::decryptPayload(payload, {.cipher = cipher, .key = keys.master, .iv = header.encryptionIV});
     payload = decompressedIf(header.compressed(), std::move(payload));
     auto document = parsePayload(payload, header);
     return {.meta = std::move(document.meta),
@@ -106,7 +106,7 @@ KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& k
     const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
     const auto cipher = header.cipher();
     const auto ciphertext = file.subspan(static_cast<std::size_t>(header.endOffset));
-    auto payload = decryptKdbx3(ciphertext, cipher, keys.master, header.encryptionIV);
+    auto payload = decryptKdbx3(ciphertext, {.cipher = cipher, .key = keys.master, .iv = header.encryptionIV});
     KdbxReader blocks(behindStartBytes(payload, *header.streamStartBytes));
     payload = KdbxCrypto::readHashedBlocks(blocks);
     payload = decompressedIf(header.compressed(), std::move(payload));

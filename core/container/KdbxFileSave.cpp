@@ -62,12 +62,13 @@ Bytes saveBehind(const KdbxHeader& header, const KdbxDatabase& database, const K
     auto payload = payloadOf(database, header.major);
     if (header.compressed())
         payload = Gzip::compress(payload);
-    payload = KdbxCrypto::encryptPayload(payload, header.cipher(), keys.master, header.encryptionIV);
+    payload =
+        KdbxCrypto::encryptPayload(payload, {.cipher = header.cipher(), .key = keys.master, .iv = header.encryptionIV});
 
     Bytes file = header.rawData;
     append(file, Sha2::sha256(header.rawData));
-    append(file, KdbxCrypto::headerHMAC(header.rawData, *keys.hmac));
-    append(file, KdbxCrypto::writeHMACBlocks(payload, *keys.hmac, KdbxCrypto::defaultBlockSize));
+    append(file, KdbxCrypto::headerHMAC(header.rawData, {.key = *keys.hmac}));
+    append(file, KdbxCrypto::writeHMACBlocks(payload, {.key = *keys.hmac}, KdbxCrypto::defaultBlockSize));
     return file;
 }
 

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "core/container/KdbxGate.h"
 
-#include "core/container/KdbxCrypto.h"
-
 namespace KdbxGate {
 
 bool isAuthentic(ByteView computed, ByteView claimed) noexcept {
-    return KdbxCrypto::constantTimeEquals(computed, claimed);
+    return constantTimeEquals(computed, claimed);
 }
 
 Argon2::Cost argon2Cost(const Argon2::Cost& asked) noexcept {

@@ -166,18 +166,19 @@ Bytes run(const VariantDictionary& parameters, ByteView compositeKey, Derivation
     const auto id = identifier(parameters);
     const Reader reader(parameters);
     if (id == KdbxUUIDs::kdfAes())
-        return aesKdf(compositeKey, reader.bytes(Key::salt), reader.rounds(), derivation);
+        return aesKdf(compositeKey, {.seed = reader.bytes(Key::salt), .rounds = reader.rounds()}, derivation);
     if (const auto variant = argon2Variant(id))
         return argon2(*variant, compositeKey, reader, derivation);
     throw KdbxError::unsupportedKdf(id.text());
 }
 
-Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds, Derivation* derivation) {
+Bytes aesKdf(ByteView input, const AesKdfParameters& parameters, Derivation* derivation) {
     if (input.size() != keySize)
         throw KdbxError::cryptoFailure("AES-KDF girdisi 32 bayt olmalı");
-    if (seed.size() != keySize)
+    if (parameters.seed.size() != keySize)
         throw KdbxError::cryptoFailure("AES-KDF tohumu 32 bayt olmalı");
-    return Sha2::sha256(AESCipher::ecbEncryptRepeatedly(input, seed, KdbxGate::aesRounds(rounds), derivation));
+    return Sha2::sha256(AESCipher::ecbEncryptRepeatedly(input, {.key = parameters.seed},
+                                                        KdbxGate::aesRounds(parameters.rounds), derivation));
 }
 
 }  // namespace KdbxKeyDerivation

@@ -34,9 +34,15 @@ inline constexpr std::uint64_t defaultRounds = 6000;
 /// @throws KdbxError, AESCipher::Error, Argon2::Error or DerivationGivenUp.
 [[nodiscard]] Bytes run(const VariantDictionary& parameters, ByteView compositeKey, Derivation* derivation);
 
+/// What the AES derivation runs under, and how often.
+struct AesKdfParameters {
+    ByteView seed;
+    std::uint64_t rounds;
+};
+
 /// The AES key derivation alone; 32 bytes.
 ///
-/// @throws KdbxError cryptoFailure unless `input` and `seed` have 32 bytes; AESCipher::Error; DerivationGivenUp.
-[[nodiscard]] Bytes aesKdf(ByteView input, ByteView seed, std::uint64_t rounds, Derivation* derivation = nullptr);
+/// @throws KdbxError cryptoFailure unless input and seed have 32 bytes; AESCipher::Error; DerivationGivenUp.
+[[nodiscard]] Bytes aesKdf(ByteView input, const AesKdfParameters& parameters, Derivation* derivation = nullptr);
 
 }  // namespace KdbxKeyDerivation

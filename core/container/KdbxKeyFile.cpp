@@ -74,7 +74,7 @@ KeyFileResult version2Key(const KdbxXMLNode& data) {
     const auto hash = data.attributes.find("Hash");
     if (hash != data.attributes.end()) {
         const auto claimed = withoutWhitespace(hash->second);
-        if (!Text::equal(Text::uppercased(textOf(claimed)), hashPrefix(*decoded)))
+        if (!constantTimeEquals(bytesOf(Text::uppercased(textOf(claimed))), bytesOf(hashPrefix(*decoded))))
             throw KdbxError::corruptedData("anahtar dosyası bütünlük kontrolünden geçemedi");
     }
     return {std::move(*decoded), KeyFileKind::xmlV2};

@@ -13,8 +13,8 @@ constexpr std::size_t blockSize = 16;
 
 constexpr std::int32_t alignmentStatus = -4303;
 
-Bytes run(AESOperation::Direction direction, ByteView data, ByteView key, ByteView iv) {
-    AESOperation operation(direction, key, iv);
+Bytes run(AESOperation::Direction direction, ByteView data, const KeyMaterial& under) {
+    AESOperation operation(direction, under);
     Bytes out(data.size() + blockSize);
     auto size = operation.update(out.data(), data);
     size += operation.finish(out.data() + size);
@@ -27,20 +27,20 @@ void checkKey(ByteView key) {
         throw Error::invalidKeyLength(std::ssize(key));
 }
 
-Bytes cbc(AESOperation::Direction direction, ByteView data, ByteView key, ByteView iv) {
-    checkKey(key);
-    if (iv.size() != blockSize)
-        throw Error::invalidIVLength(std::ssize(iv));
+Bytes cbc(AESOperation::Direction direction, ByteView data, const KeyMaterial& under) {
+    checkKey(under.key);
+    if (under.iv.size() != blockSize)
+        throw Error::invalidIVLength(std::ssize(under.iv));
     if (direction == AESOperation::Direction::decrypt && data.size() % blockSize != 0)
         throw Error::cryptoFailure(alignmentStatus);
-    return run(direction, data, key, iv);
+    return run(direction, data, under);
 }
 
-Bytes ecb(AESOperation::Direction direction, ByteView data, ByteView key) {
+Bytes ecb(AESOperation::Direction direction, ByteView data, const KeyMaterial& under) {
     if (data.size() % blockSize != 0)
         throw Error::invalidBlockAlignment(std::ssize(data));
-    checkKey(key);
-    return run(direction, data, key, {});
+    checkKey(under.key);
+    return run(direction, data, {.key = under.key});
 }
 
 }  // namespace
@@ -58,24 +58,24 @@ std::string ErrorCases::describe(const Case& failure) {
         failure);
 }
 
-Bytes cbcEncrypt(ByteView data, ByteView key, ByteView iv) {
-    return cbc(AESOperation::Direction::encrypt, data, key, iv);
+Bytes cbcEncrypt(ByteView data, const KeyMaterial& under) {
+    return cbc(AESOperation::Direction::encrypt, data, under);
 }
 
-Bytes cbcDecrypt(ByteView data, ByteView key, ByteView iv) {
-    return cbc(AESOperation::Direction::decrypt, data, key, iv);
+Bytes cbcDecrypt(ByteView data, const KeyMaterial& under) {
+    return cbc(AESOperation::Direction::decrypt, data, under);
 }
 
-Bytes ecbEncryptNoPadding(ByteView data, ByteView key) {
-    return ecb(AESOperation::Direction::encrypt, data, key);
+Bytes ecbEncryptNoPadding(ByteView data, const KeyMaterial& under) {
+    return ecb(AESOperation::Direction::encrypt, data, under);
 }
 
-Bytes ecbDecryptNoPadding(ByteView data, ByteView key) {
-    return ecb(AESOperation::Direction::decrypt, data, key);
+Bytes ecbDecryptNoPadding(ByteView data, const KeyMaterial& under) {
+    return ecb(AESOperation::Direction::decrypt, data, under);
 }
 
-Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
-    return AESRounds::run(AESRounds::bestImplementation(), block, key, rounds, derivation);
+Bytes ecbEncryptRepeatedly(ByteView block, const KeyMaterial& under, std::uint64_t rounds, Derivation* derivation) {
+    return AESRounds::run(AESRounds::bestImplementation(), block, under, rounds, derivation);
 }
 
 }  // namespace AESCipher

@@ -45,19 +45,28 @@ public:
     static constexpr FailureMaker<Error, CryptoFailure, std::int32_t> cryptoFailure{};
 };
 
+/// What AES runs under: a key of 32 bytes, and in CBC an IV of 16.
+struct KeyMaterial {
+    ByteView key;
+    ByteView iv = {};
+};
+
 /// @throws Error, the key's length before the IV's.
-[[nodiscard]] Bytes cbcEncrypt(ByteView data, ByteView key, ByteView iv);
-[[nodiscard]] Bytes cbcDecrypt(ByteView data, ByteView key, ByteView iv);
+[[nodiscard]] Bytes cbcEncrypt(ByteView data, const KeyMaterial& under);
+[[nodiscard]] Bytes cbcDecrypt(ByteView data, const KeyMaterial& under);
 
+/// An IV is not looked at, here and below.
+///
 /// @throws Error, the data's length before the key's.
-[[nodiscard]] Bytes ecbEncryptNoPadding(ByteView data, ByteView key);
-[[nodiscard]] Bytes ecbDecryptNoPadding(ByteView data, ByteView key);
+[[nodiscard]] Bytes ecbEncryptNoPadding(ByteView data, const KeyMaterial& under);
+[[nodiscard]] Bytes ecbDecryptNoPadding(ByteView data, const KeyMaterial& under);
 
-/// `block`, of 32 bytes, with each half enciphered `rounds` times over itself: the loop of the AES key derivation,
-/// which one who is given may watch and give up. Sizes are a precondition: KdbxKeys has checked both.
+/// `block`, of 32 bytes, with each half enciphered `rounds` times over itself: the loop of the AES key derivation.
+/// It reports to `derivation`, if there is one, and can be given up there. Sizes are a precondition: the derivation has
+/// checked both.
 ///
 /// @throws Error, DerivationGivenUp
-[[nodiscard]] Bytes ecbEncryptRepeatedly(ByteView block, ByteView key, std::uint64_t rounds,
+[[nodiscard]] Bytes ecbEncryptRepeatedly(ByteView block, const KeyMaterial& under, std::uint64_t rounds,
                                          Derivation* derivation = nullptr);
 
 }  // namespace AESCipher

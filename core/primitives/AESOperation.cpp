@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/primitives/AESOperation.h"
 
-#include "core/primitives/AESCipher.h"
-
 #include <openssl/evp.h>
 
 #include <algorithm>
@@ -39,7 +37,8 @@ void require(bool succeeded) {
 
 }  // namespace
 
-AESOperation::AESOperation(Direction direction, ByteView key, ByteView iv) {
+AESOperation::AESOperation(Direction direction, const AESCipher::KeyMaterial& under) {
+    const auto& [key, iv] = under;
     const auto& [cbc, ecb, context] = threadContext();
     const auto* algorithm = iv.empty() ? ecb.get() : cbc.get();
     require(algorithm && EVP_CipherInit_ex2(context.get(), algorithm, key.data(), iv.data(),

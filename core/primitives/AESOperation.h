@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/Bytes.h"
+#include "core/primitives/AESCipher.h"
 
 #include <cstdint>
 
@@ -11,11 +11,10 @@ class AESOperation {
 public:
     enum class Direction : std::uint8_t { decrypt, encrypt };
 
-    /// With an IV it is CBC with PKCS#7 padding; with an empty one ECB without padding. `key` has 32 bytes,
-    /// `iv` 16 or none, and no length is checked here.
+    /// With an IV it is CBC with PKCS#7 padding; with an empty one ECB without padding. No length is checked here.
     ///
     /// @throws AESCipher::Error cryptoFailure(-4308) when the library fails, here and in `update`.
-    AESOperation(Direction direction, ByteView key, ByteView iv);
+    AESOperation(Direction direction, const AESCipher::KeyMaterial& under);
     ~AESOperation();
     AESOperation(const AESOperation&) = delete;
     AESOperation& operator=(const AESOperation&) = delete;

@@ -18,7 +18,7 @@ constexpr std::uint64_t roundsInPart = 1U << 16;
 
 /// One call a round for both halves: the fixed cost of a call is what a round costs.
 void encipherThroughLibrary(Bytes& block, ByteView key, std::uint64_t rounds) {
-    AESOperation operation(AESOperation::Direction::encrypt, key, {});
+    AESOperation operation(AESOperation::Direction::encrypt, {.key = key});
     for (std::uint64_t round = 0; round < rounds; ++round)
         operation.update(block.data(), block);
 }
@@ -36,7 +36,9 @@ Implementation bestImplementation() noexcept {
     return isSupported(Implementation::aesInstructions) ? Implementation::aesInstructions : Implementation::portable;
 }
 
-Bytes run(Implementation implementation, ByteView block, ByteView key, std::uint64_t rounds, Derivation* derivation) {
+Bytes run(Implementation implementation, ByteView block, const AESCipher::KeyMaterial& under, std::uint64_t rounds,
+          Derivation* derivation) {
+    const auto key = under.key;
     // The only callers hand in SHA-256 digests and seeds whose size they have checked.
     precondition(block.size() == blockSize && key.size() == keySize);
     Bytes result = copyOf(block);

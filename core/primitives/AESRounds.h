@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/primitives/Bytes.h"
-#include "core/primitives/Derivation.h"
+#include "core/primitives/AESCipher.h"
 #include "core/primitives/Implementation.h"
 
 #include <cstdint>
@@ -18,7 +17,7 @@ namespace AESRounds {
 ///
 /// @throws AESCipher::Error cryptoFailure where the library fails, in the portable implementation alone;
 /// DerivationGivenUp.
-[[nodiscard]] Bytes run(Implementation implementation, ByteView block, ByteView key, std::uint64_t rounds,
-                        Derivation* derivation = nullptr);
+[[nodiscard]] Bytes run(Implementation implementation, ByteView block, const AESCipher::KeyMaterial& under,
+                        std::uint64_t rounds, Derivation* derivation = nullptr);
 
 }  // namespace AESRounds

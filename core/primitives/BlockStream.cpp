@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "core/primitives/BlockStream.h"
 
-#include "core/primitives/Bytes.h"
-
 #include <algorithm>
 
 using StreamBlocks::blockSize;

@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/primitives/Bytes.h"
 #include "core/primitives/StreamBlocks.h"
 
 #include <span>
+
+/// What starts a keystream.
+struct StreamKey {
+    ByteView key;
+    ByteView nonce;
+};
 
 /// A cipher's keystream with its position, which goes on from call to call, also in the middle of a block.
 /// What it held is wiped when it goes.

@@ -51,6 +51,9 @@ using Bytes = std::vector<std::uint8_t, WipingAllocator<std::uint8_t>>;
 /// Bytes that somebody else owns.
 using ByteView = std::span<const std::uint8_t>;
 
+/// Whether both are the same, in a time that depends on their sizes alone.
+[[nodiscard]] bool constantTimeEquals(ByteView a, ByteView b) noexcept;
+
 /// The bytes of a text, borrowed.
 [[nodiscard]] inline ByteView bytesOf(std::string_view text) noexcept {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};

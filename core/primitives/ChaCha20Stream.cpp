@@ -19,7 +19,8 @@ StreamBlocks::Cipher cipherFor(ByteView nonce) {
     return nonce.size() == shortNonceSize ? StreamBlocks::Cipher::chaCha20Wide : StreamBlocks::Cipher::chaCha20;
 }
 
-StreamBlocks::State stateOf(ByteView key, ByteView nonce, std::uint32_t counter) {
+StreamBlocks::State stateOf(const StreamKey& start, std::uint32_t counter) {
+    const auto& [key, nonce] = start;
     // Keys are digests, and the payload's nonce is measured by the code that hands it in.
     precondition(key.size() == keySize && (nonce.size() == nonceSize || nonce.size() == shortNonceSize));
     StreamBlocks::State state{};
@@ -32,8 +33,8 @@ StreamBlocks::State stateOf(ByteView key, ByteView nonce, std::uint32_t counter)
 
 }  // namespace
 
-ChaCha20Stream::ChaCha20Stream(ByteView key, ByteView nonce, std::uint32_t counter)
-    : m_stream(cipherFor(nonce), stateOf(key, nonce, counter)) {}
+ChaCha20Stream::ChaCha20Stream(const StreamKey& start, std::uint32_t counter)
+    : m_stream(cipherFor(start.nonce), stateOf(start, counter)) {}
 
 void ChaCha20Stream::processInPlace(std::span<std::uint8_t> data) {
     m_stream.process(data);

@@ -9,7 +9,7 @@ class ChaCha20Stream final : public InnerStreamCipher {
 public:
     /// `key` has 32 bytes; `nonce` 12, or 8 for the wide counter. `counter` is that of the first block.
     /// Other sizes are a precondition: every caller takes them from a hash or has checked them.
-    ChaCha20Stream(ByteView key, ByteView nonce, std::uint32_t counter);
+    ChaCha20Stream(const StreamKey& start, std::uint32_t counter);
 
     void processInPlace(std::span<std::uint8_t> data) override;
 

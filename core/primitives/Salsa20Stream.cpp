@@ -15,7 +15,8 @@ constexpr std::size_t nonceSize = 8;
 constexpr std::array<std::uint32_t, 4> constants{0x61707865, 0x3320646e, 0x79622d32, 0x6b206574};
 constexpr std::array<std::uint32_t, 4> shortKeyConstants{0x61707865, 0x3120646e, 0x79622d36, 0x6b206574};
 
-StreamBlocks::State stateOf(ByteView key, ByteView nonce) {
+StreamBlocks::State stateOf(const StreamKey& start) {
+    const auto& [key, nonce] = start;
     // The inner stream's key is a digest and its nonce a constant.
     precondition((key.size() == keySize || key.size() == shortKeySize) && nonce.size() == nonceSize);
     const auto& words = key.size() == keySize ? constants : shortKeyConstants;
@@ -30,8 +31,7 @@ StreamBlocks::State stateOf(ByteView key, ByteView nonce) {
 
 }  // namespace
 
-Salsa20Stream::Salsa20Stream(ByteView key, ByteView nonce)
-    : m_stream(StreamBlocks::Cipher::salsa20, stateOf(key, nonce)) {}
+Salsa20Stream::Salsa20Stream(const StreamKey& start) : m_stream(StreamBlocks::Cipher::salsa20, stateOf(start)) {}
 
 void Salsa20Stream::processInPlace(std::span<std::uint8_t> data) {
     m_stream.process(data);

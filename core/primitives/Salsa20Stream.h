@@ -13,7 +13,7 @@ public:
     static constexpr std::array<std::uint8_t, 8> kdbxNonce{0xE8, 0x30, 0x09, 0x4B, 0x97, 0x20, 0x5D, 0x2A};
 
     /// `key` has 32 or 16 bytes, `nonce` 8. Other sizes are a precondition: callers hand in hashes and constants.
-    Salsa20Stream(ByteView key, ByteView nonce);
+    explicit Salsa20Stream(const StreamKey& start);
 
     void processInPlace(std::span<std::uint8_t> data) override;
 

@@ -75,7 +75,8 @@ Bytes sha512(std::initializer_list<ByteView> pieces) {
     return sha512Digest()(pieces);
 }
 
-Bytes hmacSha256(ByteView key, std::initializer_list<ByteView> pieces) {
+Bytes hmacSha256(const HmacKey& under, std::initializer_list<ByteView> pieces) {
+    const auto key = under.key;
     const Bytes shortKey = key.size() > hmacBlockSize ? sha256(key) : copyOf(key);
     auto& digest = sha256Digest();
     Bytes inner(32);

@@ -20,6 +20,11 @@ namespace Sha2 {
     return sha512({data});
 }
 
-[[nodiscard]] Bytes hmacSha256(ByteView key, std::initializer_list<ByteView> pieces);
+/// A key of HMAC. It has a type, because under the data the key would have a MAC as well.
+struct HmacKey {
+    ByteView key;
+};
+
+[[nodiscard]] Bytes hmacSha256(const HmacKey& under, std::initializer_list<ByteView> pieces);
 
 }  // namespace Sha2

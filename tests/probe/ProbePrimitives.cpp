@@ -78,7 +78,7 @@ Json chacha20(const Json& request) {
     const auto nonce = bytes(request, "nonce");
     require(key.size() == 32, "key: not 32 bytes");
     require(nonce.size() == 12 || nonce.size() == 8, "nonce: neither 12 nor 8 bytes");
-    ChaCha20Stream stream(key, nonce, number32(request, "counter"));
+    ChaCha20Stream stream({.key = key, .nonce = nonce}, number32(request, "counter"));
     return processed(stream, request);
 }
 
@@ -87,7 +87,7 @@ Json salsa20(const Json& request) {
     const auto nonce = bytes(request, "nonce");
     require(key.size() == 32 || key.size() == 16, "key: neither 32 nor 16 bytes");
     require(nonce.size() == 8, "nonce: not 8 bytes");
-    Salsa20Stream stream(key, nonce);
+    Salsa20Stream stream({.key = key, .nonce = nonce});
     return processed(stream, request);
 }
 
@@ -96,19 +96,19 @@ Json aes(const Json& request) {
     const auto data = bytes(request, "data");
     const auto key = bytes(request, "key");
     if (mode == "ecbEncrypt")
-        return toHex(AESCipher::ecbEncryptNoPadding(data, key));
+        return toHex(AESCipher::ecbEncryptNoPadding(data, {.key = key}));
     if (mode == "ecbDecrypt")
-        return toHex(AESCipher::ecbDecryptNoPadding(data, key));
+        return toHex(AESCipher::ecbDecryptNoPadding(data, {.key = key}));
     const auto iv = bytes(request, "iv");
     if (mode == "cbcEncrypt")
-        return toHex(AESCipher::cbcEncrypt(data, key, iv));
+        return toHex(AESCipher::cbcEncrypt(data, {.key = key, .iv = iv}));
     require(mode == "cbcDecrypt", "mode: unknown");
-    return toHex(AESCipher::cbcDecrypt(data, key, iv));
+    return toHex(AESCipher::cbcDecrypt(data, {.key = key, .iv = iv}));
 }
 
 Json aesKdf(const Json& request) {
-    return toHex(
-        KdbxKeys::aesKdf(bytes(request, "input"), bytes(request, "seed"), number(request, "rounds", 0, most64)));
+    return toHex(KdbxKeys::aesKdf(bytes(request, "input"),
+                                  {.seed = bytes(request, "seed"), .rounds = number(request, "rounds", 0, most64)}));
 }
 
 Json gzip(const Json& request) {

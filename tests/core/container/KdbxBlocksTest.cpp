@@ -16,7 +16,7 @@ const Bytes hmacKey(64, 0x5A);
 
 Bytes readHMAC(ByteView stream) {
     KdbxReader reader(stream);
-    return KdbxCrypto::readHMACBlocks(reader, hmacKey);
+    return KdbxCrypto::readHMACBlocks(reader, {.key = hmacKey});
 }
 
 Bytes readHashed(ByteView stream) {
@@ -54,13 +54,13 @@ Bytes joined(std::initializer_list<Bytes> pieces) {
 }
 
 TEST(HMACBlocksTest, aBlocksKeyIsAHashOfItsIndexAndTheBaseKey) {
-    EXPECT_EQ(toHex(KdbxCrypto::blockKey(0, hmacKey)),
+    EXPECT_EQ(toHex(KdbxCrypto::blockKey(0, {.key = hmacKey})),
               "1235bc2f2675eef9598790e9c6b970440c9db5d3b2033dc1beead9f214e1899a"
               "d43295b0f81c9854b9ed86b4bbd0cffe7fa3c182b2a3a007e88a50ac291e41ba");
 }
 
 TEST(HMACBlocksTest, areFramedByHMACAndSize) {
-    EXPECT_EQ(toHex(KdbxCrypto::writeHMACBlocks(bytesOf("abcde"), hmacKey, 3)),
+    EXPECT_EQ(toHex(KdbxCrypto::writeHMACBlocks(bytesOf("abcde"), {.key = hmacKey}, 3)),
               "404a7606f703f3e9cd74891fe2b60203cd0f410dc3aaf8aaf53eb955f98823f2"
               "03000000"
               "616263"
@@ -74,13 +74,13 @@ TEST(HMACBlocksTest, areFramedByHMACAndSize) {
 TEST(HMACBlocksTest, readBackWhatWasWritten) {
     for (const std::size_t size : {0, 1, 2, 3, 4, 6, 7}) {
         const Bytes data(size, 0x77);
-        EXPECT_EQ(readHMAC(KdbxCrypto::writeHMACBlocks(data, hmacKey, 3)), data) << size;
+        EXPECT_EQ(readHMAC(KdbxCrypto::writeHMACBlocks(data, {.key = hmacKey}, 3)), data) << size;
     }
 }
 
 TEST(HMACBlocksTest, aFullBlockStandsAloneBeforeTheTerminator) {
     const auto blocks = [](std::size_t size) {
-        const auto stream = KdbxCrypto::writeHMACBlocks(Bytes(size, 1), hmacKey, KdbxCrypto::defaultBlockSize);
+        const auto stream = KdbxCrypto::writeHMACBlocks(Bytes(size, 1), {.key = hmacKey}, KdbxCrypto::defaultBlockSize);
         return (stream.size() - size) / hmacOverhead;
     };
     EXPECT_EQ(KdbxCrypto::defaultBlockSize, 1048576u);
@@ -91,7 +91,7 @@ TEST(HMACBlocksTest, aFullBlockStandsAloneBeforeTheTerminator) {
 }
 
 TEST(HMACBlocksTest, aChangedByteNamesItsBlock) {
-    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaabbbccc"), hmacKey, 3);
+    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaabbbccc"), {.key = hmacKey}, 3);
     const auto blockSize = hmacOverhead + 3;
     for (std::size_t i = 0; i < stream.size(); ++i) {
         const auto block = static_cast<int>(std::min<std::size_t>(i / blockSize, 3));
@@ -107,7 +107,7 @@ TEST(HMACBlocksTest, aChangedByteNamesItsBlock) {
 }
 
 TEST(HMACBlocksTest, swappedBlocksFailThoughNoIndexIsStored) {
-    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaabbb"), hmacKey, 3);
+    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaabbb"), {.key = hmacKey}, 3);
     const auto view = ByteView(stream);
     auto swapped = copyOf(view.subspan(39, 39));
     append(swapped, view.first(39));
@@ -118,7 +118,7 @@ TEST(HMACBlocksTest, swappedBlocksFailThoughNoIndexIsStored) {
 }
 
 TEST(HMACBlocksTest, theTerminatorIsAuthenticatedBeforeItIsBelieved) {
-    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaa"), hmacKey, 3);
+    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("aaa"), {.key = hmacKey}, 3);
     auto cut = copyOf(ByteView(stream).first(39));
     append(cut, Bytes(36, 0));
 
@@ -126,16 +126,16 @@ TEST(HMACBlocksTest, theTerminatorIsAuthenticatedBeforeItIsBelieved) {
 }
 
 TEST(HMACBlocksTest, whatFollowsTheTerminatorStaysInTheReader) {
-    auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("abc"), hmacKey, 3);
+    auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("abc"), {.key = hmacKey}, 3);
     append(stream, bytesOf("fazla"));
     KdbxReader reader(stream);
 
-    EXPECT_EQ(textOf(KdbxCrypto::readHMACBlocks(reader, hmacKey)), "abc");
+    EXPECT_EQ(textOf(KdbxCrypto::readHMACBlocks(reader, {.key = hmacKey})), "abc");
     EXPECT_EQ(reader.remaining(), 5);
 }
 
 TEST(HMACBlocksTest, everyPrefixRunsShort) {
-    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("abcd"), hmacKey, 3);
+    const auto stream = KdbxCrypto::writeHMACBlocks(bytesOf("abcd"), {.key = hmacKey}, 3);
     for (std::size_t size = 0; size < stream.size(); ++size)
         EXPECT_TRUE(readingHMAC(ByteView(stream).first(size)).find("beklenenden kısa veri") != std::string::npos)
             << size;
@@ -152,12 +152,12 @@ TEST(HMACBlocksTest, theHeadersHMACIsNeverABlocks) {
     Bytes message;
     appendLE(message, std::uint64_t{0});
     appendLE(message, std::uint32_t{0});
-    const auto stream = KdbxCrypto::writeHMACBlocks({}, hmacKey, 3);
-    EXPECT_NE(KdbxCrypto::headerHMAC(message, hmacKey), copyOf(ByteView(stream).first(32)));
+    const auto stream = KdbxCrypto::writeHMACBlocks({}, {.key = hmacKey}, 3);
+    EXPECT_NE(KdbxCrypto::headerHMAC(message, {.key = hmacKey}), copyOf(ByteView(stream).first(32)));
 }
 
 TEST(HMACBlocksDeathTest, aBlockSizeThatDoesNotFitIsAProgrammersFault) {
-    EXPECT_DEATH((void)KdbxCrypto::writeHMACBlocks(Bytes(1), hmacKey, 0), "precondition failed");
+    EXPECT_DEATH((void)KdbxCrypto::writeHMACBlocks(Bytes(1), {.key = hmacKey}, 0), "precondition failed");
     EXPECT_DEATH((void)KdbxCrypto::writeHashedBlocks(Bytes(1), std::size_t{1} << 32), "precondition failed");
 }
 

@@ -19,11 +19,15 @@ const Bytes key(32, 0x11);
 const Bytes hmacKey(64, 0x5A);
 
 std::string deciphering(KdbxCipher cipher, std::size_t ivSize) {
-    return outcomeOf([&] { return KdbxCrypto::decryptPayload(Bytes(32, 1), cipher, key, Bytes(ivSize, 2)); });
+    return outcomeOf([&] {
+        return KdbxCrypto::decryptPayload(Bytes(32, 1), {.cipher = cipher, .key = key, .iv = Bytes(ivSize, 2)});
+    });
 }
 
 std::string enciphering(KdbxCipher cipher, std::size_t ivSize) {
-    return outcomeOf([&] { return KdbxCrypto::encryptPayload(Bytes(32, 1), cipher, key, Bytes(ivSize, 2)); });
+    return outcomeOf([&] {
+        return KdbxCrypto::encryptPayload(Bytes(32, 1), {.cipher = cipher, .key = key, .iv = Bytes(ivSize, 2)});
+    });
 }
 
 TEST(KdbxCryptoTest, wantsAnAESIVOf16Bytes) {
@@ -38,7 +42,10 @@ TEST(KdbxCryptoTest, wantsAChaCha20NonceOf12BytesAlsoWhereTheKeyIsUnusable) {
         EXPECT_EQ(deciphering(KdbxCipher::chacha20, size), corruptedData("ChaCha20 nonce 12 bayt olmalı")) << size;
         EXPECT_EQ(enciphering(KdbxCipher::chacha20, size), corruptedData("ChaCha20 nonce 12 bayt olmalı")) << size;
     }
-    EXPECT_EQ(outcomeOf([] { return KdbxCrypto::decryptPayload({}, KdbxCipher::chacha20, Bytes(3), Bytes(16)); }),
+    EXPECT_EQ(outcomeOf([] {
+                  return KdbxCrypto::decryptPayload({},
+                                                    {.cipher = KdbxCipher::chacha20, .key = Bytes(3), .iv = Bytes(16)});
+              }),
               corruptedData("ChaCha20 nonce 12 bayt olmalı"));
 }
 
@@ -46,37 +53,40 @@ TEST(KdbxCryptoTest, enciphersByAESInCBCMode) {
     const Bytes iv(16, 2);
     const auto plain = copyOf(bytesOf("yük"));
 
-    const auto ciphertext = KdbxCrypto::encryptPayload(plain, KdbxCipher::aes256, key, iv);
+    const auto ciphertext = KdbxCrypto::encryptPayload(plain, {.cipher = KdbxCipher::aes256, .key = key, .iv = iv});
 
-    EXPECT_EQ(ciphertext, AESCipher::cbcEncrypt(plain, key, iv));
-    EXPECT_EQ(KdbxCrypto::decryptPayload(ciphertext, KdbxCipher::aes256, key, iv), plain);
+    EXPECT_EQ(ciphertext, AESCipher::cbcEncrypt(plain, {.key = key, .iv = iv}));
+    EXPECT_EQ(KdbxCrypto::decryptPayload(ciphertext, {.cipher = KdbxCipher::aes256, .key = key, .iv = iv}), plain);
 }
 
 TEST(KdbxCryptoTest, enciphersByChaCha20FromItsFirstBlock) {
     const Bytes nonce(12, 2);
     const auto plain = copyOf(bytesOf("yük"));
-    ChaCha20Stream stream(key, nonce, 0);
+    ChaCha20Stream stream({.key = key, .nonce = nonce}, 0);
 
-    const auto ciphertext = KdbxCrypto::encryptPayload(plain, KdbxCipher::chacha20, key, nonce);
+    const auto ciphertext =
+        KdbxCrypto::encryptPayload(plain, {.cipher = KdbxCipher::chacha20, .key = key, .iv = nonce});
 
     EXPECT_EQ(ciphertext, stream.process(plain));
-    EXPECT_EQ(KdbxCrypto::decryptPayload(ciphertext, KdbxCipher::chacha20, key, nonce), plain);
+    EXPECT_EQ(KdbxCrypto::decryptPayload(ciphertext, {.cipher = KdbxCipher::chacha20, .key = key, .iv = nonce}), plain);
 }
 
 TEST(KdbxCryptoTest, letsAFailureOfAESThrough) {
     EXPECT_TRUE(outcomeOf([] {
-                    return KdbxCrypto::decryptPayload(Bytes(15), KdbxCipher::aes256, key, Bytes(16));
+                    return KdbxCrypto::decryptPayload(Bytes(15),
+                                                      {.cipher = KdbxCipher::aes256, .key = key, .iv = Bytes(16)});
                 }).starts_with("AESCipher.Error."));
     EXPECT_TRUE(outcomeOf([] {
-                    return KdbxCrypto::encryptPayload(Bytes(15), KdbxCipher::aes256, Bytes(31), Bytes(16));
+                    return KdbxCrypto::encryptPayload(
+                        Bytes(15), {.cipher = KdbxCipher::aes256, .key = Bytes(31), .iv = Bytes(16)});
                 }).starts_with("AESCipher.Error.invalidKeyLength"));
 }
 
 TEST(KdbxCryptoTest, theHeadersHMACUsesTheKeyOfTheIndexOfAllOnes) {
-    EXPECT_EQ(toHex(KdbxCrypto::blockKey(0xFFFFFFFFFFFFFFFF, hmacKey)),
+    EXPECT_EQ(toHex(KdbxCrypto::blockKey(0xFFFFFFFFFFFFFFFF, {.key = hmacKey})),
               "72eef5c5b6390d4a950615473e3d358a871ac2dba388242e39e731b0b4c6d74e"
               "cf9870702d19b7e5462b6907deaf98357b22abfc49a1d0164183d0276e81598c");
-    EXPECT_EQ(toHex(KdbxCrypto::headerHMAC(bytesOf("header"), hmacKey)),
+    EXPECT_EQ(toHex(KdbxCrypto::headerHMAC(bytesOf("header"), {.key = hmacKey})),
               "2289b041a4ac171cc4de2edc47992fa1d1923f6a23978b151be4c285e6cf2696");
 }
 
@@ -127,14 +137,14 @@ TEST(KdbxInnerStreamTest, refusesARCFour) {
 
 TEST(KdbxInnerStreamTest, keysSalsa20ByAHashAndThePublishedNonce) {
     EXPECT_EQ(toHex(KdbxCrypto::salsaNonce), "e830094b97205d2a");
-    Salsa20Stream expected(Sha2::sha256(key), fromHex("e830094b97205d2a"));
+    Salsa20Stream expected({.key = Sha2::sha256(key), .nonce = fromHex("e830094b97205d2a")});
     const auto stream = KdbxCrypto::makeInnerStream(InnerStreamID::salsa20, key);
     EXPECT_EQ(stream->process(Bytes(100, 0)), expected.process(Bytes(100, 0)));
 }
 
 TEST(KdbxInnerStreamTest, keysChaCha20ByTheTwoPartsOfAHash) {
     const auto digest = Sha2::sha512(key);
-    ChaCha20Stream expected(ByteView(digest).first(32), ByteView(digest).subspan(32, 12), 0);
+    ChaCha20Stream expected({.key = ByteView(digest).first(32), .nonce = ByteView(digest).subspan(32, 12)}, 0);
     const auto stream = KdbxCrypto::makeInnerStream(InnerStreamID::chaCha20, key);
     EXPECT_EQ(stream->process(Bytes(100, 0)), expected.process(Bytes(100, 0)));
 }

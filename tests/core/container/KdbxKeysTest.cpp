@@ -89,25 +89,26 @@ TEST(CompositeKeyTest, anEmptyKeyFileIsOneToo) {
 
 TEST(AesKdfTest, enciphersBothHalvesRoundByRound) {
     const auto seed = counting(32, 0x80);
-    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, seed, 0)),
+    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, {.seed = seed, .rounds = 0})),
               "630dcd2966c4336691125448bbb25b4ff412a49c732db2c8abc1b8581bd710dd");
-    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, seed, 1)),
+    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, {.seed = seed, .rounds = 1})),
               "028ce88c1e4ef9add78c82792847aa3c107083eb979e3d7c3ad7c62e79976f89");
-    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, seed, 3)),
+    EXPECT_EQ(toHex(KdbxKeys::aesKdf(composite, {.seed = seed, .rounds = 3})),
               "c09f22c21dfb23a44d1eda224d03803309c94da3defd05d681b48b9174e1b544");
 }
 
 TEST(AesKdfTest, wantsAnInputAndThenASeedOf32Bytes) {
-    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(31), Bytes(31), 1); }),
+    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(31), {.seed = Bytes(31), .rounds = 1}); }),
               cryptoFailure("AES-KDF girdisi 32 bayt olmalı"));
-    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(32), Bytes(33), 1); }),
+    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(32), {.seed = Bytes(33), .rounds = 1}); }),
               cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
-    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(32), Bytes(), 0); }),
+    EXPECT_EQ(outcomeOf([] { return KdbxKeys::aesKdf(Bytes(32), {.seed = Bytes(), .rounds = 0}); }),
               cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
 }
 
 TEST(TransformTest, runsTheAESDerivationOfAKdbx3Header) {
-    EXPECT_EQ(KdbxKeys::transform(composite, kdbx3With(salt, 5)), KdbxKeys::aesKdf(composite, salt, 5));
+    EXPECT_EQ(KdbxKeys::transform(composite, kdbx3With(salt, 5)),
+              KdbxKeys::aesKdf(composite, {.seed = salt, .rounds = 5}));
 }
 
 TEST(TransformTest, refusesAKdbx3HeaderWithoutItsParameters) {
@@ -126,9 +127,9 @@ TEST(TransformTest, wantsAUsableIdentifier) {
 
 TEST(TransformTest, runsTheAESDerivationOfKdbx4WithItsFallbacks) {
     auto header = kdbx4With(KdbxUUIDs::kdfAes());
-    EXPECT_EQ(KdbxKeys::transform(composite, header), KdbxKeys::aesKdf(composite, salt, 6000));
+    EXPECT_EQ(KdbxKeys::transform(composite, header), KdbxKeys::aesKdf(composite, {.seed = salt, .rounds = 6000}));
     header.kdfParameters->set("R", VariantValue{std::int32_t{4}});
-    EXPECT_EQ(KdbxKeys::transform(composite, header), KdbxKeys::aesKdf(composite, salt, 4));
+    EXPECT_EQ(KdbxKeys::transform(composite, header), KdbxKeys::aesKdf(composite, {.seed = salt, .rounds = 4}));
     header.kdfParameters->set("S", VariantValue{"salt"s});
     EXPECT_EQ(transforming(header), cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
 }

@@ -48,10 +48,10 @@ TakenApart takenApart(ByteView file) {
     const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), parts.header);
     KdbxReader reader(file);
     (void)reader.read(parts.header.endOffset + 64);
-    parts.ciphertext = KdbxCrypto::readHMACBlocks(reader, *keys.hmac);
+    parts.ciphertext = KdbxCrypto::readHMACBlocks(reader, {.key = *keys.hmac});
     EXPECT_TRUE(reader.isAtEnd());
-    parts.plaintext =
-        KdbxCrypto::decryptPayload(parts.ciphertext, parts.header.cipher(), keys.master, parts.header.encryptionIV);
+    parts.plaintext = KdbxCrypto::decryptPayload(
+        parts.ciphertext, {.cipher = parts.header.cipher(), .key = keys.master, .iv = parts.header.encryptionIV});
     const auto payload = parts.header.compressed() ? Gzip::decompress(parts.plaintext) : parts.plaintext;
     KdbxReader inner(payload);
     parts.innerHeader = KdbxInnerHeader::parse(inner);
@@ -197,7 +197,8 @@ TEST(KdbxSaveTest, theSavedFileIsHashedAndAuthenticatedAsRead) {
     const auto end = static_cast<std::size_t>(header.endOffset);
 
     EXPECT_EQ(copyOf(ByteView(file).subspan(end, 32)), Sha2::sha256(header.rawData));
-    EXPECT_EQ(copyOf(ByteView(file).subspan(end + 32, 32)), KdbxCrypto::headerHMAC(header.rawData, *keys.hmac));
+    EXPECT_EQ(copyOf(ByteView(file).subspan(end + 32, 32)),
+              KdbxCrypto::headerHMAC(header.rawData, {.key = *keys.hmac}));
 }
 
 TEST(KdbxSaveTest, aPayloadOfMoreThanAMiBHasFullBlocksAndAShorterLast) {

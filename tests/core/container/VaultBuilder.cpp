@@ -163,7 +163,8 @@ Bytes VaultBuilder::enciphered(ByteView plain, ByteView masterKey) const {
     // Where the IV or the cipher is the fault, anything serves: a reader stops before it deciphers.
     if (iv.size() != (isChaCha20 ? 12 : 16))
         return copyOf(plain);
-    return KdbxCrypto::encryptPayload(plain, isChaCha20 ? KdbxCipher::chacha20 : KdbxCipher::aes256, masterKey, iv);
+    return KdbxCrypto::encryptPayload(
+        plain, {.cipher = isChaCha20 ? KdbxCipher::chacha20 : KdbxCipher::aes256, .key = masterKey, .iv = iv});
 }
 
 Bytes VaultBuilder::behindHeaderKdbx4(ByteView header) const {
@@ -173,8 +174,9 @@ Bytes VaultBuilder::behindHeaderKdbx4(ByteView header) const {
         out.resize(64, 0);
         return out;
     }
-    append(out, KdbxCrypto::headerHMAC(header, *keys->hmac));
-    append(out, KdbxCrypto::writeHMACBlocks(enciphered(compressedPayload(), keys->master), *keys->hmac, blockSize));
+    append(out, KdbxCrypto::headerHMAC(header, {.key = *keys->hmac}));
+    append(out,
+           KdbxCrypto::writeHMACBlocks(enciphered(compressedPayload(), keys->master), {.key = *keys->hmac}, blockSize));
     return out;
 }
 

@@ -328,8 +328,9 @@ SavedPayload payloadOf(ByteView file, const KdbxHeader& header, const KdbxKey& k
     const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header);
     KdbxReader reader(file);
     (void)reader.read(header.endOffset + 64);
-    const auto ciphertext = KdbxCrypto::readHMACBlocks(reader, *keys.hmac);
-    auto payload = KdbxCrypto::decryptPayload(ciphertext, header.cipher(), keys.master, header.encryptionIV);
+    const auto ciphertext = KdbxCrypto::readHMACBlocks(reader, {.key = *keys.hmac});
+    auto payload = KdbxCrypto::decryptPayload(
+        ciphertext, {.cipher = header.cipher(), .key = keys.master, .iv = header.encryptionIV});
     if (header.compressed())
         payload = Gzip::decompress(payload);
     KdbxReader inner(payload);

@@ -36,10 +36,10 @@ TEST(AESCipherTest, enciphersAndDeciphersThePublishedBlock) {
     const auto key = fromHex("000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f");
     const auto plain = fromHex("00112233445566778899aabbccddeeff");
 
-    const auto enciphered = AESCipher::ecbEncryptNoPadding(plain, key);
+    const auto enciphered = AESCipher::ecbEncryptNoPadding(plain, {.key = key});
 
     EXPECT_EQ(toHex(enciphered), "8ea2b7ca516745bfeafc49904b496089");
-    EXPECT_EQ(AESCipher::ecbDecryptNoPadding(enciphered, key), plain);
+    EXPECT_EQ(AESCipher::ecbDecryptNoPadding(enciphered, {.key = key}), plain);
 }
 
 // NIST SP 800-38A, appendix F: the key and the four blocks that its AES-256 examples share.
@@ -54,8 +54,8 @@ TEST(AESCipherTest, givesThePublishedBlocksInECBInBothDirections) {
         "f3eed1bdb5d2a03c064b5a7e3db181f8 591ccb10d410ed26dc5ba74a31362870"
         "b6ed21b99ca6f4f9f153e7b1beafed1d 23304b7a39f9f3ff067d8d8f9e24ecc7");
 
-    EXPECT_EQ(toHex(AESCipher::ecbEncryptNoPadding(samplePlain, sampleKey)), toHex(enciphered));
-    EXPECT_EQ(toHex(AESCipher::ecbDecryptNoPadding(enciphered, sampleKey)), toHex(samplePlain));
+    EXPECT_EQ(toHex(AESCipher::ecbEncryptNoPadding(samplePlain, {.key = sampleKey})), toHex(enciphered));
+    EXPECT_EQ(toHex(AESCipher::ecbDecryptNoPadding(enciphered, {.key = sampleKey})), toHex(samplePlain));
 }
 
 // Sections F.2.5 and F.2.6. The examples have no padding, so a block of it follows theirs.
@@ -65,87 +65,92 @@ TEST(AESCipherTest, givesThePublishedBlocksInCBCInBothDirections) {
         "f58c4c04d6e5f1ba779eabfb5f7bfbd6 9cfc4e967edb808d679f777bc6702c7d"
         "39f23369a9d9bacfa530e26304231461 b2eb05e2c39be9fcda6c19078c6a9d1b");
 
-    const auto enciphered = AESCipher::cbcEncrypt(samplePlain, sampleKey, iv);
+    const auto enciphered = AESCipher::cbcEncrypt(samplePlain, {.key = sampleKey, .iv = iv});
 
     ASSERT_EQ(enciphered.size(), 80U);
     EXPECT_EQ(toHex(ByteView(enciphered).first(64)), toHex(published));
-    EXPECT_EQ(toHex(AESCipher::cbcDecrypt(enciphered, sampleKey, iv)), toHex(samplePlain));
+    EXPECT_EQ(toHex(AESCipher::cbcDecrypt(enciphered, {.key = sampleKey, .iv = iv})), toHex(samplePlain));
 }
 
 TEST(AESCipherTest, addsOneToSixteenBytesOfPaddingAndTakesThemAwayAgain) {
     for (std::size_t size = 0; size <= 48; ++size) {
         const auto plain = randomBytes(size);
-        const auto enciphered = AESCipher::cbcEncrypt(plain, zeroKey, zeroIV);
+        const auto enciphered = AESCipher::cbcEncrypt(plain, {.key = zeroKey, .iv = zeroIV});
         EXPECT_EQ(enciphered.size(), (size / 16 + 1) * 16) << size;
-        EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, zeroKey, zeroIV), plain) << size;
+        EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, {.key = zeroKey, .iv = zeroIV}), plain) << size;
     }
 }
 
 TEST(AESCipherTest, ecbGivesAsManyBytesAsItTook) {
     for (const std::size_t size : {0, 16, 32, 160, 4096}) {
-        EXPECT_EQ(AESCipher::ecbEncryptNoPadding(randomBytes(size), zeroKey).size(), size);
-        EXPECT_EQ(AESCipher::ecbDecryptNoPadding(randomBytes(size), zeroKey).size(), size);
+        EXPECT_EQ(AESCipher::ecbEncryptNoPadding(randomBytes(size), {.key = zeroKey}).size(), size);
+        EXPECT_EQ(AESCipher::ecbDecryptNoPadding(randomBytes(size), {.key = zeroKey}).size(), size);
     }
 }
 
 TEST(AESCipherTest, cbcTellsTheKeysLengthBeforeTheIVs) {
     const auto bad = AESCipher::Error::invalidKeyLength(31);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, Bytes(31, 0), Bytes(15, 0)); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), Bytes(31, 0), Bytes(15, 0)); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, Bytes(33, 0), zeroIV); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }), bad);
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }),
+              bad);
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(33, 0), .iv = zeroIV}); }),
               AESCipher::Error::invalidKeyLength(33));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {}, zeroIV); }), AESCipher::Error::invalidKeyLength(0));
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = {}, .iv = zeroIV}); }),
+              AESCipher::Error::invalidKeyLength(0));
 }
 
 TEST(AESCipherTest, cbcTellsTheIVsLengthBeforeTheDatas) {
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, zeroKey, Bytes(15, 0)); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = zeroKey, .iv = Bytes(15, 0)}); }),
               AESCipher::Error::invalidIVLength(15));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), zeroKey, Bytes(17, 0)); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = zeroKey, .iv = Bytes(17, 0)}); }),
               AESCipher::Error::invalidIVLength(17));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, zeroKey, {}); }), AESCipher::Error::invalidIVLength(0));
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = {}}); }),
+              AESCipher::Error::invalidIVLength(0));
 }
 
 TEST(AESCipherTest, ecbTellsTheDatasLengthBeforeTheKeys) {
     const auto bad = AESCipher::Error::invalidBlockAlignment(17);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(17, 0), Bytes(16, 0)); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding(Bytes(17, 0), Bytes(16, 0)); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(16, 0), Bytes(16, 0)); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
+    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
+    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(16, 0), {.key = Bytes(16, 0)}); }),
               AESCipher::Error::invalidKeyLength(16));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding({}, Bytes(31, 0)); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding({}, {.key = Bytes(31, 0)}); }),
               AESCipher::Error::invalidKeyLength(31));
 }
 
 TEST(AESCipherTest, refusesToDecipherWhatIsNotWholeBlocks) {
     for (const std::size_t size : {1, 15, 17, 31})
-        EXPECT_EQ(failureOf([&] { (void)AESCipher::cbcDecrypt(Bytes(size, 0), zeroKey, zeroIV); }),
+        EXPECT_EQ(failureOf([&] { (void)AESCipher::cbcDecrypt(Bytes(size, 0), {.key = zeroKey, .iv = zeroIV}); }),
                   AESCipher::Error::cryptoFailure(-4303))
             << size;
 }
 
 TEST(AESCipherTest, refusesEveryKindOfWrongPadding) {
     const auto paddedWith = [](ByteView lastBlock) {
-        return AESCipher::ecbEncryptNoPadding(lastBlock, zeroKey);  // CBC of one block, the IV being zero
+        return AESCipher::ecbEncryptNoPadding(lastBlock, {.key = zeroKey});  // CBC of one block, the IV being zero
     };
     auto unequal = Bytes(16, 3);
     unequal[14] = 2;
     for (const auto& lastBlock : {Bytes(16, 0), Bytes(16, 17), Bytes(16, 255), unequal})
-        EXPECT_EQ(failureOf([&] { (void)AESCipher::cbcDecrypt(paddedWith(lastBlock), zeroKey, zeroIV); }),
-                  AESCipher::Error::cryptoFailure(-4304))
+        EXPECT_EQ(
+            failureOf([&] { (void)AESCipher::cbcDecrypt(paddedWith(lastBlock), {.key = zeroKey, .iv = zeroIV}); }),
+            AESCipher::Error::cryptoFailure(-4304))
             << toHex(lastBlock);
 }
 
 TEST(AESCipherTest, nothingAtAllHasNoPaddingToTakeAway) {
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, zeroKey, zeroIV); }),
+    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = zeroIV}); }),
               AESCipher::Error::cryptoFailure(-4304));
 }
 
 TEST(AESCipherTest, aFailureLeavesTheNextCallAsItWouldHaveBeen) {
-    const auto enciphered = AESCipher::cbcEncrypt(samplePlain, sampleKey, zeroIV);
+    const auto enciphered = AESCipher::cbcEncrypt(samplePlain, {.key = sampleKey, .iv = zeroIV});
 
-    EXPECT_TRUE(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(16, 0), zeroKey, zeroIV); }));
+    EXPECT_TRUE(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(16, 0), {.key = zeroKey, .iv = zeroIV}); }));
 
-    EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, sampleKey, zeroIV), samplePlain);
-    EXPECT_EQ(toHex(AESCipher::ecbEncryptNoPadding(Bytes(16, 0), zeroKey)), "dc95c078a2408989ad48a21492842087");
+    EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, {.key = sampleKey, .iv = zeroIV}), samplePlain);
+    EXPECT_EQ(toHex(AESCipher::ecbEncryptNoPadding(Bytes(16, 0), {.key = zeroKey})),
+              "dc95c078a2408989ad48a21492842087");
 }
 
 TEST(AESCipherTest, eachFailureTellsTheUserItsNumber) {
@@ -173,11 +178,11 @@ TEST(AESCipherDeathTest, aLibraryWithoutTheAlgorithmIsAFailureWithItsOwnStatus) 
             told += failure ? failure->errorDescription() : "none";
         };
         std::thread([&] {
-            tell([] { (void)AESCipher::cbcEncrypt({}, zeroKey, zeroIV); });
-            tell([] { (void)AESCipher::cbcDecrypt({}, zeroKey, zeroIV); });
-            tell([] { (void)AESCipher::ecbEncryptNoPadding({}, zeroKey); });
-            tell([] { (void)AESCipher::ecbDecryptNoPadding({}, zeroKey); });
-            tell([] { (void)AESRounds::run(Implementation::portable, zeroKey, zeroKey, 1); });
+            tell([] { (void)AESCipher::cbcEncrypt({}, {.key = zeroKey, .iv = zeroIV}); });
+            tell([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = zeroIV}); });
+            tell([] { (void)AESCipher::ecbEncryptNoPadding({}, {.key = zeroKey}); });
+            tell([] { (void)AESCipher::ecbDecryptNoPadding({}, {.key = zeroKey}); });
+            tell([] { (void)AESRounds::run(Implementation::portable, zeroKey, {.key = zeroKey}, 1); });
         }).join();
         std::fputs(told.c_str(), stderr);
         std::exit(0);
@@ -189,8 +194,8 @@ Bytes enciphersAloneAndAgain(const Bytes& block, const Bytes& key, std::uint64_t
     auto left = copyOf(ByteView(block).first(16));
     auto right = copyOf(ByteView(block).last(16));
     for (std::uint64_t round = 0; round < rounds; ++round) {
-        left = AESCipher::ecbEncryptNoPadding(left, key);
-        right = AESCipher::ecbEncryptNoPadding(right, key);
+        left = AESCipher::ecbEncryptNoPadding(left, {.key = key});
+        right = AESCipher::ecbEncryptNoPadding(right, {.key = key});
     }
     return joined(left, right);
 }
@@ -211,7 +216,7 @@ TEST_P(AESRoundsTest, isAsManySingleEnciphermentsOfEachHalf) {
         const auto block = randomBytes(32);
         const auto key = randomBytes(32);
         const auto rounds = static_cast<std::uint64_t>(i < 20 ? i : randomBytes(1)[0]);
-        EXPECT_EQ(toHex(AESRounds::run(GetParam(), block, key, rounds)),
+        EXPECT_EQ(toHex(AESRounds::run(GetParam(), block, {.key = key}, rounds)),
                   toHex(enciphersAloneAndAgain(block, key, rounds)))
             << rounds;
     }
@@ -220,15 +225,15 @@ TEST_P(AESRoundsTest, isAsManySingleEnciphermentsOfEachHalf) {
 TEST_P(AESRoundsTest, noRoundsGiveTheBlockBack) {
     const auto block = randomBytes(32);
 
-    EXPECT_EQ(AESRounds::run(GetParam(), block, zeroKey, 0), block);
+    EXPECT_EQ(AESRounds::run(GetParam(), block, {.key = zeroKey}, 0), block);
 }
 
 TEST_P(AESRoundsTest, theHalvesDoNotMeet) {
     auto block = Bytes(32, 0);
-    const auto before = AESRounds::run(GetParam(), block, zeroKey, 3);
+    const auto before = AESRounds::run(GetParam(), block, {.key = zeroKey}, 3);
     block[31] = 1;
 
-    const auto after = AESRounds::run(GetParam(), block, zeroKey, 3);
+    const auto after = AESRounds::run(GetParam(), block, {.key = zeroKey}, 3);
 
     EXPECT_EQ(toHex(ByteView(after).first(16)), toHex(ByteView(before).first(16)));
     EXPECT_NE(toHex(ByteView(after).last(16)), toHex(ByteView(before).last(16)));
@@ -240,7 +245,7 @@ TEST_P(AESRoundsTest, leavesItsArgumentsAlone) {
     const auto blockBefore = block;
     const auto keyBefore = key;
 
-    (void)AESRounds::run(GetParam(), block, key, 10);
+    (void)AESRounds::run(GetParam(), block, {.key = key}, 10);
 
     EXPECT_EQ(block, blockBefore);
     EXPECT_EQ(key, keyBefore);
@@ -255,12 +260,12 @@ TEST(AESCipherTest, theDerivationsLoopTakesTheBestImplementation) {
     const auto block = randomBytes(32);
     const auto key = randomBytes(32);
 
-    EXPECT_EQ(AESCipher::ecbEncryptRepeatedly(block, key, 1000), enciphersAloneAndAgain(block, key, 1000));
+    EXPECT_EQ(AESCipher::ecbEncryptRepeatedly(block, {.key = key}, 1000), enciphersAloneAndAgain(block, key, 1000));
 }
 
 TEST(AESCipherDeathTest, theDerivationsLoopStopsTheProcessAtAnotherSize) {
-    EXPECT_DEATH((void)AESCipher::ecbEncryptRepeatedly(Bytes(31, 0), zeroKey, 1), "precondition failed");
-    EXPECT_DEATH((void)AESCipher::ecbEncryptRepeatedly(zeroKey, Bytes(16, 0), 1), "precondition failed");
+    EXPECT_DEATH((void)AESCipher::ecbEncryptRepeatedly(Bytes(31, 0), {.key = zeroKey}, 1), "precondition failed");
+    EXPECT_DEATH((void)AESCipher::ecbEncryptRepeatedly(zeroKey, {.key = Bytes(16, 0)}, 1), "precondition failed");
 }
 
 /// The library's answer by another door: one context for each call, and padding written by hand.
@@ -288,9 +293,9 @@ TEST(AESCipherTest, agreesWithBlocksChainedByHandOverRandomInput) {
         const auto data = randomBytes(static_cast<std::size_t>(i));
         const auto key = randomBytes(32);
         const auto iv = randomBytes(16);
-        const auto enciphered = AESCipher::cbcEncrypt(data, key, iv);
+        const auto enciphered = AESCipher::cbcEncrypt(data, {.key = key, .iv = iv});
         EXPECT_EQ(toHex(enciphered), toHex(peerCbcEncrypt(data, key, iv))) << i;
-        EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, key, iv), data) << i;
+        EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, {.key = key, .iv = iv}), data) << i;
     }
 }
 
@@ -310,10 +315,10 @@ TEST(AESCipherTest, largeDataIsEncipheredAsOne) {
     EVP_CIPHER_CTX_free(context);
     peer.resize(static_cast<std::size_t>(count + rest));
 
-    const auto enciphered = AESCipher::cbcEncrypt(plain, key, iv);
+    const auto enciphered = AESCipher::cbcEncrypt(plain, {.key = key, .iv = iv});
 
     EXPECT_TRUE(enciphered == peer);
-    EXPECT_TRUE(AESCipher::cbcDecrypt(enciphered, key, iv) == plain);
+    EXPECT_TRUE(AESCipher::cbcDecrypt(enciphered, {.key = key, .iv = iv}) == plain);
 }
 
 }  // namespace

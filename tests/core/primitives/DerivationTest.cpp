@@ -94,12 +94,13 @@ TEST(DerivationTest, watchedRoundsAreTheSameAndAllOfThemAreCounted) {
             continue;
         for (const std::uint64_t rounds : {1, 65'535, 65'536, 65'537, 200'000}) {
             Derivation derivation;
-            EXPECT_EQ(AESRounds::run(implementation, block, key, rounds, &derivation),
-                      AESRounds::run(implementation, block, key, rounds));
+            EXPECT_EQ(AESRounds::run(implementation, block, {.key = key}, rounds, &derivation),
+                      AESRounds::run(implementation, block, {.key = key}, rounds));
             EXPECT_EQ(derivation.fraction(), 1);
         }
-        EXPECT_EQ(AESRounds::run(implementation, AESRounds::run(implementation, block, key, 60'000), key, 140'000),
-                  AESRounds::run(implementation, block, key, 200'000));
+        EXPECT_EQ(AESRounds::run(implementation, AESRounds::run(implementation, block, {.key = key}, 60'000),
+                                 {.key = key}, 140'000),
+                  AESRounds::run(implementation, block, {.key = key}, 200'000));
     }
 }
 
@@ -110,7 +111,8 @@ TEST(DerivationTest, endlessRoundsAreGivenUp) {
             continue;
         Derivation derivation;
         const std::jthread user([&] { giveUpOnceItRuns(derivation); });
-        EXPECT_THROW((void)AESRounds::run(implementation, block, block, endless, &derivation), DerivationGivenUp);
+        EXPECT_THROW((void)AESRounds::run(implementation, block, {.key = block}, endless, &derivation),
+                     DerivationGivenUp);
     }
 }
 

@@ -41,7 +41,7 @@ TEST(Sha2Test, givesThePublishedDigestsOfAMillionLetters) {
 
 TEST(Sha2Test, hmacGivesThePublishedCodes) {
     for (const auto& vector : vectorsIn("hmac-sha256.txt")) {
-        const auto mac = Sha2::hmacSha256(vector.bytes("key"), {vector.bytes("data")});
+        const auto mac = Sha2::hmacSha256({.key = vector.bytes("key")}, {vector.bytes("data")});
         const auto published = vector.bytes("mac");
 
         EXPECT_EQ(mac.size(), 32U);
@@ -71,7 +71,7 @@ TEST(Sha2Test, hmacAgreesWithThePeerForEveryKeyLengthAroundTheBlock) {
         unsigned length = 0;
         const Bytes someKey = size == 0 ? Bytes(1, 0) : key;  // the peer takes no key at all for the one before
         HMAC(EVP_sha256(), someKey.data(), static_cast<int>(size), data.data(), data.size(), expected.data(), &length);
-        EXPECT_EQ(toHex(Sha2::hmacSha256(key, {data})), toHex(expected)) << size;
+        EXPECT_EQ(toHex(Sha2::hmacSha256({.key = key}, {data})), toHex(expected)) << size;
     }
 }
 
@@ -87,19 +87,19 @@ TEST(Sha2Test, piecesAreHashedAsIfTheyStoodInARow) {
         const auto key = material.bytes(64);
         EXPECT_EQ(Sha2::sha256({a, b, c}), Sha2::sha256(data));
         EXPECT_EQ(Sha2::sha512({a, b, c}), Sha2::sha512(data));
-        EXPECT_EQ(Sha2::hmacSha256(key, {a, b, c}), Sha2::hmacSha256(key, {data}));
+        EXPECT_EQ(Sha2::hmacSha256({.key = key}, {a, b, c}), Sha2::hmacSha256({.key = key}, {data}));
     }
     EXPECT_EQ(Sha2::sha256({}), Sha2::sha256(ByteView()));
 }
 
 TEST(Sha2Test, eachThreadHasItsOwnContext) {
-    const auto expected = Sha2::hmacSha256(bytesOf("anahtar"), {bytesOf("belge")});
+    const auto expected = Sha2::hmacSha256({.key = bytesOf("anahtar")}, {bytesOf("belge")});
     std::vector<int> wrong(4, 0);
     std::vector<std::thread> threads;
     for (auto& count : wrong)
         threads.emplace_back([&] {
             for (int i = 0; i < 2000; ++i)
-                count += Sha2::hmacSha256(bytesOf("anahtar"), {bytesOf("belge")}) != expected ? 1 : 0;
+                count += Sha2::hmacSha256({.key = bytesOf("anahtar")}, {bytesOf("belge")}) != expected ? 1 : 0;
         });
     for (auto& thread : threads)
         thread.join();

@@ -162,7 +162,7 @@ TEST(ChaCha20StreamPeerTest, theShortCounterAgreesWithOpenSSL) {
         EVP_EncryptInit_ex(context.get(), EVP_chacha20(), nullptr, key.data(), iv.data());
         EVP_EncryptUpdate(context.get(), expected.data(), &count, text.data(), static_cast<int>(length));
 
-        EXPECT_TRUE(ChaCha20Stream(key, nonce, counter).process(text) == expected) << length;
+        EXPECT_TRUE(ChaCha20Stream({.key = key, .nonce = nonce}, counter).process(text) == expected) << length;
     }
 }
 
@@ -176,7 +176,7 @@ TEST(ChaCha20StreamPeerTest, theShortCounterAgreesWithLibsodium) {
         Bytes expected(length);
         crypto_stream_chacha20_ietf_xor_ic(expected.data(), text.data(), length, nonce.data(), counter, key.data());
 
-        EXPECT_TRUE(ChaCha20Stream(key, nonce, counter).process(text) == expected) << length;
+        EXPECT_TRUE(ChaCha20Stream({.key = key, .nonce = nonce}, counter).process(text) == expected) << length;
     }
 }
 
@@ -190,7 +190,8 @@ TEST(ChaCha20StreamPeerTest, theWideCounterAgreesWithLibsodiumAlsoAcrossTheWrap)
             Bytes expected(length);
             crypto_stream_chacha20_xor_ic(expected.data(), text.data(), length, nonce.data(), counter, key.data());
 
-            EXPECT_TRUE(ChaCha20Stream(key, nonce, counter).process(text) == expected) << length << " " << counter;
+            EXPECT_TRUE(ChaCha20Stream({.key = key, .nonce = nonce}, counter).process(text) == expected)
+                << length << " " << counter;
         }
 }
 
@@ -203,7 +204,7 @@ TEST(Salsa20StreamPeerTest, theLongKeyAgreesWithLibsodium) {
         Bytes expected(length);
         crypto_stream_salsa20_xor(expected.data(), text.data(), length, nonce.data(), key.data());
 
-        EXPECT_TRUE(Salsa20Stream(key, nonce).process(text) == expected) << length;
+        EXPECT_TRUE(Salsa20Stream({.key = key, .nonce = nonce}).process(text) == expected) << length;
     }
 }
 
@@ -220,7 +221,7 @@ TEST(Salsa20StreamPeerTest, theShortKeyAgreesWithLibsodiumsCore) {
         Bytes expected(64);
         crypto_core_salsa20(expected.data(), input.data(), twice.data(), bytesOf("expand 16-byte k").data());
 
-        EXPECT_EQ(toHex(Salsa20Stream(key, nonce).process(Bytes(64, 0))), toHex(expected));
+        EXPECT_EQ(toHex(Salsa20Stream({.key = key, .nonce = nonce}).process(Bytes(64, 0))), toHex(expected));
     }
 }
 

@@ -19,7 +19,7 @@ std::uint32_t counterOf(const Vector& vector) {
 
 TEST(ChaCha20StreamTest, givesThePublishedKeystream) {
     for (const auto& vector : vectorsIn("chacha20.txt")) {
-        ChaCha20Stream stream(vector.bytes("key"), vector.bytes("nonce"), counterOf(vector));
+        ChaCha20Stream stream({.key = vector.bytes("key"), .nonce = vector.bytes("nonce")}, counterOf(vector));
 
         EXPECT_EQ(toHex(stream.process(Bytes(64, 0))), vector.text("keystream")) << vector.name();
     }
@@ -28,7 +28,7 @@ TEST(ChaCha20StreamTest, givesThePublishedKeystream) {
 // RFC 8439, section 2.4.2.
 TEST(ChaCha20StreamTest, enciphersThePublishedText) {
     const auto key = fromHex("000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f");
-    ChaCha20Stream stream(key, fromHex("000000000000004a00000000"), 1);
+    ChaCha20Stream stream({.key = key, .nonce = fromHex("000000000000004a00000000")}, 1);
 
     const auto enciphered = stream.process(
         bytesOf("Ladies and Gentlemen of the class of '99: If I could offer you only one tip for the future, "
@@ -43,7 +43,7 @@ TEST(ChaCha20StreamTest, enciphersThePublishedText) {
 
 TEST(Salsa20StreamTest, givesThePublishedKeystream) {
     for (const auto& vector : vectorsIn("salsa20.txt")) {
-        Salsa20Stream stream(vector.bytes("key"), vector.bytes("nonce"));
+        Salsa20Stream stream({.key = vector.bytes("key"), .nonce = vector.bytes("nonce")});
         const auto keystream = stream.process(Bytes(512, 0));
         const auto at = [&](std::size_t offset) { return toHex(ByteView(keystream).subspan(offset, 64)); };
 
@@ -64,9 +64,9 @@ TEST(Salsa20StreamTest, knowsTheNonceThatVaultsUse) {
 TEST(ChaCha20StreamTest, theShortCounterWrapsAndLeavesTheNonce) {
     const auto key = Material(1).bytes(32);
     const auto nonce = Material(2).bytes(12);
-    ChaCha20Stream atTheEnd(key, nonce, 0xFFFFFFFF);
-    ChaCha20Stream last(key, nonce, 0xFFFFFFFF);
-    ChaCha20Stream first(key, nonce, 0);
+    ChaCha20Stream atTheEnd({.key = key, .nonce = nonce}, 0xFFFFFFFF);
+    ChaCha20Stream last({.key = key, .nonce = nonce}, 0xFFFFFFFF);
+    ChaCha20Stream first({.key = key, .nonce = nonce}, 0);
 
     const auto keystream = atTheEnd.process(Bytes(64 + 2000, 0));
 
@@ -80,8 +80,8 @@ TEST(ChaCha20StreamTest, theWideCounterCarriesIntoItsHighWord) {
     const auto nonce = Material(2).bytes(8);
     auto longNonce = fromHex("01000000");
     append(longNonce, nonce);
-    ChaCha20Stream atTheEnd(key, nonce, 0xFFFFFFFF);
-    ChaCha20Stream behind(key, longNonce, 0);
+    ChaCha20Stream atTheEnd({.key = key, .nonce = nonce}, 0xFFFFFFFF);
+    ChaCha20Stream behind({.key = key, .nonce = longNonce}, 0);
 
     const auto keystream = atTheEnd.process(Bytes(64 + 2000, 0));
 
@@ -100,10 +100,12 @@ std::vector<StreamKind> streamKinds() {
     const auto nonce = material.bytes(12);
     const auto shortNonce = material.bytes(8);
     return {
-        {"chaCha20", [=] { return std::make_unique<ChaCha20Stream>(key, nonce, 7); }},
-        {"chaCha20Wide", [=] { return std::make_unique<ChaCha20Stream>(key, shortNonce, 7); }},
-        {"salsa20", [=] { return std::make_unique<Salsa20Stream>(key, shortNonce); }},
-        {"salsa20ShortKey", [=] { return std::make_unique<Salsa20Stream>(shortKey, shortNonce); }},
+        {"chaCha20", [=] { return std::make_unique<ChaCha20Stream>(StreamKey{.key = key, .nonce = nonce}, 7); }},
+        {"chaCha20Wide",
+         [=] { return std::make_unique<ChaCha20Stream>(StreamKey{.key = key, .nonce = shortNonce}, 7); }},
+        {"salsa20", [=] { return std::make_unique<Salsa20Stream>(StreamKey{.key = key, .nonce = shortNonce}); }},
+        {"salsa20ShortKey",
+         [=] { return std::make_unique<Salsa20Stream>(StreamKey{.key = shortKey, .nonce = shortNonce}); }},
         {"null", [] { return std::make_unique<NullStreamCipher>(); }},
     };
 }
@@ -179,18 +181,18 @@ TEST(NullStreamCipherTest, changesNothing) {
 
 TEST(ChaCha20StreamDeathTest, stopsTheProcessAtAnotherKeyOrNonce) {
     const auto key = Bytes(32, 0);
-    EXPECT_DEATH(ChaCha20Stream(Bytes(16, 0), Bytes(12, 0), 0), "precondition failed");
-    EXPECT_DEATH(ChaCha20Stream(Bytes(33, 0), Bytes(12, 0), 0), "precondition failed");
+    EXPECT_DEATH(ChaCha20Stream({.key = Bytes(16, 0), .nonce = Bytes(12, 0)}, 0), "precondition failed");
+    EXPECT_DEATH(ChaCha20Stream({.key = Bytes(33, 0), .nonce = Bytes(12, 0)}, 0), "precondition failed");
     for (const std::size_t size : {0, 7, 9, 11, 13, 24})
-        EXPECT_DEATH(ChaCha20Stream(key, Bytes(size, 0), 0), "precondition failed") << size;
+        EXPECT_DEATH(ChaCha20Stream({.key = key, .nonce = Bytes(size, 0)}, 0), "precondition failed") << size;
 }
 
 TEST(Salsa20StreamDeathTest, stopsTheProcessAtAnotherKeyOrNonce) {
     const auto nonce = Bytes(8, 0);
     for (const std::size_t size : {0, 15, 17, 31, 33})
-        EXPECT_DEATH(Salsa20Stream(Bytes(size, 0), nonce), "precondition failed") << size;
+        EXPECT_DEATH(Salsa20Stream({.key = Bytes(size, 0), .nonce = nonce}), "precondition failed") << size;
     for (const std::size_t size : {0, 7, 9, 12, 24})
-        EXPECT_DEATH(Salsa20Stream(Bytes(32, 0), Bytes(size, 0)), "precondition failed") << size;
+        EXPECT_DEATH(Salsa20Stream({.key = Bytes(32, 0), .nonce = Bytes(size, 0)}), "precondition failed") << size;
 }
 
 /// Makes a stream in memory that stays, uses half a block of it, destroys it, and tells what it left there.
@@ -211,9 +213,9 @@ bool contains(const Bytes& memory, ByteView bytes) {
 TEST(ChaCha20StreamTest, leavesNeitherKeyNorKeystreamBehind) {
     const auto key = Material(8).bytes(32);
     const auto nonce = Material(9).bytes(12);
-    const auto keystream = ChaCha20Stream(key, nonce, 0).process(Bytes(64, 0));
+    const auto keystream = ChaCha20Stream({.key = key, .nonce = nonce}, 0).process(Bytes(64, 0));
 
-    const auto remains = remainsOf<ChaCha20Stream>(key, nonce, 0U);
+    const auto remains = remainsOf<ChaCha20Stream>(StreamKey{.key = key, .nonce = nonce}, 0U);
 
     for (std::size_t i = 0; i < 32; i += 4)
         EXPECT_FALSE(contains(remains, ByteView(key).subspan(i, 4)));
@@ -224,9 +226,9 @@ TEST(ChaCha20StreamTest, leavesNeitherKeyNorKeystreamBehind) {
 TEST(Salsa20StreamTest, leavesNeitherKeyNorKeystreamBehind) {
     const auto key = Material(8).bytes(32);
     const auto nonce = Material(9).bytes(8);
-    const auto keystream = Salsa20Stream(key, nonce).process(Bytes(64, 0));
+    const auto keystream = Salsa20Stream({.key = key, .nonce = nonce}).process(Bytes(64, 0));
 
-    const auto remains = remainsOf<Salsa20Stream>(key, nonce);
+    const auto remains = remainsOf<Salsa20Stream>(StreamKey{.key = key, .nonce = nonce});
 
     for (std::size_t i = 0; i < 32; i += 4)
         EXPECT_FALSE(contains(remains, ByteView(key).subspan(i, 4)));
