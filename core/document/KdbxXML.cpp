@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint8_t defaultFlags = 1;
 
-std::uint8_t flagsOf(const XMLElement& binary) {
+std::uint8_t flagsOf(const KdbxXMLNode& binary) {
     const auto attribute = binary.attributes.find("Flags");
     if (attribute == binary.attributes.end())
         return defaultFlags;
@@ -93,8 +93,8 @@ std::vector<Binary> preservedBinaries(const KdbxGroup& root) {
 
 bool hadDocumentBinaries(const KdbxGroup& root) {
     const PreservedXML preserved(KdbxPreserve::meta, root);
-    return std::ranges::any_of(preserved.children(), [](const XMLElement& child) {
-        return child.known == XMLName::binaries && std::ranges::any_of(child.children, [](const XMLElement& item) {
+    return std::ranges::any_of(preserved.children(), [](const KdbxXMLNode& child) {
+        return child.known == XMLName::binaries && std::ranges::any_of(child.children, [](const KdbxXMLNode& item) {
                    return item.known == XMLName::binary;
                });
     });

@@ -5,47 +5,26 @@
 #include "core/document/XMLTree.h"
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 namespace {
 
-KdbxXMLNode nodeOf(const XMLElement& element) {
-    KdbxXMLNode node;
-    node.name = element.name;
-    node.attributes = element.attributes;
-    node.text = element.text;
-    node.isProtected = element.isProtected;
-    node.children.reserve(static_cast<std::size_t>(std::ranges::distance(element.children)));
-    for (const auto& child : element.children)
-        node.children.push_back(nodeOf(child));
-    return node;
-}
+/// A tree with the bytes that it borrows from.
+struct OwnedTree {
+    Bytes data;
+    XMLTree tree{KeptText::all};
+};
 
 }  // namespace
 
-std::optional<KdbxXMLNode> KdbxXMLNode::parse(ByteView data, InnerStreamCipher* stream) {
-    XMLTree tree(XMLTree::KeptText::all);
-    const auto* const root = tree.parse(data, stream);
-    return root == nullptr ? std::nullopt : std::optional(nodeOf(*root));
+std::shared_ptr<const KdbxXMLNode> KdbxXMLNode::parse(ByteView data, InnerStreamCipher* stream) {
+    const auto owned = std::make_shared<OwnedTree>();
+    owned->data = copyOf(data);
+    return {owned, owned->tree.parse(owned->data, stream)};
 }
 
-KdbxXMLNode::KdbxXMLNode(KdbxXMLNode&& other) noexcept = default;
-
-KdbxXMLNode& KdbxXMLNode::operator=(KdbxXMLNode&& other) noexcept {
-    std::swap(name, other.name);
-    std::swap(attributes, other.attributes);
-    std::swap(text, other.text);
-    std::swap(children, other.children);
-    std::swap(isProtected, other.isProtected);
-    return *this;
-}
-
-KdbxXMLNode::~KdbxXMLNode() {
-    // A text that was moved away, or was longer before, may have left some of itself behind what is counted as its
-    // size.
-    text.resize(text.capacity());
-    secureWipe(text.data(), text.size());
+const KdbxXMLNode* KdbxXMLNode::child(XMLName childName) const {
+    const auto found = std::ranges::find(children, childName, &KdbxXMLNode::known);
+    return found == children.end() ? nullptr : &*found;
 }
 
 const KdbxXMLNode* KdbxXMLNode::child(std::string_view childName) const {
@@ -63,6 +42,10 @@ std::vector<const KdbxXMLNode*> KdbxXMLNode::childrenNamed(std::string_view chil
 }
 
 std::string_view KdbxXMLNode::trimmedText() const {
+    // Most texts begin and end with a character that is plainly none to trim.
+    const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };
+    if (!text.empty() && isPlain(text.front()) && isPlain(text.back()))
+        return text;
     return Text::trimmingWhitespaceAndNewlines(text);
 }
 

@@ -4,11 +4,13 @@
 #include "core/document/KdbxXML.h"
 #include "core/document/KdbxXMLValues.h"
 #include "core/document/Nesting.h"
+#include "core/document/XMLParser.h"
 #include "core/document/XMLPrinting.h"
-#include "core/document/XMLTree.h"
+#include "core/document/XMLTreeBuilder.h"
 #include "core/model/KdbxError.h"
 #include "core/primitives/Base64.h"
 
+#include <algorithm>
 #include <deque>
 
 namespace KdbxXML {
@@ -21,11 +23,11 @@ constexpr std::int64_t unreadableEntryIcon = 0;
 
 // --- Values ---
 
-std::int64_t integerOr(std::int64_t fallback, const XMLElement& element) {
+std::int64_t integerOr(std::int64_t fallback, const KdbxXMLNode& element) {
     return parseInteger(element.trimmedText()).value_or(fallback);
 }
 
-bool boolOr(bool fallback, const XMLElement& element) {
+bool boolOr(bool fallback, const KdbxXMLNode& element) {
     return parseBool(element.trimmedText()).value_or(fallback);
 }
 
@@ -34,13 +36,13 @@ std::optional<std::string> textOrNone(std::string_view text) {
     return text.empty() ? std::nullopt : std::optional<std::string>(text);
 }
 
-std::string_view textOfChild(const XMLElement& element, XMLName name) {
+std::string_view textOfChild(const KdbxXMLNode& element, XMLName name) {
     const auto* const child = element.child(name);
     return child == nullptr ? std::string_view() : child->text;
 }
 
 /// The identifier of a group or an entry: of its `UUID` elements the last that can be read, or else a random one.
-UUID idOf(const XMLElement& element) {
+UUID idOf(const KdbxXMLNode& element) {
     std::optional<UUID> id;
     for (const auto& child : element.children)
         if (child.known == XMLName::uuid)
@@ -70,7 +72,7 @@ struct Times {
 };
 
 /// A repeated element overwrites, also with nothing. How often and where something was used is nobody's concern here.
-Times timesOf(const XMLElement& element) {
+Times timesOf(const KdbxXMLNode& element) {
     Times times;
     for (const auto& child : element.children) {
         switch (child.known) {
@@ -96,13 +98,13 @@ Times timesOf(const XMLElement& element) {
     return times;
 }
 
-void readGroupTimes(const XMLElement& element, KdbxGroup& group) {
+void readGroupTimes(const KdbxXMLNode& element, KdbxGroup& group) {
     const auto times = timesOf(element);
     group.created = times.created.value_or(group.created);
     group.modified = times.modified.value_or(group.modified);
 }
 
-void readEntryTimes(const XMLElement& element, KdbxEntry& entry) {
+void readEntryTimes(const KdbxXMLNode& element, KdbxEntry& entry) {
     const auto times = timesOf(element);
     entry.created = times.created.value_or(entry.created);
     entry.modified = times.modified.value_or(entry.modified);
@@ -113,7 +115,7 @@ void readEntryTimes(const XMLElement& element, KdbxEntry& entry) {
 
 // --- Entries ---
 
-void readString(const XMLElement& element, KdbxEntry& entry) {
+void readString(const KdbxXMLNode& element, KdbxEntry& entry) {
     const auto key = textOfChild(element, XMLName::key);
     const auto* const valueElement = element.child(XMLName::value);
     const auto value = valueElement == nullptr ? std::string_view() : valueElement->text;
@@ -134,12 +136,12 @@ void readString(const XMLElement& element, KdbxEntry& entry) {
     }
 }
 
-AutoTypeWindowAssociation associationOf(const XMLElement& element) {
+AutoTypeWindowAssociation associationOf(const KdbxXMLNode& element) {
     return {.window = std::string(textOfChild(element, XMLName::window)),
             .sequence = textOrNone(textOfChild(element, XMLName::keystrokeSequence))};
 }
 
-void readAutoType(const XMLElement& element, KdbxEntry& entry) {
+void readAutoType(const KdbxXMLNode& element, KdbxEntry& entry) {
     for (const auto& child : element.children) {
         switch (child.known) {
             case XMLName::enabled:
@@ -164,44 +166,45 @@ class Reader {
 public:
     explicit Reader(const std::vector<Binary>& binaries) : m_binaries(binaries) {}
 
-    /// Reads an entry of a group, for the group that will ask for it by the number.
-    std::uint32_t takeEntry(const XMLElement& element, int depth);
+    /// Reads an entry of a group, in the order of the document.
+    void takeEntry(const KdbxXMLNode& element, int depth);
 
     /// Reads the document after its entries.
-    Document readDocument(const XMLElement& documentElement);
+    Document readDocument(const KdbxXMLNode& documentElement);
 
 private:
     struct OpenGroup {
         KdbxGroup group;
-        XMLChildren::Iterator nextChild;
+        KdbxXMLChildren::Iterator nextChild;
     };
 
-    void readMeta(const XMLElement& meta);
-    void readMetaChild(const XMLElement& child);
-    void readRecycleBinUUID(const XMLElement& element);
-    KdbxGroup readGroups(const XMLElement& root);
-    void readGroupChild(const XMLElement& child, KdbxGroup& group);
-    void readEntry(const XMLElement& element, int depth, KdbxEntry& entry);
-    void readEntryChild(const XMLElement& child, KdbxEntry& entry);
-    void readHistory(const XMLElement& history, int depth, KdbxEntry& entry);
-    void addWrappers(const XMLElement& root);
+    void readMeta(const KdbxXMLNode& meta);
+    void readMetaChild(const KdbxXMLNode& child);
+    void readRecycleBinUUID(const KdbxXMLNode& element);
+    KdbxGroup readGroups(const KdbxXMLNode& root);
+    void readGroupChild(const KdbxXMLNode& child, KdbxGroup& group);
+    void readEntry(const KdbxXMLNode& element, int depth, KdbxEntry& entry);
+    void readEntryChild(const KdbxXMLNode& child, KdbxEntry& entry);
+    void readHistory(const KdbxXMLNode& history, int depth, KdbxEntry& entry);
+    void addWrappers(const KdbxXMLNode& root);
     void addWrapper(std::string_view name, std::string_view content);
-    void preserve(const XMLElement& element, std::vector<std::string>& texts);
+    void preserve(const KdbxXMLNode& element, std::vector<std::string>& texts);
 
     const std::vector<Binary>& m_binaries;
-    std::deque<KdbxEntry> m_entries;  // in the order of the document; each stays where it is
+    // In the order of the document, in which the groups take them: the first group of the first `Root` comes first.
+    std::deque<KdbxEntry> m_entries;
+    std::size_t m_nextEntry = 0;
     Document m_document;
     WipingText m_preservedMeta;
     WipingText m_printed;  // where foreign elements are printed, protected values in the clear: wiped in the end
 };
 
-std::uint32_t Reader::takeEntry(const XMLElement& element, int depth) {
+void Reader::takeEntry(const KdbxXMLNode& element, int depth) {
     m_entries.push_back({.id = idOf(element)});
     readEntry(element, depth, m_entries.back());
-    return static_cast<std::uint32_t>(m_entries.size() - 1);
 }
 
-Document Reader::readDocument(const XMLElement& documentElement) {
+Document Reader::readDocument(const KdbxXMLNode& documentElement) {
     if (documentElement.known != XMLName::document)
         throw KdbxError::xmlParseFailure("kök öğe <KeePassFile> değil (<" + std::string(documentElement.name) + ">)");
     const auto* const root = documentElement.child(XMLName::root);
@@ -217,12 +220,12 @@ Document Reader::readDocument(const XMLElement& documentElement) {
     return std::move(m_document);
 }
 
-void Reader::readMeta(const XMLElement& meta) {
+void Reader::readMeta(const KdbxXMLNode& meta) {
     for (const auto& child : meta.children)
         readMetaChild(child);
 }
 
-void Reader::readMetaChild(const XMLElement& child) {
+void Reader::readMetaChild(const KdbxXMLNode& child) {
     auto& meta = m_document.meta;
     switch (child.known) {
         case XMLName::generator:
@@ -258,7 +261,7 @@ void Reader::readMetaChild(const XMLElement& child) {
 }
 
 /// Sixteen zero bytes are how "no recycle bin" is written.
-void Reader::readRecycleBinUUID(const XMLElement& element) {
+void Reader::readRecycleBinUUID(const KdbxXMLNode& element) {
     const auto id = parseUUID(element.trimmedText());
     if (id && !id->isZero())
         m_document.meta.recycleBinUUID = id;
@@ -266,13 +269,13 @@ void Reader::readRecycleBinUUID(const XMLElement& element) {
 
 /// The tree of groups, by a list of the open ones and not by recursion, which would hold a group on the stack at each
 /// level.
-KdbxGroup Reader::readGroups(const XMLElement& root) {
+KdbxGroup Reader::readGroups(const KdbxXMLNode& root) {
     std::vector<OpenGroup> open;
     open.push_back({.group = {.id = idOf(root)}, .nextChild = root.children.begin()});
     for (;;) {
         const auto depth = Nesting::depthOfRootGroup + static_cast<int>(open.size()) - 1;
         auto& innermost = open.back();
-        if (innermost.nextChild == XMLChildren::Iterator()) {
+        if (innermost.nextChild == KdbxXMLChildren::Iterator()) {
             auto finished = std::move(innermost.group);
             open.pop_back();
             if (open.empty())
@@ -290,7 +293,7 @@ KdbxGroup Reader::readGroups(const XMLElement& root) {
     }
 }
 
-void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
+void Reader::readGroupChild(const KdbxXMLNode& child, KdbxGroup& group) {
     switch (child.known) {
         case XMLName::uuid:
             break;  // `idOf` has it
@@ -313,14 +316,14 @@ void Reader::readGroupChild(const XMLElement& child, KdbxGroup& group) {
             readGroupTimes(child, group);
             break;
         case XMLName::entry:
-            group.entries.append(std::move(m_entries[child.taken]));
+            group.entries.append(std::move(m_entries[m_nextEntry++]));
             break;
         default:
             preserve(child, group.unknownXML);
     }
 }
 
-void Reader::readEntry(const XMLElement& element, int depth, KdbxEntry& entry) {
+void Reader::readEntry(const KdbxXMLNode& element, int depth, KdbxEntry& entry) {
     checkDepth(depth);
     for (const auto& child : element.children) {
         if (child.known == XMLName::history)
@@ -330,7 +333,7 @@ void Reader::readEntry(const XMLElement& element, int depth, KdbxEntry& entry) {
     }
 }
 
-void Reader::readEntryChild(const XMLElement& child, KdbxEntry& entry) {
+void Reader::readEntryChild(const KdbxXMLNode& child, KdbxEntry& entry) {
     switch (child.known) {
         case XMLName::uuid:
             break;  // `idOf` has it
@@ -354,7 +357,7 @@ void Reader::readEntryChild(const XMLElement& child, KdbxEntry& entry) {
     }
 }
 
-void Reader::readHistory(const XMLElement& history, int depth, KdbxEntry& entry) {
+void Reader::readHistory(const KdbxXMLNode& history, int depth, KdbxEntry& entry) {
     for (const auto& child : history.children) {
         if (child.known != XMLName::entry)
             continue;
@@ -364,7 +367,7 @@ void Reader::readHistory(const XMLElement& history, int depth, KdbxEntry& entry)
     }
 }
 
-void Reader::addWrappers(const XMLElement& root) {
+void Reader::addWrappers(const KdbxXMLNode& root) {
     addWrapper(KdbxPreserve::meta, m_preservedMeta.view());
     WipingText content;
     for (const auto& child : root.children)
@@ -390,23 +393,71 @@ void Reader::addWrapper(std::string_view name, std::string_view content) {
     m_document.root.unknownXML.push_back(std::move(wrapper));
 }
 
-void Reader::preserve(const XMLElement& element, std::vector<std::string>& texts) {
+void Reader::preserve(const KdbxXMLNode& element, std::vector<std::string>& texts) {
     m_printed.clear();
     XMLPrinting::appendElement(m_printed, element);
     texts.emplace_back(m_printed.view());
 }
+
+/// Builds the tree of a document, except for the entries in groups, however deep, under `Root`: each is read as it
+/// ends, and its content dropped. A vault is all entries, and this way the few elements of one are read while they are
+/// still in the processor's cache.
+class DocumentBuilder final : public XMLParser::Listener {
+public:
+    DocumentBuilder(Reader& reader, InnerStreamCipher& stream) : m_reader(reader), m_tree(KeptText::whatIsRead) {
+        m_tree.begin(&stream);
+    }
+
+    void startElement(std::string_view name, const char* const* attributes) override {
+        const auto known = m_tree.open(name, attributes).known;
+        if (known == XMLName::entry && isInGroup())
+            m_entryOpened = m_tree.extent();
+        if (m_onPath == m_depth && known == nameOnPath())
+            ++m_onPath;
+        ++m_depth;
+    }
+
+    void characters(std::string_view piece, XMLParser::Lifetime lifetime) override {
+        m_tree.characters(piece, lifetime);
+    }
+
+    void endElement() override {
+        const auto& element = m_tree.close();
+        m_onPath = std::min(m_onPath, --m_depth);
+        if (element.known != XMLName::entry || !isInGroup())
+            return;
+        m_reader.takeEntry(element, m_depth + 1);
+        m_tree.dropContent(m_entryOpened);
+    }
+
+    [[nodiscard]] const KdbxXMLNode* root() const noexcept { return m_tree.root(); }
+
+private:
+    /// The name that leads one element further on the path of the groups: the document element, its `Root`, a group.
+    [[nodiscard]] XMLName nameOnPath() const noexcept {
+        return m_depth == 0 ? XMLName::document : m_depth == 1 ? XMLName::root : XMLName::group;
+    }
+
+    [[nodiscard]] bool isInGroup() const noexcept {
+        return m_depth >= Nesting::depthOfRootGroup && m_onPath == m_depth;
+    }
+
+    Reader& m_reader;
+    XMLTreeBuilder m_tree;
+    XMLTreeBuilder::Extent m_entryOpened{};  // when the entry in a group began that is open now
+    int m_depth = 0;                         // of open elements
+    int m_onPath = 0;                        // how many of them, from the root on, are on the path
+};
 
 }  // namespace
 
 Document parse(ByteView data, InnerStreamCipher& stream, KdbxFormatVersion /*version*/,
                const std::vector<Binary>& binaries) {
     Reader reader(binaries);
-    XMLTree tree(XMLTree::KeptText::whatIsRead);
-    const auto* const documentElement =
-        tree.parse(data, &stream, [&](const XMLElement& entry, int depth) { return reader.takeEntry(entry, depth); });
-    if (documentElement == nullptr)
+    DocumentBuilder builder(reader, stream);
+    if (!XMLParser().parse(data, builder))
         throw notParsed();
-    return reader.readDocument(*documentElement);
+    return reader.readDocument(*builder.root());
 }
 
 }  // namespace KdbxXML

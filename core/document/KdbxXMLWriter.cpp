@@ -30,7 +30,7 @@ std::string joined(const std::vector<std::string>& tags) {
 }  // namespace
 
 Writer::Writer(InnerStreamCipher& stream, std::uint16_t major)
-    : m_stream(stream), m_major(major), m_foreign(XMLTree::KeptText::whatIsRead) {}
+    : m_stream(stream), m_major(major), m_foreign(KeptText::whatIsRead) {}
 
 void Writer::writeDocument(const KdbxDatabase& database, const std::optional<Bytes>& headerHash) {
     Nesting::require(database.root, 1);
@@ -97,8 +97,8 @@ void Writer::putMasked(std::string_view value) {
 
 // --- Meta ---
 
-void Writer::applyMemoryProtection(const XMLChildren& nodes) {
-    const auto block = std::ranges::find(nodes, XMLName::memoryProtection, &XMLElement::known);
+void Writer::applyMemoryProtection(const KdbxXMLChildren& nodes) {
+    const auto block = std::ranges::find(nodes, XMLName::memoryProtection, &KdbxXMLNode::known);
     if (block == nodes.end())
         return;
     const auto flag = [&](XMLName name, bool fallback) {
@@ -113,7 +113,7 @@ void Writer::applyMemoryProtection(const XMLChildren& nodes) {
 }
 
 void Writer::writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash,
-                       const XMLChildren& preserved) {
+                       const KdbxXMLChildren& preserved) {
     const auto& meta = database.meta;
     put("<Meta>");
     element("Generator", meta.generator);
@@ -134,7 +134,7 @@ void Writer::writeMeta(const KdbxDatabase& database, const std::optional<Bytes>&
     put("</Meta>");
 }
 
-void Writer::writeMemoryProtection(const XMLChildren& preserved) {
+void Writer::writeMemoryProtection(const KdbxXMLChildren& preserved) {
     bool isPreserved = false;
     for (const auto& node : preserved) {
         if (node.known != XMLName::memoryProtection)
@@ -294,8 +294,8 @@ void Writer::writeForeign(std::string_view text) {
         writeNode(*node);
 }
 
-void Writer::writeNode(const XMLElement& root) {
-    XMLPrinting::appendTree(m_out, root, [this](const XMLElement& node) {
+void Writer::writeNode(const KdbxXMLNode& root) {
+    XMLPrinting::appendTree(m_out, root, [this](const KdbxXMLNode& node) {
         put("<");
         put(node.name);
         XMLPrinting::appendAttributes(m_out, node.attributes);
@@ -307,7 +307,7 @@ void Writer::writeNode(const XMLElement& root) {
 }
 
 /// What follows the attributes of a protected node. Its child elements are not written.
-void Writer::protectedElementNode(const XMLElement& node) {
+void Writer::protectedElementNode(const KdbxXMLNode& node) {
     putMasked(node.text);
     XMLPrinting::appendEndTag(m_out, node.name);
 }

@@ -28,8 +28,9 @@ public:
     [[nodiscard]] Bytes takeOut() { return std::move(m_out).take(); }
 
 private:
-    void writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash, const XMLChildren& preserved);
-    void writeMemoryProtection(const XMLChildren& preserved);
+    void writeMeta(const KdbxDatabase& database, const std::optional<Bytes>& headerHash,
+                   const KdbxXMLChildren& preserved);
+    void writeMemoryProtection(const KdbxXMLChildren& preserved);
     void writeGroup(const KdbxGroup& root);
     void writeGroupBeginning(const KdbxGroup& group);
     void writeGroupFields(const KdbxGroup& group);
@@ -40,9 +41,9 @@ private:
     void writeString(std::string_view key, std::string_view value, bool isProtected);
     void writeForeign(const std::vector<std::string>& texts);
     void writeForeign(std::string_view text);
-    void writeNode(const XMLElement& root);
-    void protectedElementNode(const XMLElement& node);
-    void applyMemoryProtection(const XMLChildren& nodes);
+    void writeNode(const KdbxXMLNode& root);
+    void protectedElementNode(const KdbxXMLNode& node);
+    void applyMemoryProtection(const KdbxXMLChildren& nodes);
 
     void put(std::string_view text) { m_out.append(text); }
     void putBase64(ByteView data);

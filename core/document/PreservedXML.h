@@ -10,7 +10,7 @@
 class PreservedXML {
 public:
     /// Looks for the first foreign text that begins as the wrapper does and parses.
-    PreservedXML(std::string_view wrapperName, const KdbxGroup& root) : m_tree(XMLTree::KeptText::whatIsRead) {
+    PreservedXML(std::string_view wrapperName, const KdbxGroup& root) : m_tree(KeptText::whatIsRead) {
         for (const auto& text : root.unknownXML)
             if (text.starts_with('<') && std::string_view(text).substr(1).starts_with(wrapperName))
                 if (const auto* const wrapper = m_tree.parse(bytesOf(text), nullptr)) {
@@ -20,9 +20,9 @@ public:
     }
 
     /// Empty where there is no wrapper.
-    [[nodiscard]] const XMLChildren& children() const noexcept { return m_children; }
+    [[nodiscard]] const KdbxXMLChildren& children() const noexcept { return m_children; }
 
 private:
     XMLTree m_tree;
-    XMLChildren m_children;
+    KdbxXMLChildren m_children;
 };

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/document/KdbxXMLNode.h"
 #include "core/document/XMLText.h"
-#include "core/text/Text.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// Elements as XML text, for `KdbxXMLNode` and `XMLElement` alike.
+/// Elements as XML text.
 namespace XMLPrinting {
 
 /// Each attribute behind a blank, in the order of the keys.
 inline void appendAttributes(WipingText& out, const Text::Map<std::string>& attributes) {
     for (const auto& [key, value] : attributes) {
         if (key == "Protected")
-            continue;  // the element's own mark tells
+            continue;  // the element itself knows whether it is
         out.append(" ");
         out.append(key);
         out.append("=\"");
@@ -31,15 +31,15 @@ inline void appendEndTag(WipingText& out, std::string_view name) {
 }
 
 /// Prints an element and all in it, without recursion: foreign elements may be nested deep. `appendBeginning` prints
-/// one element as far as its first child element, or whole, and tells whether it stopped for the child elements.
-template <class Element, class AppendBeginning>
-void appendTree(WipingText& out, const Element& root, AppendBeginning appendBeginning) {
+/// one element as far as its first child element, or whole, and returns whether it stopped for the child elements.
+template <class AppendBeginning>
+void appendTree(WipingText& out, const KdbxXMLNode& root, AppendBeginning appendBeginning) {
     struct Open {
-        const Element* element;
-        decltype(root.children.begin()) nextChild;
+        const KdbxXMLNode* element;
+        KdbxXMLChildren::Iterator nextChild;
     };
     std::vector<Open> open;
-    const auto begin = [&](const Element& element) {
+    const auto begin = [&](const KdbxXMLNode& element) {
         if (appendBeginning(element))
             open.push_back({&element, element.children.begin()});
     };
@@ -56,8 +56,7 @@ void appendTree(WipingText& out, const Element& root, AppendBeginning appendBegi
 }
 
 /// What follows an element's attributes, up to its first child element. Its own text is dropped where it has any.
-template <class Element>
-bool appendFromAttributes(WipingText& out, const Element& element) {
+inline bool appendFromAttributes(WipingText& out, const KdbxXMLNode& element) {
     if (element.children.empty() && element.text.empty()) {
         out.append("/>");
         return false;
@@ -70,10 +69,9 @@ bool appendFromAttributes(WipingText& out, const Element& element) {
     return false;
 }
 
-/// An element in the clear, where the mark alone tells that it is protected.
-template <class Element>
-void appendElement(WipingText& out, const Element& root) {
-    appendTree(out, root, [&](const Element& element) {
+/// An element in the clear, where `Protected` alone shows that it is to be masked.
+inline void appendElement(WipingText& out, const KdbxXMLNode& root) {
+    appendTree(out, root, [&](const KdbxXMLNode& element) {
         out.append("<");
         out.append(element.name);
         appendAttributes(out, element.attributes);

@@ -52,24 +52,25 @@ std::string orEmpty(const std::optional<std::string>& text) {
     return text.value_or("");
 }
 
-std::vector<KdbxXMLNode> nodesOf(const std::vector<std::string>& unknownXML) {
-    std::vector<KdbxXMLNode> nodes;
+using Node = std::shared_ptr<const KdbxXMLNode>;
+
+std::vector<Node> nodesOf(const std::vector<std::string>& unknownXML) {
+    std::vector<Node> nodes;
     for (const auto& text : unknownXML) {
-        auto node = KdbxXMLNode::parse(bytesOf(text), nullptr);
-        EXPECT_TRUE(node) << text;
-        if (node)
-            nodes.push_back(std::move(*node));
+        nodes.push_back(KdbxXMLNode::parse(bytesOf(text), nullptr));
+        EXPECT_TRUE(nodes.back()) << text;
     }
     return nodes;
 }
 
 /// The children of a wrapper on the root group.
-std::vector<KdbxXMLNode> preserved(const KdbxGroup& root, std::string_view name) {
-    for (auto& node : nodesOf(root.unknownXML)) {
-        if (node.name == name)
-            return std::move(node.children);
-    }
-    return {};
+std::vector<Node> preserved(const KdbxGroup& root, std::string_view name) {
+    std::vector<Node> children;
+    for (const auto& node : nodesOf(root.unknownXML))
+        if (node && node->name == name)
+            for (const auto& child : node->children)
+                children.emplace_back(node, &child);
+    return children;
 }
 
 // The answers' shape for a foreign element: name, attributes as pairs, and its children or else its text.
@@ -152,8 +153,8 @@ void expectEntry(const Answer& answer, const KdbxEntry& entry) {
 
     auto attachments = Answer::array();
     for (const auto& node : nodesOf(entry.unknownXML)) {
-        if (node.name == "Binary")
-            attachments.push_back({node.child("Key")->text, node.child("Value")->attributes.at("Ref")});
+        if (node && node->name == "Binary")
+            attachments.push_back({node->child("Key")->text, node->child("Value")->attributes.at("Ref")});
     }
     EXPECT_EQ(attachments, answer["binaries"]);
 
@@ -191,13 +192,13 @@ void expectForeign(const Answer& answer, const KdbxGroup& root) {
     }
     std::vector<std::string> names;
     for (const auto& node : preserved(root, "BrenvikPreservedMeta"))
-        names.push_back(node.name);
+        names.emplace_back(node->name);
     std::ranges::sort(names);
     EXPECT_EQ(names, expectedNames);
 
     auto foreign = Answer::array();
     for (const auto& node : preserved(root, "BrenvikPreservedRoot"))
-        foreign.push_back(shapeOf(node));
+        foreign.push_back(shapeOf(*node));
     EXPECT_EQ(foreign, answer["rootForeign"]);
 
     auto pool = Answer::array();
@@ -267,9 +268,9 @@ std::string withXMLLineEnds(const std::string& text) {
 std::set<std::string> maskedStandardStrings(const KdbxGroup& root) {
     std::set<std::string> masked;
     for (const auto& node : preserved(root, "BrenvikPreservedMeta")) {
-        for (const auto& flag : node.children) {
-            if (node.name == "MemoryProtection" && flag.text == "True")
-                masked.insert(flag.name.substr(std::string_view("Protect").size()));
+        for (const auto& flag : node->children) {
+            if (node->name == "MemoryProtection" && flag.text == "True")
+                masked.emplace(flag.name.substr(std::string_view("Protect").size()));
         }
     }
     return masked;
