@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/model/ElementHints.h"
 #include "core/model/SharedRow.h"
 
 #include <cstddef>
@@ -23,8 +24,9 @@
 template <class Element>
 class SharedArray {
     struct Node;
-    using Chunk = SharedRow<Node>;  // the mark beside each element is a hint of its id
-    using Root = SharedRow<Chunk>;  // the mark beside each chunk is the index behind its last element
+    using Hints = ElementHints<Node>;
+    using Chunk = SharedRow<Node>;  // the number beside each element is a hint of its id
+    using Root = SharedRow<Chunk>;  // the number beside each chunk is the index behind its last element
 
 public:
     using value_type = Element;
@@ -43,7 +45,7 @@ public:
             append(std::move(element));
     }
 
-    [[nodiscard]] std::size_t size() const noexcept { return m_root ? m_root->marks().back() : 0; }
+    [[nodiscard]] std::size_t size() const noexcept { return m_root ? m_root->numbers().back() : 0; }
     [[nodiscard]] bool empty() const noexcept { return !m_root; }
 
     /// The index must lie within the array, here and wherever one is asked for.
@@ -79,7 +81,7 @@ public:
     /// so this is how an array is sorted or thinned out.
     void rearrange(std::span<const std::size_t> indices);
 
-    /// Where the first element stands whose `id` this is.
+    /// The index of the first element whose `id` this is.
     template <class ID>
     [[nodiscard]] std::optional<std::size_t> indexOfID(const ID& id) const;
 
@@ -102,38 +104,23 @@ public:
 private:
     // A change copies one chunk and the list of chunks; of 100,000 elements, chunks of 316 would copy least.
     static constexpr std::size_t chunkCapacity = 256;
-    static constexpr std::uint32_t unknown = 0;  // the hint of an element that somebody may be writing to
 
-    struct Place {
+    struct Position {
         std::size_t chunk;
         std::size_t offset;
     };
 
-    template <class ID>
-    static std::uint32_t hintOfID(const ID& id) noexcept {
-        return static_cast<std::uint32_t>(std::hash<ID>()(id)) | 1;
-    }
-    static std::uint32_t hintOf(const Element& element) noexcept {
-        if constexpr (requires { element.id; })
-            return hintOfID(element.id);
-        else
-            return unknown;
-    }
-
     static std::size_t startOf(const Root& root, std::size_t chunk) noexcept {
-        return chunk == 0 ? 0 : root.marks()[chunk - 1];
+        return chunk == 0 ? 0 : root.numbers()[chunk - 1];
     }
-    static Place locate(const Root& root, std::size_t index) noexcept;
-    static Place locateForInsert(const Root& root, std::size_t index) noexcept;
-    static std::optional<std::size_t> offsetOfHint(std::span<const std::uint32_t> hints, std::size_t start,
-                                                   std::uint32_t hint) noexcept;
-    static Chunk& ownChunk(Root& root, std::size_t number, std::size_t extra = 0);
+    static Position locate(const Root& root, std::size_t index) noexcept;
+    static Position locateForInsert(const Root& root, std::size_t index) noexcept;
     static void joinWithNext(Root& root, std::size_t number);
     static void recount(Root& root, std::size_t number) noexcept;
 
     [[nodiscard]] const SharedNode<Node>& nodeAt(std::size_t index) const noexcept {
-        const auto place = locate(*m_root, index);
-        return m_root->children()[place.chunk]->children()[place.offset];
+        const auto position = locate(*m_root, index);
+        return m_root->children()[position.chunk]->children()[position.offset];
     }
     Node& takeForWriting(std::size_t index);
     void insertNode(std::size_t index, SharedNode<Node> node);
@@ -164,15 +151,15 @@ public:
     const_iterator() noexcept = default;
 
     reference operator*() const noexcept {
-        return m_root->children()[m_place.chunk]->children()[m_place.offset]->element;
+        return m_root->children()[m_position.chunk]->children()[m_position.offset]->element;
     }
     pointer operator->() const noexcept { return &**this; }
     reference operator[](difference_type distance) const noexcept { return *(*this + distance); }
 
     const_iterator& operator++() noexcept {
         ++m_index;
-        if (++m_place.offset == m_root->children()[m_place.chunk]->size())
-            m_place = {m_place.chunk + 1, 0};
+        if (++m_position.offset == m_root->children()[m_position.chunk]->size())
+            m_position = {m_position.chunk + 1, 0};
         return *this;
     }
     const_iterator& operator+=(difference_type distance) noexcept {
@@ -206,40 +193,40 @@ private:
     friend class SharedArray;
     const_iterator(const Root* root, std::size_t index) noexcept : m_root(root), m_index(index) {
         if (root)
-            m_place = locate(*root, index);
+            m_position = locate(*root, index);
     }
 
     const Root* m_root = nullptr;
     std::size_t m_index = 0;
-    Place m_place{};
+    Position m_position{};
 };
 
 template <class Element>
 template <class Change>
 void SharedArray<Element>::mutate(std::size_t index, Change&& change) {
-    const auto place = locate(*m_root, index);
+    const auto position = locate(*m_root, index);
     // A hint that was unknown stays so: an earlier reference may still be written through.
-    const auto wasKnown = m_root->children()[place.chunk]->marks()[place.offset] != unknown;
+    const auto wasKnown = Hints::isKnown(*m_root->children()[position.chunk], position.offset);
     auto& node = takeForWriting(index);
     std::forward<Change>(change)(node.element);
     if (wasKnown)
-        m_root->children()[place.chunk]->marks()[place.offset] = hintOf(node.element);
+        Hints::remember(*m_root->children()[position.chunk], position.offset);
 }
 
 template <class Element>
 Element SharedArray<Element>::removeAt(std::size_t index) {
     auto& root = Root::own(m_root);
-    const auto place = locate(root, index);
-    auto& chunk = ownChunk(root, place.chunk);
-    const auto node = chunk.children()[place.offset];
-    chunk.erase(place.offset, place.offset + 1);
+    const auto position = locate(root, index);
+    auto& chunk = Hints::own(root.children()[position.chunk]);
+    const auto node = chunk.children()[position.offset];
+    chunk.erase(position.offset, position.offset + 1);
     if (chunk.size() == 0)
-        root.erase(place.chunk, place.chunk + 1);
-    recount(root, place.chunk);
+        root.erase(position.chunk, position.chunk + 1);
+    recount(root, position.chunk);
     if (root.size() == 0)
         clear();
-    else if (place.chunk < root.size())
-        joinWithNext(root, place.chunk);
+    else if (position.chunk < root.size())
+        joinWithNext(root, position.chunk);
     return node.isUnique() ? std::move(node->element) : node->element;
 }
 
@@ -260,13 +247,13 @@ void SharedArray<Element>::rearrange(std::span<const std::size_t> indices) {
         return clear();
     struct Held {
         const SharedNode<Node>* node;
-        std::uint32_t hint;
+        std::uint32_t hint;  // it goes along
     };
     std::vector<Held> held;
     held.reserve(size());
     for (const auto& chunk : m_root->children())
         for (std::size_t i = 0; i < chunk->size(); ++i)
-            held.push_back({&chunk->children()[i], chunk->marks()[i]});
+            held.push_back({&chunk->children()[i], chunk->numbers()[i]});
 
     constexpr std::size_t ahead = 8;  // each element's count lies in a cache line of its own
     auto root = Root::withRoomFor((indices.size() + chunkCapacity - 1) / chunkCapacity);
@@ -288,74 +275,37 @@ template <class ID>
 std::optional<std::size_t> SharedArray<Element>::indexOfID(const ID& id) const {
     if (!m_root)
         return std::nullopt;
-    const auto hint = hintOfID(id);
-    for (std::size_t number = 0; number < m_root->size(); ++number) {
-        const auto& chunk = *m_root->children()[number];
-        for (auto offset = offsetOfHint(chunk.marks(), 0, hint); offset;
-             offset = offsetOfHint(chunk.marks(), *offset + 1, hint))
-            if (chunk.children()[*offset]->element.id == id)
-                return startOf(*m_root, number) + *offset;
-    }
+    for (std::size_t number = 0; number < m_root->size(); ++number)
+        if (const auto offset = Hints::offsetOf(*m_root->children()[number], id))
+            return startOf(*m_root, number) + *offset;
     return std::nullopt;
 }
 
 template <class Element>
-typename SharedArray<Element>::Place SharedArray<Element>::locate(const Root& root, std::size_t index) noexcept {
-    const auto ends = root.marks();
+typename SharedArray<Element>::Position SharedArray<Element>::locate(const Root& root, std::size_t index) noexcept {
+    const auto ends = root.numbers();
     const auto chunk = static_cast<std::size_t>(std::upper_bound(ends.begin(), ends.end(), index) - ends.begin());
     return {chunk, index - startOf(root, chunk)};
 }
 
 /// As `locate`, but the end of the array is the end of its last chunk.
 template <class Element>
-typename SharedArray<Element>::Place SharedArray<Element>::locateForInsert(const Root& root,
-                                                                           std::size_t index) noexcept {
-    if (index < root.marks().back())
+typename SharedArray<Element>::Position SharedArray<Element>::locateForInsert(const Root& root,
+                                                                              std::size_t index) noexcept {
+    if (index < root.numbers().back())
         return locate(root, index);
     return {root.size() - 1, root.children().back()->size()};
-}
-
-/// Where, from `start` on, the next hint stands that is this one or unknown.
-template <class Element>
-std::optional<std::size_t> SharedArray<Element>::offsetOfHint(std::span<const std::uint32_t> hints, std::size_t start,
-                                                              std::uint32_t hint) noexcept {
-    const auto matches = [hint](std::uint32_t candidate) { return candidate == hint || candidate == unknown; };
-    // Many hints at a time, without a branch for each, so that the compiler takes vector instructions.
-    constexpr std::size_t stride = 32;
-    while (start + stride <= hints.size()) {
-        std::uint32_t anyMatches = 0;
-        for (const auto candidate : hints.subspan(start).template first<stride>())
-            anyMatches |= matches(candidate) ? 1 : 0;
-        if (anyMatches)
-            break;
-        start += stride;
-    }
-    const auto found = std::find_if(hints.begin() + static_cast<std::ptrdiff_t>(start), hints.end(), matches);
-    return found == hints.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - hints.begin()));
-}
-
-template <class Element>
-typename SharedArray<Element>::Chunk& SharedArray<Element>::ownChunk(Root& root, std::size_t number,
-                                                                     std::size_t extra) {
-    auto& holder = root.children()[number];
-    const auto wasShared = !holder.isUnique();
-    auto& chunk = Chunk::own(holder, extra);
-    // What was shared nobody was writing to any more.
-    for (std::size_t i = 0; wasShared && i < chunk.size(); ++i)
-        if (chunk.marks()[i] == unknown)
-            chunk.marks()[i] = hintOf(chunk.children()[i]->element);
-    return chunk;
 }
 
 template <class Element>
 typename SharedArray<Element>::Node& SharedArray<Element>::takeForWriting(std::size_t index) {
     auto& root = Root::own(m_root);
-    const auto place = locate(root, index);
-    auto& chunk = ownChunk(root, place.chunk);
-    auto& node = chunk.children()[place.offset];
+    const auto position = locate(root, index);
+    auto& chunk = Hints::own(root.children()[position.chunk]);
+    auto& node = chunk.children()[position.offset];
     if (!node.isUnique())
         node = SharedNode<Node>::adopting(new Node(node->element));
-    chunk.marks()[place.offset] = unknown;
+    Hints::forget(chunk, position.offset);
     return *node;
 }
 
@@ -367,19 +317,16 @@ void SharedArray<Element>::insertNode(std::size_t index, SharedNode<Node> node) 
     if (m_root->children()[locateForInsert(*m_root, index).chunk]->size() == chunkCapacity)
         split(locate(*m_root, index).chunk);
     auto& root = Root::own(m_root);
-    const auto place = locateForInsert(root, index);
-    auto& chunk = ownChunk(root, place.chunk, 1);
-    const auto hint = hintOf(node->element);
-    chunk.insert(place.offset, std::move(node), hint);
-    recount(root, place.chunk);
+    const auto position = locateForInsert(root, index);
+    Hints::insert(Hints::own(root.children()[position.chunk], 1), position.offset, std::move(node));
+    recount(root, position.chunk);
 }
 
 template <class Element>
 void SharedArray<Element>::appendChunk(SharedNode<Node> node) {
     const auto end = size() + 1;
-    const auto hint = hintOf(node->element);
     auto chunk = Chunk::withRoomFor(1);
-    chunk->insert(0, std::move(node), hint);
+    Hints::insert(*chunk, 0, std::move(node));
     if (!m_root)
         m_root = Root::withRoomFor(1);
     auto& root = Root::own(m_root, 1);
@@ -389,7 +336,7 @@ void SharedArray<Element>::appendChunk(SharedNode<Node> node) {
 template <class Element>
 void SharedArray<Element>::split(std::size_t number) {
     auto& root = Root::own(m_root, 1);
-    auto& first = ownChunk(root, number);
+    auto& first = Hints::own(root.children()[number]);
     auto second = Chunk::withRoomFor(chunkCapacity);
     second->shareChildren(first);
     second->erase(0, chunkCapacity / 2);
@@ -406,7 +353,7 @@ void SharedArray<Element>::joinWithNext(Root& root, std::size_t number) {
     const auto& next = *root.children()[number + 1];
     if (root.children()[number]->size() + next.size() > chunkCapacity / 2)
         return;
-    ownChunk(root, number, next.size()).shareChildren(next);
+    Hints::own(root.children()[number], next.size()).shareChildren(next);
     root.erase(number + 1, number + 2);
     recount(root, number);
 }
@@ -415,5 +362,5 @@ template <class Element>
 void SharedArray<Element>::recount(Root& root, std::size_t number) noexcept {
     auto end = startOf(root, number);
     for (; number < root.size(); ++number)
-        root.marks()[number] = static_cast<std::uint32_t>(end += root.children()[number]->size());
+        root.numbers()[number] = static_cast<std::uint32_t>(end += root.children()[number]->size());
 }

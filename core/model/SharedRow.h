@@ -9,13 +9,13 @@
 #include <new>
 #include <span>
 
-/// Children in a row, each shared with other rows, and beside each a mark: a number for the owner's use.
-/// All lies in one piece of memory, the marks first, so that a search by them runs through a few cache lines.
+/// Children in a row, each shared with other rows, and beside each a number for the owner's use.
+/// All lies in one piece of memory, the numbers first, so that a search by them runs through a few cache lines.
 /// A row is shared itself; `own` comes before every change.
 template <class Child>
 class SharedRow : public SharedCount {
 public:
-    using Mark = std::uint32_t;
+    using Number = std::uint32_t;
 
     SharedRow(const SharedRow&) = delete;
     SharedRow& operator=(const SharedRow&) = delete;
@@ -23,10 +23,10 @@ public:
     /// An empty row with room for `capacity` children.
     [[nodiscard]] static SharedNode<SharedRow> withRoomFor(std::size_t capacity) {
         auto* memory = static_cast<std::byte*>(
-            ::operator new(sizeof(SharedRow) + marksSize(capacity) + capacity * sizeof(SharedNode<Child>)));
-        auto* marks = reinterpret_cast<Mark*>(memory + sizeof(SharedRow));
-        auto* children = reinterpret_cast<SharedNode<Child>*>(memory + sizeof(SharedRow) + marksSize(capacity));
-        return SharedNode<SharedRow>::adopting(::new (memory) SharedRow(capacity, marks, children));
+            ::operator new(sizeof(SharedRow) + numbersSize(capacity) + capacity * sizeof(SharedNode<Child>)));
+        auto* numbers = reinterpret_cast<Number*>(memory + sizeof(SharedRow));
+        auto* children = reinterpret_cast<SharedNode<Child>*>(memory + sizeof(SharedRow) + numbersSize(capacity));
+        return SharedNode<SharedRow>::adopting(::new (memory) SharedRow(capacity, numbers, children));
     }
 
     /// The row as the holder's alone, copied where it was not, with room for `extra` more children.
@@ -44,26 +44,26 @@ public:
     }
 
     [[nodiscard]] std::size_t size() const noexcept { return m_size; }
-    [[nodiscard]] std::span<Mark> marks() noexcept { return {m_marks, m_size}; }
-    [[nodiscard]] std::span<const Mark> marks() const noexcept { return {m_marks, m_size}; }
+    [[nodiscard]] std::span<Number> numbers() noexcept { return {m_numbers, m_size}; }
+    [[nodiscard]] std::span<const Number> numbers() const noexcept { return {m_numbers, m_size}; }
     [[nodiscard]] std::span<SharedNode<Child>> children() noexcept { return {m_children, m_size}; }
     [[nodiscard]] std::span<const SharedNode<Child>> children() const noexcept { return {m_children, m_size}; }
 
-    /// There must be room, and nobody else may hold the row; so for what follows.
-    void insert(std::size_t offset, SharedNode<Child> child, Mark mark) noexcept {
-        auto* const place = m_children + offset;
+    /// There must be room, and the row must be held once alone; so for what follows.
+    void insert(std::size_t offset, SharedNode<Child> child, Number number) noexcept {
+        auto* const position = m_children + offset;
         auto* const end = m_children + m_size;
         ::new (end) SharedNode<Child>();
-        std::move_backward(place, end, end + 1);
-        *place = std::move(child);
-        std::copy_backward(m_marks + offset, m_marks + m_size, m_marks + m_size + 1);
-        m_marks[offset] = mark;
+        std::move_backward(position, end, end + 1);
+        *position = std::move(child);
+        std::copy_backward(m_numbers + offset, m_numbers + m_size, m_numbers + m_size + 1);
+        m_numbers[offset] = number;
         ++m_size;
     }
 
     void erase(std::size_t first, std::size_t last) noexcept {
         std::destroy(std::move(m_children + last, m_children + m_size, m_children + first), m_children + m_size);
-        std::copy(m_marks + last, m_marks + m_size, m_marks + first);
+        std::copy(m_numbers + last, m_numbers + m_size, m_numbers + first);
         m_size -= last - first;
     }
 
@@ -76,7 +76,7 @@ public:
                 __builtin_prefetch(other.m_children[i + ahead].get(), 1);
             ::new (m_children + m_size + i) SharedNode<Child>(other.m_children[i]);
         }
-        std::copy(other.m_marks, other.m_marks + other.m_size, m_marks + m_size);
+        std::copy(other.m_numbers, other.m_numbers + other.m_size, m_numbers + m_size);
         m_size += other.m_size;
     }
 
@@ -87,23 +87,23 @@ public:
     }
 
 private:
-    SharedRow(std::size_t capacity, Mark* marks, SharedNode<Child>* children) noexcept
-        : m_marks(marks), m_children(children), m_capacity(capacity) {}
+    SharedRow(std::size_t capacity, Number* numbers, SharedNode<Child>* children) noexcept
+        : m_numbers(numbers), m_children(children), m_capacity(capacity) {}
     ~SharedRow() = default;
 
     void takeChildren(SharedRow& other) noexcept {
         std::uninitialized_move_n(other.m_children, other.m_size, m_children);
-        std::copy_n(other.m_marks, other.m_size, m_marks);
+        std::copy_n(other.m_numbers, other.m_size, m_numbers);
         m_size = other.m_size;
     }
 
-    // The children behind the marks must be aligned.
-    static constexpr std::size_t marksSize(std::size_t capacity) noexcept {
-        return (capacity * sizeof(Mark) + alignof(SharedNode<Child>) - 1) & ~(alignof(SharedNode<Child>) - 1);
+    // The children behind the numbers must be aligned.
+    static constexpr std::size_t numbersSize(std::size_t capacity) noexcept {
+        return (capacity * sizeof(Number) + alignof(SharedNode<Child>) - 1) & ~(alignof(SharedNode<Child>) - 1);
     }
     // Pointers, though both follow from the capacity: what is reached from `this` past the end of its own members the
     // compiler may take for untouched.
-    Mark* m_marks;
+    Number* m_numbers;
     SharedNode<Child>* m_children;
     std::size_t m_size = 0;
     std::size_t m_capacity;
