@@ -13,9 +13,8 @@
 namespace KdbxCrypto {
 namespace {
 
-constexpr std::int64_t digestSize = 32;
-constexpr std::size_t hashedOverhead = 4 + 32 + 4;  // index, hash, size
-constexpr std::size_t hmacOverhead = 32 + 4;        // HMAC, size
+constexpr std::size_t hashedOverhead = 4 + Sha2::sha256Size + 4;  // index, hash, size
+constexpr std::size_t hmacOverhead = Sha2::sha256Size + 4;        // HMAC, size
 
 std::array<std::uint8_t, 8> eightBytes(std::uint64_t number) {
     std::array<std::uint8_t, 8> bytes{};
@@ -43,7 +42,7 @@ struct SizedBlock {
     ByteView data;
 };
 
-/// The index, the size as it stands in the stream, and the data are authenticated; only the last two are stored.
+/// The index, the size as the stream has it, and the data are authenticated; only the last two are stored.
 Bytes blockHMAC(std::uint64_t index, const SizedBlock& block, const HmacBase& base) {
     return Sha2::hmacSha256({.key = blockKey(index, base)}, {eightBytes(index), block.size, block.data});
 }
@@ -59,7 +58,7 @@ Bytes readHashedBlocks(KdbxReader& reader) {
     data.reserve(static_cast<std::size_t>(reader.remaining()));
     for (std::int64_t expected = 0;; ++expected) {
         const auto index = reader.u32();
-        const auto hash = reader.read(digestSize);
+        const auto hash = reader.read(Sha2::sha256Size);
         const auto size = reader.u32();
         if (index != expected)
             throw KdbxError::corruptedData("blok sırası bozuk (" + std::to_string(index) +
@@ -81,7 +80,7 @@ Bytes writeHashedBlocks(ByteView data, std::size_t blockSize) {
     out.reserve(framedSize(data, blockSize, hashedOverhead));
     forEachBlock(data, blockSize, [&](std::uint64_t index, ByteView block) {
         appendLE(out, static_cast<std::uint32_t>(index));
-        append(out, block.empty() ? Bytes(digestSize, 0) : Sha2::sha256(block));
+        append(out, block.empty() ? Bytes(Sha2::sha256Size, 0) : Sha2::sha256(block));
         appendLE(out, static_cast<std::uint32_t>(block.size()));
         append(out, block);
     });
@@ -92,7 +91,7 @@ Bytes readHMACBlocks(KdbxReader& reader, const HmacBase& base) {
     Bytes data;
     data.reserve(static_cast<std::size_t>(reader.remaining()));
     for (std::int64_t index = 0;; ++index) {
-        const auto stored = reader.read(digestSize);
+        const auto stored = reader.read(Sha2::sha256Size);
         const auto sizeBytes = reader.read(sizeof(std::uint32_t));
         const auto block = reader.read(loadLE<std::uint32_t>(sizeBytes.data()));
         const auto computed = blockHMAC(static_cast<std::uint64_t>(index), {.size = sizeBytes, .data = block}, base);

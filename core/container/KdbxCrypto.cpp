@@ -12,16 +12,15 @@
 namespace KdbxCrypto {
 namespace {
 
-constexpr std::size_t aesIVSize = 16;
-constexpr std::size_t chachaNonceSize = 12;
+// Before all blocks the header is authenticated, under the index that no block reaches.
 constexpr std::uint64_t headerIndex = std::numeric_limits<std::uint64_t>::max();
 
 /// The IV's size is judged before the key is used for anything.
 void checkIV(const PayloadCipher& by) {
-    if (by.cipher == KdbxCipher::aes256 && by.iv.size() != aesIVSize)
-        throw KdbxError::corruptedData("AES IV 16 bayt olmalı");
-    if (by.cipher == KdbxCipher::chacha20 && by.iv.size() != chachaNonceSize)
-        throw KdbxError::corruptedData("ChaCha20 nonce 12 bayt olmalı");
+    if (by.iv.size() == ivSize(by.cipher))
+        return;
+    throw KdbxError::corruptedData(by.cipher == KdbxCipher::aes256 ? "AES IV 16 bayt olmalı"
+                                                                   : "ChaCha20 nonce 12 bayt olmalı");
 }
 
 Bytes chachaApplied(ByteView data, const PayloadCipher& by) {
@@ -30,6 +29,10 @@ Bytes chachaApplied(ByteView data, const PayloadCipher& by) {
 }
 
 }  // namespace
+
+std::size_t ivSize(KdbxCipher cipher) noexcept {
+    return cipher == KdbxCipher::aes256 ? 16 : 12;
+}
 
 Bytes decryptPayload(ByteView data, const PayloadCipher& by) {
     checkIV(by);
@@ -61,8 +64,9 @@ std::unique_ptr<InnerStreamCipher> makeInnerStream(InnerStreamID id, ByteView ke
             return std::make_unique<Salsa20Stream>(StreamKey{.key = Sha2::sha256(key), .nonce = salsaNonce});
         case InnerStreamID::chaCha20: {
             const auto digest = Sha2::sha512(key);
+            // One digest has both: 32 bytes of key and, behind them, the nonce.
             const StreamKey start{.key = ByteView(digest).first(32),
-                                  .nonce = ByteView(digest).subspan(32, chachaNonceSize)};
+                                  .nonce = ByteView(digest).subspan(32, ivSize(KdbxCipher::chacha20))};
             return std::make_unique<ChaCha20Stream>(start, 0);
         }
         case InnerStreamID::arcFourVariant:

@@ -15,7 +15,7 @@
 /// What turns a vault's payload into bytes on disk and back. Nothing here keeps a state.
 namespace KdbxCrypto {
 
-/// Bytes of payload in one block as we write it.
+/// Bytes of payload in one block as we write it: 1 MiB, as other writers do.
 inline constexpr std::size_t defaultBlockSize = 1'048'576;
 
 /// How a payload is enciphered.
@@ -24,6 +24,9 @@ struct PayloadCipher {
     ByteView key;
     ByteView iv;  // of ChaCha20 the nonce
 };
+
+/// Bytes of the IV (AES: a block, NIST SP 800-38A, section 5.3) or the nonce (ChaCha20: RFC 8439, section 2.3).
+[[nodiscard]] std::size_t ivSize(KdbxCipher cipher) noexcept;
 
 /// @throws KdbxError corruptedData for an IV (AES) or nonce (ChaCha20) of the wrong size, AESCipher::Error.
 [[nodiscard]] Bytes decryptPayload(ByteView data, const PayloadCipher& by);
@@ -58,7 +61,7 @@ struct HmacBase {
 using ::constantTimeEquals;
 using ::randomBytes;
 
-/// How protected values are enciphered inside the document.
+/// How protected values are enciphered inside the document, as the format numbers it.
 enum class InnerStreamID : std::uint32_t { none = 0, arcFourVariant = 1, salsa20 = 2, chaCha20 = 3 };
 
 /// The stream of a raw number, or nothing for one that the format does not know.

@@ -15,8 +15,6 @@ namespace {
 
 using KdbxCrypto::InnerStreamID;
 
-constexpr std::int64_t digestSize = 32;
-
 ByteView rest(const KdbxReader& reader, ByteView data) {
     return data.subspan(static_cast<std::size_t>(reader.offset()));
 }
@@ -40,7 +38,7 @@ KdbxXML::Document parsePayload(ByteView payload, const KdbxHeader& header) {
     return KdbxXML::parse(rest(reader, payload), *stream, formatVersion(header), innerHeader.binaries);
 }
 
-/// The deciphered rest of a KDBX 3 file. Whatever goes wrong is told as wrong credentials: in CBC a wrong key shows
+/// The deciphered rest of a KDBX 3 file. Every failure is reported as wrong credentials: in CBC a wrong key shows
 /// as bad padding, and nothing authenticates the IV.
 Bytes decryptKdbx3(ByteView ciphertext, const KdbxCrypto::PayloadCipher& by) {
     try {
@@ -52,7 +50,7 @@ Bytes decryptKdbx3(ByteView ciphertext, const KdbxCrypto::PayloadCipher& by) {
     }
 }
 
-/// What follows the start bytes, which tell a wrong password that padding has let through.
+/// What follows the start bytes, which show a wrong password that padding has let through.
 ByteView behindStartBytes(ByteView plaintext, ByteView startBytes) {
     if (plaintext.size() < startBytes.size() || !KdbxGate::isAuthentic(plaintext.first(startBytes.size()), startBytes))
         throw KdbxError::invalidCredentials();
@@ -73,9 +71,9 @@ KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& k
                        const KdbxKeys::Transformation& transformation) {
     KdbxReader reader(file);
     (void)reader.read(header.endOffset);
-    const auto storedHash = reader.read(digestSize);
-    const auto storedHMAC = reader.read(digestSize);
-    // A damaged header is told at once, before the slow step.
+    const auto storedHash = reader.read(Sha2::sha256Size);
+    const auto storedHMAC = reader.read(Sha2::sha256Size);
+    // A damaged header is reported at once, before the slow step.
     if (!KdbxGate::isAuthentic(Sha2::sha256(header.rawData), storedHash))
         throw KdbxError::headerHashMismatch();
 

@@ -11,8 +11,8 @@
 namespace KdbxFile {
 namespace {
 
-constexpr std::size_t seedSize = 32;
-constexpr std::size_t innerStreamKeySize = 64;
+constexpr std::size_t seedSize = 32;            // of the master seed, whose size is fixed, and of the salt alike
+constexpr std::size_t innerStreamKeySize = 64;  // as much as the digest that the key is hashed to
 
 /// A version that we write stays; everything else becomes the newest.
 KdbxFormatVersion writtenVersion(const KdbxFormatVersion& version) {
@@ -37,14 +37,13 @@ Bytes payloadOf(const KdbxDatabase& database, std::uint16_t major) {
 
 KdbxHeader freshHeader(const KdbxDatabase& database) {
     const auto version = writtenVersion(database.formatVersion);
-    const bool isAES = database.cipher == KdbxCipher::aes256;
     KdbxHeader header;
     header.major = version.major;
     header.minor = version.minor;
-    header.cipherUUID = isAES ? KdbxUUIDs::aes256() : KdbxUUIDs::chacha20();
+    header.cipherUUID = database.cipher == KdbxCipher::aes256 ? KdbxUUIDs::aes256() : KdbxUUIDs::chacha20();
     header.compressionFlags = database.compressed ? 1 : 0;
     header.masterSeed = KdbxCrypto::randomBytes(seedSize);
-    header.encryptionIV = KdbxCrypto::randomBytes(isAES ? 16 : 12);
+    header.encryptionIV = KdbxCrypto::randomBytes(KdbxCrypto::ivSize(database.cipher));
     header.kdfParameters = KdbxHeader::kdfParametersFor(database.kdf, KdbxCrypto::randomBytes(seedSize));
     header.rawData = header.serialize();
     return header;

@@ -4,15 +4,15 @@
 #include "core/container/KdbxKeys.h"
 #include "core/model/KdbxDatabase.h"
 
-/// The roads behind `load` and `save`, for these two and for the tests that walk them with a header of their own.
+/// The steps of `load` and `save`, for these two and for tests that take them with a header of their own.
 namespace KdbxFile {
 
-/// Reads what follows the header of a KDBX 4 file, in an order that tells a damaged header, wrong credentials and a
-/// damaged payload apart.
+/// Reads what follows the header of a KDBX 4 file, in an order in which a damaged header, wrong credentials and a
+/// damaged payload show as what they are.
 [[nodiscard]] KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key,
                                      const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 
-/// The same for KDBX 3, where a damaged header or ciphertext cannot be told from wrong credentials.
+/// The same for KDBX 3, where a damaged header or ciphertext shows as wrong credentials.
 [[nodiscard]] KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key,
                                      const KdbxKeys::Transformation& transformation = KdbxKeys::transform);
 

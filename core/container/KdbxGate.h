@@ -6,11 +6,12 @@
 
 #include <cstdint>
 
-/// What stands between a stranger's file and the parsers behind it: the comparison of hashes, and the cost of the key.
-/// It is one source of its own because the fuzzers, which must get past it, link another in its place.
+/// What a stranger's file must pass before the parsers see it: the comparison of hashes, and the cost of the key.
+/// It is a source of its own, because the fuzzers, which must get past it, link another instead.
 namespace KdbxGate {
 
-/// Whether bytes that were computed are those that the file claims, in a time that does not tell where they differ.
+/// Whether bytes that were computed are those that the file claims, in a time that does not depend on where they
+/// differ.
 [[nodiscard]] bool isAuthentic(ByteView computed, ByteView claimed) noexcept;
 
 /// The cost at which Argon2 runs for a file that asks for `asked`.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/container/KdbxHeader.h"
 
+#include "core/container/KdbxCrypto.h"
 #include "core/container/KdbxKeyDerivation.h"
 #include "core/container/KdbxReader.h"
 #include "core/model/KdbxError.h"
@@ -14,9 +15,15 @@ namespace {
 
 using FieldID = KdbxHeader::FieldID;
 
-constexpr std::size_t preambleSize = 12;
-constexpr std::size_t masterSeedSize = 32;
-constexpr std::array<std::uint8_t, 4> endMark{0x0D, 0x0A, 0x0D, 0x0A};
+constexpr std::size_t preambleSize = 12;    // two signatures and the version
+constexpr std::size_t masterSeedSize = 32;  // as long as the digest that it is hashed with
+
+// Readers drop it. Line ends that a transfer as text would change are what other formats too begin or end with (PNG,
+// RFC 2083, section 12.11).
+constexpr std::array<std::uint8_t, 4> endOfHeaderValue{0x0D, 0x0A, 0x0D, 0x0A};
+
+// What a KDBX 3 file means that does not name its inner stream.
+constexpr auto defaultInnerStreamID = static_cast<std::uint32_t>(KdbxCrypto::InnerStreamID::salsa20);
 
 /// The number in a field's first bytes, and 0 where there are too few: other writers' slips are forgiven.
 template <class Number>
@@ -178,7 +185,7 @@ Bytes KdbxHeader::serialize() const {
         writer.field(FieldID::encryptionIV, encryptionIV);
         writer.orEmpty(FieldID::innerRandomStreamKey, innerRandomStreamKey);
         writer.orEmpty(FieldID::streamStartBytes, streamStartBytes);
-        writer.number(FieldID::innerRandomStreamID, innerRandomStreamID.value_or(2));
+        writer.number(FieldID::innerRandomStreamID, innerRandomStreamID.value_or(defaultInnerStreamID));
     } else {
         writer.field(FieldID::encryptionIV, encryptionIV);
         if (kdfParameters)
@@ -186,7 +193,7 @@ Bytes KdbxHeader::serialize() const {
         if (publicCustomData && !publicCustomData->isEmpty())
             writer.field(FieldID::publicCustomData, publicCustomData->serialize());
     }
-    writer.field(FieldID::endOfHeader, endMark);
+    writer.field(FieldID::endOfHeader, endOfHeaderValue);
     return out;
 }
 

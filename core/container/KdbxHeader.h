@@ -11,9 +11,11 @@
 
 /// The outer header of a vault file: the preamble and its run of fields.
 struct KdbxHeader {
+    // By these two words the format knows its files; the second tells it from its forerunner.
     static constexpr std::uint32_t signature1 = 0x9AA2D903;
     static constexpr std::uint32_t signature2 = 0xB54BFB67;
 
+    /// As the format numbers them. KDBX 4 has put 5, 6 and 8 to 10 elsewhere.
     enum class FieldID : std::uint8_t {
         endOfHeader = 0,           // any bytes; ours are 0D 0A 0D 0A
         comment = 1,               // any bytes
@@ -47,7 +49,7 @@ struct KdbxHeader {
     Bytes rawData;               // the file's own bytes, up to endOffset
     std::int64_t endOffset = 0;  // of the first byte behind the end field
 
-    /// The header at the start of a file. Unknown fields are passed over, the last of a repeated field stands.
+    /// The header at the start of a file. Unknown fields are skipped; of a repeated field the last one counts.
     ///
     /// @throws KdbxError notAKdbxFile, unsupportedVersion or corruptedData.
     [[nodiscard]] static KdbxHeader parse(ByteView data);

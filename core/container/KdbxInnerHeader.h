@@ -8,9 +8,10 @@
 #include <cstdint>
 #include <vector>
 
-/// What stands before the document in the payload of a KDBX 4 file: how its protected values are enciphered, and the
+/// What precedes the document in the payload of a KDBX 4 file: how its protected values are enciphered, and the
 /// attachments.
 struct KdbxInnerHeader {
+    /// As the format numbers them.
     enum class FieldID : std::uint8_t {
         end = 0,                   // empty
         innerRandomStreamID = 1,   // 32 bits
@@ -18,11 +19,11 @@ struct KdbxInnerHeader {
         binary = 3                 // 1 byte of flags, then the attachment
     };
 
-    std::uint32_t streamID = 3;  // as the file has it; whoever makes the stream judges it
+    std::uint32_t streamID = 3;  // as the file has it, known or not
     Bytes streamKey;
     std::vector<KdbxXML::Binary> binaries;  // in pool order
 
-    /// Reads up to the first byte of the document, where `reader` is left. Unknown fields are passed over.
+    /// Reads up to the first byte of the document, where `reader` is left. Unknown fields are skipped.
     ///
     /// @throws KdbxError corruptedData.
     [[nodiscard]] static KdbxInnerHeader parse(KdbxReader& reader);

@@ -57,7 +57,7 @@ std::optional<Variant> argon2Variant(const UUID& id) {
     return std::nullopt;
 }
 
-/// Values by their keys. What is missing, or of a kind that cannot stand for the one asked for, is its fallback.
+/// Values by their keys. What is missing, or of a kind that does not convert to the one asked for, is its fallback.
 class Reader {
 public:
     explicit Reader(const VariantDictionary& parameters) : m_parameters(parameters) {}

@@ -13,7 +13,7 @@
 /// ones, and its run. Parameters are those of a KDBX 4 header; KDBX 3 has one derivation and fields of its own for it.
 namespace KdbxKeyDerivation {
 
-/// The rounds of the AES derivation where a file names none.
+/// The rounds of the AES derivation where a file names none: what the format began with.
 inline constexpr std::uint64_t defaultRounds = 6000;
 
 /// Which derivation the parameters ask for, known or not.

@@ -12,9 +12,9 @@
 namespace KdbxKeys {
 namespace {
 
-constexpr std::size_t keySize = 32;
-constexpr std::size_t sniffedSize = 256;  // bytes in which XML has to show itself
-constexpr std::size_t hashPrefixSize = 4;
+constexpr std::size_t keySize = 32;        // of a key that needs no hash
+constexpr std::size_t sniffedSize = 256;   // bytes in which XML has to show itself
+constexpr std::size_t hashPrefixSize = 4;  // bytes of its hash that version 2 keeps beside a key
 
 bool looksLikeXML(ByteView data) {
     const auto beginning = data.first(std::min(data.size(), sniffedSize));

@@ -9,7 +9,9 @@
 namespace KdbxKeys {
 namespace {
 
-constexpr std::array<std::uint8_t, 1> hmacKeyMark{0x01};
+// Of one seed and one transformed key the format makes two keys: SHA-256 gives the cipher's, SHA-512 with this byte
+// behind them the HMACs'.
+constexpr std::array<std::uint8_t, 1> hmacKeySuffix{0x01};
 
 }  // namespace
 
@@ -37,7 +39,7 @@ DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header, const Transf
     keys.transformed = transformation(compositeKey, header);
     keys.master = Sha2::sha256({header.masterSeed, keys.transformed});
     if (header.isKdbx4())
-        keys.hmac = Sha2::sha512({header.masterSeed, keys.transformed, hmacKeyMark});
+        keys.hmac = Sha2::sha512({header.masterSeed, keys.transformed, hmacKeySuffix});
     return keys;
 }
 

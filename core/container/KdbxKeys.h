@@ -12,7 +12,7 @@
 #include <optional>
 #include <string_view>
 
-/// From the user's credentials to the keys that open a vault. Nothing here can tell a wrong password from a right one.
+/// From the user's credentials to the keys that open a vault. A wrong password looks like a right one here.
 namespace KdbxKeys {
 
 /// How a key file was read.
@@ -30,7 +30,7 @@ struct DerivedKeys {
     Bytes transformed;          // 32 bytes: what the key derivation gave
 };
 
-/// The 32 bytes that stand for the credentials. An empty password is one, and differs from none.
+/// The 32 bytes to which the credentials are hashed. An empty password is one, and differs from none.
 ///
 /// @throws KdbxError invalidCredentials where there is neither password nor key file; what `keyFileKey` throws.
 [[nodiscard]] Bytes compositeKey(const KdbxKey& key);
@@ -45,12 +45,13 @@ struct DerivedKeys {
 /// @throws KdbxError, AESCipher::Error or Argon2::Error.
 [[nodiscard]] Bytes transform(ByteView compositeKey, const KdbxHeader& header);
 
-/// The same, as somebody watches who may give it up.
+/// The same, reported to `derivation`, where it can be given up.
 ///
 /// @throws DerivationGivenUp and what `transform` throws.
 [[nodiscard]] Bytes transformWatched(ByteView compositeKey, const KdbxHeader& header, Derivation* derivation);
 
-/// Who runs the slow step: `transform` itself, or what runs it elsewhere, watches it or already knows its outcome.
+/// What runs the slow step: `transform` itself, or a function that runs it elsewhere, watches it or already knows its
+/// outcome.
 using Transformation = std::function<Bytes(ByteView compositeKey, const KdbxHeader& header)>;
 
 using KdbxKeyDerivation::aesKdf;
@@ -59,7 +60,7 @@ using KdbxKeyDerivation::aesKdf;
 [[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header,
                                  const Transformation& transformation = transform);
 
-/// The bytes that pairs of hexadecimal digits in either case stand for; nothing for any other text.
+/// The bytes of pairs of hexadecimal digits in either case; nothing for any other text.
 [[nodiscard]] std::optional<Bytes> hexDecode(std::string_view text);
 
 }  // namespace KdbxKeys

@@ -16,6 +16,8 @@ UUID fromConstant(std::string_view text) {
 
 }  // namespace
 
+// The ciphers' (FIPS 197, RFC 8439). Random numbers, as all identifiers that the format publishes.
+
 const UUID& aes256() {
     static const UUID id = fromConstant("31C1F2E6-BF71-4350-BE58-05216AFC5AFF");
     return id;
@@ -30,6 +32,8 @@ const UUID& twofish() {
     static const UUID id = fromConstant("AD68F29F-576F-4BB9-A36A-D47AF965346C");
     return id;
 }
+
+// The key derivations'. That of AES had no identifier before KDBX 4; the variants of Argon2 (RFC 9106) have one each.
 
 const UUID& kdfAes() {
     static const UUID id = fromConstant("C9D9F39A-628A-4460-BF74-0D08C18A4FEA");

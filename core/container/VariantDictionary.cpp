@@ -12,7 +12,7 @@
 
 namespace {
 
-// The type byte of each kind, in the order of VariantValue::Case.
+// The type byte of each kind, as the format publishes them.
 enum class TypeByte : std::uint8_t {
     end = 0x00,
     uint32 = 0x04,
@@ -24,6 +24,7 @@ enum class TypeByte : std::uint8_t {
     bytes = 0x42
 };
 
+// In the order of VariantValue::Case.
 constexpr std::array<TypeByte, std::variant_size_v<VariantValue::Case>> typeBytes{
     TypeByte::uint32, TypeByte::uint64, TypeByte::boolean, TypeByte::int32,
     TypeByte::int64,  TypeByte::string, TypeByte::bytes};
@@ -168,14 +169,14 @@ Bytes VariantDictionary::serialize() const {
 }
 
 const VariantValue* VariantDictionary::operator[](std::string_view key) const {
-    const auto place = m_storage.find(key);
-    return place == m_storage.end() ? nullptr : &place->second;
+    const auto found = m_storage.find(key);
+    return found == m_storage.end() ? nullptr : &found->second;
 }
 
 void VariantDictionary::set(std::string_view key, VariantValue value) {
-    const auto place = m_storage.find(key);
-    if (place != m_storage.end()) {
-        place->second = std::move(value);
+    const auto found = m_storage.find(key);
+    if (found != m_storage.end()) {
+        found->second = std::move(value);
     } else {
         m_storage.emplace(key, std::move(value));
         m_keys.emplace_back(key);
@@ -183,10 +184,10 @@ void VariantDictionary::set(std::string_view key, VariantValue value) {
 }
 
 void VariantDictionary::set(std::string_view key, std::nullopt_t) {
-    const auto place = m_storage.find(key);
-    if (place == m_storage.end())
+    const auto found = m_storage.find(key);
+    if (found == m_storage.end())
         return;
-    m_storage.erase(place);
+    m_storage.erase(found);
     std::erase_if(m_keys, [&](const auto& other) { return Text::equal(other, key); });
 }
 

@@ -35,9 +35,10 @@ struct VariantValue {
 /// are hashed and authenticated. Keys are texts: of two canonically equivalent spellings the first stays.
 class VariantDictionary {
 public:
+    /// A reader must know the high byte; the low one counts changes that it can leave alone.
     static constexpr std::uint16_t version = 0x0100;
 
-    /// What a file holds. A repeated key keeps its first place and its last value; what follows the end is dropped.
+    /// What a file holds. A repeated key keeps its first position and its last value; what follows the end is dropped.
     ///
     /// @throws KdbxError corruptedData.
     [[nodiscard]] static VariantDictionary parse(ByteView data);
@@ -51,7 +52,7 @@ public:
     /// The value of a key, or none. It stays valid until the dictionary changes.
     [[nodiscard]] const VariantValue* operator[](std::string_view key) const;
 
-    /// A new key goes last, a known one keeps its place; setting nothing removes the key.
+    /// A new key goes last, a known one keeps its position; setting nothing removes the key.
     void set(std::string_view key, VariantValue value);
     void set(std::string_view key, std::nullopt_t);
 

@@ -20,7 +20,7 @@ using std::chrono::sys_days;
 using std::chrono::sys_seconds;
 using std::chrono::year_month_day;
 
-// The double below 2^63 stands 1024 away, so a count at the very end would round to 2^63 on its way through a
+// The double below 2^63 is 1024 away, so a count at the very end would round to 2^63 on its way through a
 // timestamp, and could not be written again. Counts from a file are held this far inside.
 constexpr std::int64_t largestCount = INT64_MAX - 8192;
 

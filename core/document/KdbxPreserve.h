@@ -15,7 +15,7 @@ inline constexpr std::string_view meta = "BrenvikPreservedMeta";
 inline constexpr std::string_view root = "BrenvikPreservedRoot";
 inline constexpr std::string_view binaries = "BrenvikPreservedBinaries";
 
-/// In the order in which they stand behind the root group's own foreign children.
+/// In the order in which they follow the root group's own foreign children.
 inline constexpr std::array all{meta, root, binaries};
 
 [[nodiscard]] inline bool isWrapper(std::string_view elementName) {

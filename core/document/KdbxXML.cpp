@@ -13,7 +13,7 @@
 namespace KdbxXML {
 namespace {
 
-constexpr std::uint8_t defaultFlags = 1;
+constexpr std::uint8_t defaultFlags = 1;  // to be protected in memory: the one flag that the format has
 
 std::uint8_t flagsOf(const KdbxXMLNode& binary) {
     const auto attribute = binary.attributes.find("Flags");

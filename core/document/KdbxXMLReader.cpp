@@ -16,11 +16,6 @@
 namespace KdbxXML {
 namespace {
 
-constexpr std::int64_t unreadableHistoryMaxItems = 10;
-constexpr std::int64_t unreadableHistoryMaxSize = 6291456;
-constexpr std::int64_t unreadableGroupIcon = 48;
-constexpr std::int64_t unreadableEntryIcon = 0;
-
 // --- Values ---
 
 std::int64_t integerOr(std::int64_t fallback, const KdbxXMLNode& element) {
@@ -71,7 +66,7 @@ struct Times {
     std::optional<Timestamp> expiry;
 };
 
-/// A repeated element overwrites, also with nothing. How often and where something was used is nobody's concern here.
+/// A repeated element overwrites, also with nothing. How often and where something was used is not kept.
 Times timesOf(const KdbxXMLNode& element) {
     Times times;
     for (const auto& child : element.children) {
@@ -247,10 +242,10 @@ void Reader::readMetaChild(const KdbxXMLNode& child) {
             readRecycleBinUUID(child);
             break;
         case XMLName::historyMaxItems:
-            meta.historyMaxItems = integerOr(unreadableHistoryMaxItems, child);
+            meta.historyMaxItems = integerOr(KdbxMeta::defaultHistoryMaxItems, child);
             break;
         case XMLName::historyMaxSize:
-            meta.historyMaxSize = integerOr(unreadableHistoryMaxSize, child);
+            meta.historyMaxSize = integerOr(KdbxMeta::defaultHistoryMaxSize, child);
             break;
         case XMLName::headerHash:
             m_document.headerHash = Base64::decodeStrict(child.trimmedText());
@@ -304,7 +299,7 @@ void Reader::readGroupChild(const KdbxXMLNode& child, KdbxGroup& group) {
             group.notes = child.text;
             break;
         case XMLName::iconID:
-            group.iconID = integerOr(unreadableGroupIcon, child);
+            group.iconID = integerOr(KdbxGroup::defaultIconID, child);
             break;
         case XMLName::isExpanded:
             group.isExpanded = boolOr(true, child);
@@ -338,7 +333,7 @@ void Reader::readEntryChild(const KdbxXMLNode& child, KdbxEntry& entry) {
         case XMLName::uuid:
             break;  // `idOf` has it
         case XMLName::iconID:
-            entry.iconID = integerOr(unreadableEntryIcon, child);
+            entry.iconID = integerOr(KdbxEntry::defaultIconID, child);
             break;
         case XMLName::tags:
             entry.tags = splitTags(child.text);

@@ -127,7 +127,7 @@ void Writer::writeMeta(const KdbxDatabase& database, const std::optional<Bytes>&
     base64Element("RecycleBinUUID", meta.recycleBinUUID.value_or(UUID()).kdbxBytes());
     integerElement("HistoryMaxItems", meta.historyMaxItems);
     integerElement("HistoryMaxSize", meta.historyMaxSize);
-    // The attachments of an old document have their place in the inner header now.
+    // The attachments of an old document go into the inner header now.
     for (const auto& node : preserved)
         if (node.known != XMLName::memoryProtection && node.known != XMLName::binaries)
             writeNode(node);

@@ -30,8 +30,8 @@ std::size_t endOfTag(std::string_view xml, std::size_t start) {
     return xml.size();
 }
 
-/// What is no element ends with its own mark, whatever stands in it.
-std::string_view endMark(std::string_view xml) {
+/// What is no element has an end of its own, whatever is in it.
+std::string_view terminatorOf(std::string_view xml) {
     if (xml.starts_with("<!--"))
         return "-->";
     if (xml.starts_with("<![CDATA["))
@@ -47,8 +47,8 @@ std::size_t levelsOf(std::string_view xml) {
     std::size_t most = 0;
     for (auto start = xml.find('<'); start < xml.size();) {
         auto end = xml.size();
-        if (const auto mark = endMark(xml.substr(start)); !mark.empty()) {
-            end = xml.find(mark, start);
+        if (const auto terminator = terminatorOf(xml.substr(start)); !terminator.empty()) {
+            end = xml.find(terminator, start);
         } else {
             end = endOfTag(xml, start);
             if (xml.substr(start).starts_with("</"))
@@ -70,7 +70,7 @@ bool isWrapper(std::string_view xml) {
 }
 
 /// Whether foreign elements fit in at this depth. What no parser would read even alone is left out by the writer, and
-/// the wrappers' content has its place elsewhere, where it was read.
+/// the content of the wrappers goes back to where it was read.
 bool fit(const std::vector<std::string>& foreign, std::size_t depth) {
     return std::ranges::all_of(foreign, [&](const std::string& xml) {
         if (depth + xml.size() / shortestLevel <= deepestElement || isWrapper(xml))

@@ -12,7 +12,7 @@ namespace Nesting {
 
 inline constexpr int deepestElement = XMLParser::deepestElement;
 
-/// How deep in the document the root group stands.
+/// How deep in the document the root group is.
 inline constexpr int depthOfRootGroup = 3;
 /// How far below a group or an entry the writer goes by itself (`Times`, `CreationTime`), whatever was read there.
 inline constexpr int depthWrittenBelow = 2;

@@ -24,7 +24,7 @@ bool isNameCharacter(char c) {
     return isLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
 }
 
-/// A character that is printed as it stands, in element text and in attributes alike.
+/// A character that is printed as it is, in element text and in attributes alike.
 bool isPlain(char c) {
     return static_cast<unsigned char>(c) >= 0x20 && c != '<' && c != '>' && c != '&';
 }
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] bool isAtEnd() const { return m_rest.empty(); }
 
 private:
-    /// In the order of the keys, each once. The mark of a protected element makes the element another matter.
+    /// In the order of the keys, each once. A protected element is another matter.
     bool attributes() {
         std::string_view last;
         while (skip(" ")) {
@@ -123,7 +123,7 @@ private:
     std::string_view m_rest;
 };
 
-/// Outside ASCII a parser refuses ill-formed text and two noncharacters, and takes all else as it stands.
+/// Outside ASCII a parser refuses ill-formed text and two noncharacters, and takes all else as it is.
 bool isCarriedByXML(std::string_view text) {
     return Text::isValidUTF8(bytesOf(text)) && text.find("\xEF\xBF\xBE") == std::string_view::npos &&
            text.find("\xEF\xBF\xBF") == std::string_view::npos;

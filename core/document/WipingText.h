@@ -17,9 +17,9 @@ public:
     [[nodiscard]] std::span<std::uint8_t> room(std::size_t count) {
         if (count > m_buffer.size() - m_size)
             grow(count);
-        const auto place = std::span(m_buffer).subspan(m_size, count);
+        const auto added = std::span(m_buffer).subspan(m_size, count);
         m_size += count;
-        return place;
+        return added;
     }
 
     /// Keeps its memory for the next text.

@@ -23,15 +23,15 @@ constexpr std::size_t longestPiece = std::size_t{1} << 30;
 
 // Entities that the document declares itself are resolved, as XML has it, but no vault needs them, and a few lines of
 // them can stand for terabytes. What the document hands over by them may be as long as the document again and a
-// mebibyte; what they cost without handing anything over, expat's own guard bounds. Text that stands in the document
-// itself counts once, so that no length of it is ever refused.
+// mebibyte; what they cost without handing anything over, expat's own guard bounds. Text of the document itself
+// counts once, so that no length of it is ever refused.
 constexpr std::size_t expansionAllowance = std::size_t{1} << 20;
 constexpr float largestAmplification = 10.0F;
 
 // Expat resolves an entity within an entity by recursion.
 constexpr int mostEntities = 500;
 
-/// Stands before every piece of memory that expat has, so that its size is known when it is wiped.
+/// Precedes every piece of memory that expat has, so that its size is known when it is wiped.
 struct alignas(std::max_align_t) Header {
     std::size_t size;
 };
@@ -108,8 +108,8 @@ struct XMLParser::Events {
         parser.guarded([&] {
             const std::string_view piece(text, static_cast<std::size_t>(length));
             parser.count(piece.size());
-            if (const auto* const standing = parser.inDocument(piece))
-                parser.m_listener->characters({standing, piece.size()}, Lifetime::document);
+            if (const auto* const inPlace = parser.inDocument(piece))
+                parser.m_listener->characters({inPlace, piece.size()}, Lifetime::document);
             else
                 parser.m_listener->characters(piece, Lifetime::call);
         });
@@ -177,7 +177,7 @@ void XMLParser::prepare(ByteView data, Listener& listener) {
 }
 
 /// Finds expat's copy of the document, which it reads from: the event that is known by its byte index in the document
-/// is also known by its place in the copy.
+/// is also known by its position in the copy.
 void XMLParser::findBuffer() {
     int offset = 0;
     int size = 0;
@@ -186,8 +186,8 @@ void XMLParser::findBuffer() {
     m_bufferStart = static_cast<std::size_t>(XML_GetCurrentByteIndex(m_parser) - offset);
 }
 
-/// Where in the document a piece of text stands as it is handed over, or null if it was made for the call, as a
-/// resolved reference is. What stands there need not be copied.
+/// Where the document has a piece of text just as it is handed over, or null if it was made for the call, as a resolved
+/// reference is. What the document has need not be copied.
 const char* XMLParser::inDocument(std::string_view piece) {
     if (m_buffer == nullptr)
         findBuffer();

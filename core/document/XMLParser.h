@@ -13,7 +13,7 @@ struct XML_ParserStruct;
 /// What the parser held of the text is wiped.
 class XMLParser {
 public:
-    /// The deepest nesting of elements. Whoever walks the tree may recurse: this many frames fit on every stack.
+    /// The deepest nesting of elements. A walk over the tree may recurse: this many frames fit on every stack.
     /// A tree of groups 1,000 deep with a foreign element 1,000 deep at its end is well within it.
     static constexpr int deepestElement = 2500;
 
@@ -60,5 +60,5 @@ private:
     std::size_t m_delivered = 0;
     const char* m_buffer = nullptr;  // expat's copy of the bytes being parsed, once it is known
     std::size_t m_bufferSize = 0;
-    std::size_t m_bufferStart = 0;  // the place in `m_data` of the buffer's first byte
+    std::size_t m_bufferStart = 0;  // the index in `m_data` of the buffer's first byte
 };

@@ -9,7 +9,7 @@
 ///
 /// `KdbxXMLEscape::text` works by whole characters and leaves "<" bare where a combining mark follows. A parser works
 /// by code points and would take that for markup, so that a document with such a text could never be opened again. What
-/// is printed here is escaped wherever it stands.
+/// is printed here is escaped wherever it is.
 namespace XMLText {
 
 /// The text of an element: sanitised, with "&", "<" and ">" escaped.

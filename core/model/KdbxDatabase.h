@@ -17,13 +17,16 @@
 
 /// What a document says of itself.
 struct KdbxMeta {
+    static constexpr std::int64_t defaultHistoryMaxItems = 10;
+    static constexpr std::int64_t defaultHistoryMaxSize = std::int64_t{6} * 1024 * 1024;
+
     std::string databaseName = "Brenvik Database";
     std::string databaseDescription{};
     std::string defaultUsername{};
     bool recycleBinEnabled = true;
     std::optional<UUID> recycleBinUUID{};
-    std::int64_t historyMaxItems = 10;                            // items kept for one entry
-    std::int64_t historyMaxSize = std::int64_t{6} * 1024 * 1024;  // bytes; carried along, nothing trims by it
+    std::int64_t historyMaxItems = defaultHistoryMaxItems;  // items kept for one entry
+    std::int64_t historyMaxSize = defaultHistoryMaxSize;    // bytes; carried along, nothing trims by it
     std::string generator = "Brenvik";
 
     /// All eight fields, texts by canonical equivalence.
@@ -38,6 +41,8 @@ struct AutoTypeWindowAssociation {
 
 /// One record of the vault.
 struct KdbxEntry {
+    static constexpr std::int64_t defaultIconID = 0;  // of the format's icons the key
+
     UUID id = UUID::random();
     std::string title{};
     std::string username{};
@@ -50,7 +55,7 @@ struct KdbxEntry {
     std::optional<std::string> autoTypeSequence{};  // none inherits
     bool autoTypeEnabled = true;
     std::vector<AutoTypeWindowAssociation> autoTypeWindowAssociations{};
-    std::int64_t iconID = 0;
+    std::int64_t iconID = defaultIconID;
     Timestamp created = Timestamp::now();
     Timestamp modified = created;
     Timestamp accessed = created;
@@ -68,10 +73,12 @@ struct KdbxEntry {
 
 /// One node of the tree.
 struct KdbxGroup {
+    static constexpr std::int64_t defaultIconID = 48;  // of the format's icons the folder
+
     UUID id = UUID::random();
     std::string name{};
     std::string notes{};
-    std::int64_t iconID = 48;
+    std::int64_t iconID = defaultIconID;
     SharedArray<KdbxGroup> groups{};   // in document order
     SharedArray<KdbxEntry> entries{};  // in document order, which is the manual sort order
     bool isExpanded = true;
@@ -147,7 +154,7 @@ struct KdbxKey {
     KdbxKey() = default;
     KdbxKey(std::optional<std::string> password, std::optional<Bytes> keyFileData);
     KdbxKey(const KdbxKey&) = default;
-    /// Wipes the password that stood here.
+    /// Wipes the former password.
     KdbxKey& operator=(const KdbxKey& other);
     /// Wipes the password.
     ~KdbxKey();

@@ -61,7 +61,7 @@ void wipe(std::string& text) noexcept {
         secureWipe(text.data(), text.size());
     };
     // Behind the end an earlier, longer text may have left its tail; and in the string itself, once the memory outside
-    // is gone, an earlier text that was short enough to stand there.
+    // is gone, an earlier text that was short enough to be there.
     wipeToCapacity();
     std::string().swap(text);
     wipeToCapacity();

@@ -9,7 +9,7 @@
 
 /// A secret text whose plain bytes do not lie in the heap: they are kept masked by a random pad, and both are wiped
 /// when the last copy goes. Copies share one unchanging object. It guards against a casual look at memory, not against
-/// somebody who reads the whole process, since the pad lies beside the masked bytes.
+/// an attacker who reads the whole process, since the pad lies beside the masked bytes.
 class SecureString {
 public:
     /// The empty secret; draws no random value.

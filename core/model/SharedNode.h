@@ -21,7 +21,7 @@ public:
     }
     [[nodiscard]] bool isUnique() const noexcept { return m_count.load(std::memory_order_acquire) == 1; }
 
-    /// Once nobody holds the node, its count serves as the link of the nodes that wait for their end.
+    /// Once the node is not held any more, its count serves as the link of the nodes that wait for their end.
     void setLink(SharedCount* next) noexcept {
         m_count.store(reinterpret_cast<std::uintptr_t>(next), std::memory_order_relaxed);
     }

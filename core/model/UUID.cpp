@@ -32,7 +32,7 @@ thread_local RandomPool pool;
 /// A forked child would else draw the very identifiers that its parent draws.
 const int emptiesInForkedChildren = ::pthread_atfork(nullptr, nullptr, [] { pool.left = 0; });
 
-// The hyphens stand before these bytes (RFC 9562, section 4).
+// The hyphens precede these bytes (RFC 9562, section 4).
 constexpr bool hyphenBefore(std::size_t byte) {
     return byte == 4 || byte == 6 || byte == 8 || byte == 10;
 }

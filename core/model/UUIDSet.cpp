@@ -59,7 +59,7 @@ std::size_t UUIDSet::homeOf(const UUID& id) const noexcept {
     return std::hash<UUID>()(id) & (m_slots.size() - 1);
 }
 
-/// Where the identifier stands, or else the free slot where it would.
+/// The slot that has the identifier, or else the free one that would.
 std::size_t UUIDSet::slotOf(const UUID& id) const noexcept {
     auto slot = homeOf(id);
     while (!m_slots[slot].isZero() && m_slots[slot] != id)

@@ -39,7 +39,7 @@ private:
     [[nodiscard]] std::size_t slotOf(const UUID& id) const noexcept;
     [[nodiscard]] std::size_t next(std::size_t slot) const noexcept { return (slot + 1) & (m_slots.size() - 1); }
 
-    // A power of two of them, at most half of which are taken; zeros are free. Each identifier stands in the first
+    // A power of two of them, at most half of which are taken; zeros are free. Each identifier is in the first
     // slot that is free from its own on.
     std::vector<UUID> m_slots;
     std::size_t m_count = 0;  // in the slots

@@ -28,7 +28,7 @@ private:
     std::uint64_t* m_words;
 };
 
-/// Overwrites blocks with zeros, past the caches: nobody reads them again.
+/// Overwrites blocks with zeros, past the caches: they are not read again.
 void wipeBlocks(std::uint64_t* words, std::uint64_t blocks) noexcept;
 
 }  // namespace Argon2

@@ -24,8 +24,8 @@ LaneRange share(std::uint32_t lanes, std::uint32_t number, std::uint32_t size) {
 /// What the members of a team wait for before they begin: how many they are, which is known once all have been started.
 class Muster {
 public:
-    /// Settles that a team does not come together where nothing else was settled by its own end, so that nobody waits
-    /// for ever. It is made after the threads, which are joined after it.
+    /// At its end settles that the team does not come together, unless something else was settled, so that no thread
+    /// waits for ever. It is made after the threads, which are joined after it.
     class Dismissal {
     public:
         explicit Dismissal(Muster& muster) noexcept : m_muster(muster) {}

@@ -33,12 +33,12 @@ public:
     }
 
     template <class U>
-    void construct(U* place) noexcept {
-        ::new (static_cast<void*>(place)) U;
+    void construct(U* address) noexcept {
+        ::new (static_cast<void*>(address)) U;
     }
     template <class U, class... Arguments>
-    void construct(U* place, Arguments&&... arguments) {
-        ::new (static_cast<void*>(place)) U(std::forward<Arguments>(arguments)...);
+    void construct(U* address, Arguments&&... arguments) {
+        ::new (static_cast<void*>(address)) U(std::forward<Arguments>(arguments)...);
     }
 
     friend bool operator==(const WipingAllocator&, const WipingAllocator&) noexcept { return true; }
@@ -48,7 +48,7 @@ public:
 /// `Bytes(n)` and `resize(n)` leave new bytes unset; `Bytes(n, 0)` fills them.
 using Bytes = std::vector<std::uint8_t, WipingAllocator<std::uint8_t>>;
 
-/// Bytes that somebody else owns.
+/// Bytes that are borrowed from their owner.
 using ByteView = std::span<const std::uint8_t>;
 
 /// Whether both are the same, in a time that depends on their sizes alone.

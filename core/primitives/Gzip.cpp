@@ -26,7 +26,7 @@ enum Flag : std::uint8_t { headerCRC = 1 << 1, extra = 1 << 2, name = 1 << 3, co
 // those above 110 ms and more for the next hundredth.
 constexpr int compressionLevel = 6;
 
-// How many times its own size a stream is believed to hold when the trailer tells so. Documents deflate to a tenth;
+// How many times its own size a stream is believed to hold when the trailer says so. Documents deflate to a tenth;
 // one that holds more gets its room by doubling, and the trailer of none can ask for more than that ahead.
 constexpr std::uint64_t trustedRatio = 32;
 
@@ -41,14 +41,14 @@ Bytes makeRoom(std::size_t size) try { return Bytes(size); } catch (const std::b
     throw Error::streamFailure();
 }
 
-/// The largest output that is tried: a quarter of what is available, since whoever reads a document needs several times
-/// its size beside it. So a small file that inflates to more than the machine has is refused before it is served out of
-/// everybody else's memory; where the process itself is limited further, the allocation fails first.
+/// The largest output that is tried: a quarter of what is available, since to read a document takes several times its
+/// size beside it. So a small file that inflates to more than the machine has is refused before it takes the memory of
+/// all other programs; where the process itself is limited further, the allocation fails first.
 std::uint64_t servedByThisMachine() {
     return availableMemory() / 4;
 }
 
-/// What the stream at the beginning of `body` holds; what stands behind the stream is not looked at. The library
+/// What the stream at the beginning of `body` holds; what follows the stream is not looked at. The library
 /// wants the room ahead and cannot go on in more of it, so a stream that turns out larger starts over in twice as
 /// much. `sizeHint` saves an honest file from that, and a lie costs no more than a share of the file's own size.
 Bytes inflate(ByteView body, std::uint64_t sizeHint, std::uint64_t largestOutput) {

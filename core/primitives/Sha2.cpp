@@ -79,7 +79,7 @@ Bytes hmacSha256(const HmacKey& under, std::initializer_list<ByteView> pieces) {
     const auto key = under.key;
     const Bytes shortKey = key.size() > hmacBlockSize ? sha256(key) : copyOf(key);
     auto& digest = sha256Digest();
-    Bytes inner(32);
+    Bytes inner(sha256Size);
     digest.start();
     digest.update(paddedKey(shortKey, 0x36));
     for (const auto piece : pieces)

@@ -3,12 +3,15 @@
 
 #include "core/primitives/Bytes.h"
 
+#include <cstdint>
 #include <initializer_list>
 
 /// SHA-256, SHA-512 and HMAC-SHA-256 (FIPS 180-4, RFC 2104) by the system's library.
-/// Each takes pieces that are hashed as if they stood one behind the other, so that nothing is joined first.
+/// Each takes pieces, which are hashed as one text would be, so that nothing is joined first.
 /// The library's contexts are kept for each thread and used again.
 namespace Sha2 {
+
+inline constexpr std::int64_t sha256Size = 32;  // bytes, of the MAC too
 
 [[nodiscard]] Bytes sha256(std::initializer_list<ByteView> pieces);
 [[nodiscard]] inline Bytes sha256(ByteView data) {

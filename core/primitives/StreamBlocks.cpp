@@ -10,7 +10,7 @@
 namespace StreamBlocks {
 namespace {
 
-/// Raises the counter, whose width and place are the cipher's.
+/// Raises the counter; its width and position are the cipher's.
 void raiseCounter(Cipher cipher, State& state, std::size_t blocks) noexcept {
     auto* const low = &state[counterWord(cipher)];
     const auto sum = *low + std::uint64_t{blocks};

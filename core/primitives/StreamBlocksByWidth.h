@@ -5,7 +5,7 @@
 
 namespace StreamBlocks {
 
-/// XORs as many blocks at `data` as fill its groups, at most `blocks`, and tells how many. The state stays as it is.
+/// XORs as many blocks at `data` as fill its groups, at most `blocks`, and returns how many. The state stays as it is.
 using BlocksFunction = std::size_t(Cipher cipher, const std::uint32_t* state, std::uint8_t* data,
                                    std::size_t blocks) noexcept;
 

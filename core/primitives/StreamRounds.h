@@ -19,12 +19,12 @@ constexpr bool hasWideCounter(Cipher cipher) {
     return cipher != Cipher::chaCha20;
 }
 
-/// Vectors of 256 bits have no rotation of their own, but whole bytes change places in one instruction.
-template <int bits, class Word, int... place>
-[[gnu::always_inline]] inline Word rotateBytes(const Word& word, std::integer_sequence<int, place...>) {
+/// Vectors of 256 bits have no rotation of their own, but one instruction permutes whole bytes.
+template <int bits, class Word, int... index>
+[[gnu::always_inline]] inline Word rotateBytes(const Word& word, std::integer_sequence<int, index...>) {
     typedef std::uint8_t BytesOfWords __attribute__((vector_size(sizeof(Word))));
     const BytesOfWords bytes = reinterpret_cast<BytesOfWords>(word);
-    const BytesOfWords rotated = __builtin_shufflevector(bytes, bytes, (place / 4 * 4 + (place + 4 - bits / 8) % 4)...);
+    const BytesOfWords rotated = __builtin_shufflevector(bytes, bytes, (index / 4 * 4 + (index + 4 - bits / 8) % 4)...);
     return reinterpret_cast<Word>(rotated);
 }
 

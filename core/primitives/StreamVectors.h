@@ -18,35 +18,35 @@ struct Vectors {
 template <int lanes>
 using Vector = typename Vectors<lanes>::Vector;
 
-// Which lane stands at a place of the result, counting on from the first vector's lanes into the second's.
+// Which lane is at an index of the result, counting on from the first vector's lanes into the second's.
 template <int lanes, int from>
 struct Words {  // in every quarter of four lanes: a, b, a, b
-    static constexpr int at(int place) { return place % 2 * lanes + place / 4 * 4 + place % 4 / 2 + from; }
+    static constexpr int at(int index) { return index % 2 * lanes + index / 4 * 4 + index % 4 / 2 + from; }
 };
 template <int lanes, int from>
 struct Pairs {  // in every quarter of four lanes: a, a, b, b
-    static constexpr int at(int place) { return place % 4 / 2 * lanes + place / 4 * 4 + place % 2 + from; }
+    static constexpr int at(int index) { return index % 4 / 2 * lanes + index / 4 * 4 + index % 2 + from; }
 };
 template <int lanes, int from>
 struct Halves {  // half of a, half of b
-    static constexpr int at(int place) { return place / (lanes / 2) * lanes + place % (lanes / 2) + from; }
+    static constexpr int at(int index) { return index / (lanes / 2) * lanes + index % (lanes / 2) + from; }
 };
 template <int lanes, int from>
 struct Quarters {  // every other quarter of a, then of b
-    static constexpr int at(int place) {
-        return place / (lanes / 2) * lanes + place % (lanes / 2) / 4 * 8 + place % 4 + from;
+    static constexpr int at(int index) {
+        return index / (lanes / 2) * lanes + index % (lanes / 2) / 4 * 8 + index % 4 + from;
     }
 };
 
-template <class Places, int lanes, int... place>
+template <class Indices, int lanes, int... index>
 [[gnu::always_inline]] inline Vector<lanes> picked(const Vector<lanes>& a, const Vector<lanes>& b,
-                                                   std::integer_sequence<int, place...>) {
-    return __builtin_shufflevector(a, b, Places::at(place)...);
+                                                   std::integer_sequence<int, index...>) {
+    return __builtin_shufflevector(a, b, Indices::at(index)...);
 }
 
-template <template <int, int> class Places, int lanes, int from>
+template <template <int, int> class Indices, int lanes, int from>
 [[gnu::always_inline]] inline Vector<lanes> pick(const Vector<lanes>& a, const Vector<lanes>& b) {
-    return picked<Places<lanes, from>, lanes>(a, b, std::make_integer_sequence<int, lanes>());
+    return picked<Indices<lanes, from>, lanes>(a, b, std::make_integer_sequence<int, lanes>());
 }
 
 template <int lanes>

@@ -19,8 +19,8 @@ public:
 
     [[nodiscard]] const UCollator* get() const noexcept { return m_collator.get(); }
 
-    /// As much of a text as a collator looks at: it counts in 32 bits, and no list tells apart what differs only behind
-    /// this.
+    /// As much of a text as a collator looks at: it counts in 32 bits, and in a list what differs only behind
+    /// this is equal.
     [[nodiscard]] static std::string_view clipped(std::string_view text) { return text.substr(0, 16UL << 20); }
     /// Its bytes.
     [[nodiscard]] static std::int32_t length(std::string_view text) {

@@ -15,10 +15,10 @@ struct Closing {
 };
 using Set = std::unique_ptr<USet, Closing>;
 
-// Two bytes and its digits stand for a number. A longer one is left to the collator.
+// A number takes two bytes and its digits. A longer one is left to the collator.
 constexpr std::size_t mostDigits = 200;
 
-// That of one or two bytes. Zero, which has no weight, stands for all others.
+/// The scalar of one or two bytes, and for any other zero, which has no weight.
 char32_t scalarAt(std::string_view text, std::size_t index) {
     const auto lead = static_cast<std::uint8_t>(text[index]);
     if (lead < 0x80)
@@ -111,7 +111,7 @@ std::weak_ordering FirstLevelWeights::compare(char32_t a, char32_t b) const {
     return m_collator.compare(utf8(a), utf8(b));
 }
 
-// A letter that stands for two ("æ") is left out, one with an accent is not: that has no weight at this level.
+// A letter that counts as two ("æ") is left out, one with an accent is not: that has no weight at this level.
 // None at all where letters in a row have an order of their own ("ch").
 std::vector<char32_t> FirstLevelWeights::lettersWithOneWeight() const {
     const Set contractions(uset_openEmpty());

@@ -12,7 +12,7 @@
 #include <span>
 #include <vector>
 
-/// Texts by their keys. They are sorted word by word: keys that share a beginning are told apart by what follows it,
+/// Texts by their keys. They are sorted word by word: keys that share a beginning are ordered by what follows it,
 /// and their bytes are read once, in a row.
 class KeyedTexts {
 public:

@@ -10,7 +10,7 @@ namespace {
 
 using TextUTF8::isASCII;
 
-// The first combining mark. Below it every scalar is a character of its own, whatever stands beside it there, but for
+// The first combining mark. Below it every scalar is a character of its own, whatever is beside it there, but for
 // a carriage return with its line feed, and no scalar changes by composition with one of these.
 constexpr char32_t firstCombining = 0x300;
 
@@ -22,7 +22,7 @@ bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-/// Where the scalars begin in which two different texts differ first: what stands before is the same in both.
+/// Where the scalars begin in which two different texts differ first: what precedes them is the same in both.
 std::size_t firstDifference(std::string_view a, std::string_view b) {
     const auto common = std::min(a.size(), b.size());
     std::size_t offset = 0;
@@ -99,7 +99,7 @@ bool isPlain(std::string_view text) {
     return true;
 }
 
-/// Where the stretch that begins at `offset` ends: between the first two scalars below the combining marks that stand
+/// Where the stretch that begins at `offset` ends: between the first two scalars below the combining marks that are
 /// side by side, which is a boundary of characters whatever surrounds it, but for a line break.
 std::size_t endOfStretch(std::string_view text, std::size_t offset) {
     auto scalar = TextUTF8::next(text, offset);

@@ -13,7 +13,7 @@
 
 /// Text is UTF-8 in `std::string`. Two texts that a user could have typed are compared here and never with `==`:
 /// "ş" in one code point and in two is the same text (Unicode canonical equivalence, UAX #15), and a character is
-/// what a person takes for one (grapheme cluster, UAX #29). ASCII takes a fast road that gives the same answers.
+/// what a person takes for one (grapheme cluster, UAX #29). ASCII takes a fast path that gives the same answers.
 namespace Text {
 
 /// Canonical equivalence.

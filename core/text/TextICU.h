@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// What ICU answers, for any text: the road that the fast ones must agree with. Ill-formed UTF-8 counts as repaired.
+/// What ICU answers, for any text: the fast paths must agree with it. Ill-formed UTF-8 counts as repaired.
 namespace TextICU {
 
 /// The canonically composed form (NFC).
