@@ -9,6 +9,7 @@
 #include "app/ui/Theme.h"
 #include "app/ui/components/Painting.h"
 #include "core/autotype/HotKeyFormatter.h"
+#include "core/platform/VirtualKey.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -19,7 +20,6 @@
 
 namespace {
 
-constexpr std::uint32_t escapeKeyCode = 53;
 constexpr int symbolSide = 12;
 constexpr int gap = 6;
 constexpr int padding = 8;
@@ -111,7 +111,7 @@ bool HotKeyRecorder::eventFilter(QObject*, QEvent* event) {
 
 void HotKeyRecorder::handlePress(const QKeyEvent& press) {
     const auto keyCode = RecordedKey::keyCode(press);
-    if (keyCode == escapeKeyCode || press.key() == Qt::Key_Escape)
+    if (keyCode == VirtualKey::escape || press.key() == Qt::Key_Escape)
         endRecording();
     else if (keyCode && !RecordedKey::isModifier(press))
         take(*keyCode, RecordedKey::modifiers(press));

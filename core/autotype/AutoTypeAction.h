@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/platform/VirtualKey.h"
 #include "core/primitives/Bytes.h"
 
-#include <array>
 #include <cstdint>
 #include <string_view>
 #include <utility>
@@ -25,16 +25,7 @@ enum class AutoTypeKey : std::uint8_t {
     right
 };
 
-inline constexpr std::array<AutoTypeKey, 12> allAutoTypeKeys{
-    AutoTypeKey::tab,       AutoTypeKey::enter,         AutoTypeKey::escape, AutoTypeKey::space,
-    AutoTypeKey::backspace, AutoTypeKey::forwardDelete, AutoTypeKey::home,   AutoTypeKey::end,
-    AutoTypeKey::up,        AutoTypeKey::down,          AutoTypeKey::left,   AutoTypeKey::right};
-
-/// The key's name: "tab", "enter", …, with "delete" for `forwardDelete`.
-[[nodiscard]] std::string_view textValue(AutoTypeKey key) noexcept;
-
-/// The virtual key code of a named key.
-[[nodiscard]] std::uint16_t keyCode(AutoTypeKey key) noexcept;
+[[nodiscard]] VirtualKey::Code keyCode(AutoTypeKey key) noexcept;
 
 /// One thing to do in the application that is typed into.
 struct AutoTypeAction {

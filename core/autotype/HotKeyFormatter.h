@@ -12,8 +12,7 @@ namespace HotKeyFormatter {
 /// The modifiers' signs in the order Control, Option, Shift, Command, then the key's name: "⌥⌘A".
 [[nodiscard]] std::string describe(const HotKey& hotKey);
 
-/// The stored form of an event's modifier flags: bit 17 is Shift, 18 Control, 19 Option, 20 Command. Others count for
-/// nothing.
+/// The stored form of the `KeyFlag` bits of an event. Others count for nothing.
 [[nodiscard]] std::uint32_t carbonModifiers(std::uint64_t eventFlags) noexcept;
 
 }  // namespace HotKeyFormatter

@@ -2,6 +2,7 @@
 #include "core/autotype/KeyStroke.h"
 
 #include "core/platform/KeyboardEvents.h"
+#include "core/platform/VirtualKey.h"
 #include "core/text/Text.h"
 
 #include <algorithm>
@@ -21,12 +22,12 @@ constexpr std::array searchedModifiers{
     SearchedModifiers{KeyboardLayout::Modifiers::option, KeyFlag::option},
     SearchedModifiers{KeyboardLayout::Modifiers::shiftAndOption, KeyFlag::shift | KeyFlag::option}};
 
-constexpr std::uint16_t lastKeyCode = 127;
-
-constexpr std::array<std::uint16_t, 18> keypadKeyCodes{65, 67, 69, 71, 75, 76, 78, 81, 82,
-                                                       83, 84, 85, 86, 87, 88, 89, 91, 92};
-
 bool isOnKeypad(std::uint16_t code) {
+    using namespace VirtualKey;
+    constexpr std::array keypadKeyCodes{keypadDecimal, keypadMultiply, keypadPlus,  keypadClear, keypadDivide,
+                                        keypadEnter,   keypadMinus,    keypadEqual, keypad0,     keypad1,
+                                        keypad2,       keypad3,        keypad4,     keypad5,     keypad6,
+                                        keypad7,       keypad8,        keypad9};
     return std::ranges::find(keypadKeyCodes, code) != keypadKeyCodes.end();
 }
 
@@ -43,7 +44,7 @@ std::optional<KeyStroke> findKeyStroke(KeyboardLayout& layout, std::string_view 
         return std::nullopt;
     std::optional<KeyStroke> onKeypad;
     for (const auto& [modifiers, flags] : searchedModifiers)
-        for (std::uint16_t code = 0; code <= lastKeyCode; ++code) {
+        for (std::uint16_t code = 0; code <= VirtualKey::lastCode; ++code) {
             if (!gives(layout, code, modifiers, character))
                 continue;
             if (!isOnKeypad(code))

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "core/platform/VirtualKey.h"
+
 #include <cstdint>
 #include <functional>
 
-/// Modifiers as settings store them.
+/// Modifiers as settings store them: Carbon's (HIToolbox/Events.h: cmdKey and so on).
 enum HotKeyModifier : std::uint32_t {
     hotKeyCommand = 0x100,
     hotKeyShift = 0x200,
@@ -15,7 +17,7 @@ enum HotKeyModifier : std::uint32_t {
 /// A key and the modifiers that are held with it. As it is made, it is the default: Option, Command and the key that
 /// US layouts label A.
 struct HotKey {
-    std::uint32_t keyCode = 0;
+    std::uint32_t keyCode = VirtualKey::a;
     std::uint32_t modifiers = hotKeyCommand | hotKeyOption;
     friend bool operator==(const HotKey&, const HotKey&) = default;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/platform/Applications.h"
+#include "core/platform/VirtualKey.h"
 
 #include <array>
 #include <cstdint>
@@ -9,7 +10,7 @@
 #include <span>
 #include <string_view>
 
-/// The modifier bits of a key event.
+/// The modifier bits of a key event: those of CGEventFlags (CoreGraphics/CGEventTypes.h).
 namespace KeyFlag {
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;
@@ -21,12 +22,13 @@ inline constexpr std::uint64_t all = shift | control | option | command;
 /// A key that is held for one of the flags.
 struct ModifierKey {
     std::uint64_t flag;
-    std::uint16_t code;  // virtual key code
+    VirtualKey::Code code;
 };
 
 /// In the order in which they are pressed.
-inline constexpr std::array modifierKeys{ModifierKey{KeyFlag::shift, 56}, ModifierKey{KeyFlag::control, 59},
-                                         ModifierKey{KeyFlag::option, 58}, ModifierKey{KeyFlag::command, 55}};
+inline constexpr std::array modifierKeys{
+    ModifierKey{KeyFlag::shift, VirtualKey::shift}, ModifierKey{KeyFlag::control, VirtualKey::control},
+    ModifierKey{KeyFlag::option, VirtualKey::option}, ModifierKey{KeyFlag::command, VirtualKey::command}};
 
 /// One event of the keyboard.
 struct KeyEvent {

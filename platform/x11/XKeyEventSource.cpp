@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr xcb_keycode_t returnKeycode = 36;
-
 // Programs drop the character, and take the key for it.
 bool isLineEnd(std::string_view text) {
     return text == "\n" || text == "\r\n" || text == "\r";
@@ -164,7 +162,7 @@ void XKeyEventSource::letGo(std::uint64_t flag) {
 // A character's key takes its time to be lent, and only the stroke itself has the server wait.
 bool XKeyEventSource::strike(std::string_view text) {
     if (isLineEnd(text))
-        return strike(returnKeycode);
+        return strike(*XKeycode::of(VirtualKey::enter));
     bool isStruck = true;
     forEachCodePoint(text, [&](char32_t character) {
         if (!isStruck)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/autotype/KeyCodes.h"
+#include "core/platform/VirtualKey.h"
 
 #include <xcb/xcb.h>
 
@@ -13,7 +13,7 @@ namespace XKeycode {
 
 /// The keycode of a virtual key code; nothing for one that no key has.
 [[nodiscard]] inline std::optional<xcb_keycode_t> of(std::uint32_t keyCode) noexcept {
-    const auto evdevCode = KeyCodes::evdevCode(keyCode);
+    const auto evdevCode = VirtualKey::evdevCode(keyCode);
     if (!evdevCode)
         return std::nullopt;
     return static_cast<xcb_keycode_t>(*evdevCode + 8);
@@ -21,7 +21,7 @@ namespace XKeycode {
 
 /// Whether a keycode is that of any virtual key code.
 [[nodiscard]] inline bool hasKeyCode(unsigned keycode) noexcept {
-    return keycode >= 8 && KeyCodes::keyCode(keycode - 8).has_value();
+    return keycode >= 8 && VirtualKey::ofEvdevCode(keycode - 8).has_value();
 }
 
 }  // namespace XKeycode

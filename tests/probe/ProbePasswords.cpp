@@ -7,6 +7,8 @@
 #include "tests/probe/Probe.h"
 #include "tests/probe/ProbeEntry.h"
 
+#include <array>
+
 namespace Probe {
 namespace {
 
@@ -50,13 +52,17 @@ Json generate(const Json& request) {
     return PasswordGenerator::generate(chosen);
 }
 
+/// In the order of the enumeration.
+constexpr std::array keyNames{"tab",  "enter", "escape", "space", "backspace", "delete",
+                              "home", "end",   "up",     "down",  "left",      "right"};
+
 Json jsonOf(const AutoTypeAction& action) {
     return std::visit(Overloaded{
                           [](const AutoTypeAction::Text& text) {
                               return Json{{"case", "text"}, {"value", text.view()}};
                           },
                           [](const AutoTypeAction::Key& key) {
-                              return Json{{"case", "key"}, {"value", textValue(key.key)}};
+                              return Json{{"case", "key"}, {"value", keyNames.at(static_cast<std::size_t>(key.key))}};
                           },
                           [](const AutoTypeAction::Delay& delay) {
                               return Json{{"case", "delay"}, {"value", delay.milliseconds}};

@@ -77,6 +77,15 @@ TEST(ProbePasswordsTest, listsTheActionsOfASequence) {
     expectRefusal({{"op", "sequence"}, {"sequence", ""}});
 }
 
+TEST(ProbePasswordsTest, namesTheKeysOfASequence) {
+    for (const std::string name :
+         {"tab", "enter", "space", "backspace", "delete", "home", "end", "up", "down", "left", "right"})
+        EXPECT_EQ(resultOf({{"op", "sequence"}, {"sequence", "{" + name + "}"}, {"entry", Json::object()}}),
+                  Json::array({{{"case", "key"}, {"value", name}}}));
+    EXPECT_EQ(resultOf({{"op", "sequence"}, {"sequence", "{ESC}"}, {"entry", Json::object()}}),
+              Json::array({{{"case", "key"}, {"value", "escape"}}}));
+}
+
 TEST(ProbePasswordsTest, matchesAWindow) {
     EXPECT_EQ(resultOf({{"op", "windowMatch"}, {"title", "Banka - Giriş"}, {"entry", {{"title", "banka"}}}}), true);
     EXPECT_EQ(resultOf({{"op", "windowMatch"}, {"title", "Posta"}, {"entry", {{"title", "banka"}}}}), false);
