@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "core/autotype/HotKeyHandler.h"
+#include "core/autotype/AutoTypeService.h"
 #include "core/autotype/HotKeyService.h"
 
 #include <QObject>
 
-#include <string>
-
 class AppState;
 class Preferences;
 
-/// The hot key of the preferences, bound to the session: a press types the entry that the front window speaks of.
+/// The hot key of the preferences. A press types the first entry that the front window's title speaks of. A locked
+/// vault makes it silent, and so does a run that is going on: what is typed may hold the combination itself.
 class GlobalHotKey final : public QObject {
     Q_OBJECT
 
@@ -34,46 +33,30 @@ public:
     /// Gives the combination back, at the end of the program or while another one is being recorded.
     void unregister();
 
-    [[nodiscard]] bool isRegistered() const noexcept { return m_service.isRegistered(); }
+    [[nodiscard]] bool isRegistered() const noexcept { return m_hotKey.isRegistered(); }
 
     /// Whether the combination should be bound and is not: another program has it, or there is no such key.
     [[nodiscard]] bool isRefused() const noexcept { return m_isWanted && !isRegistered(); }
 
     /// Whether the desktop knows of such combinations at all.
-    [[nodiscard]] bool isPossible() const { return m_areGranted; }
+    [[nodiscard]] bool isPossible() const { return m_services.hotKeys.areGranted(); }
 
-    /// Binds a refused combination if whoever had it has let it go. Nobody tells of that.
+    /// Binds a refused combination if the program that had it has given it back, which no desktop reports.
     void tryAgain();
 
-    /// A combination as the keys are labelled under the present layout: "Ctrl+Alt+A".
-    [[nodiscard]] std::string keyNames(const HotKey& hotKey) const;
+    /// The keyboard layout, which decides how the keys of a combination are labelled.
+    [[nodiscard]] KeyboardLayout& layout() const noexcept { return m_services.autoType.layout(); }
 
 signals:
     /// `isRegistered` or `isRefused` may have changed.
     void stateChanged();
 
 private:
-    class Session final : public HotKeySession {
-    public:
-        explicit Session(AppState& state) noexcept : m_state(state) {}
-
-        [[nodiscard]] bool isLocked() const override;
-        [[nodiscard]] const KdbxDatabase* database() const override;
-        void performAutoType(const KdbxEntry& entry) override;
-        void setLastError(std::string_view message) override;
-
-    private:
-        AppState& m_state;
-    };
-
+    void press();
     void observePreferences();
 
-    Preferences& m_preferences;
-    KeyboardLayout& m_layout;
-    bool m_areGranted;
-    Session m_session;
-    HotKeyHandler m_handler;
-    HotKeyService m_service;
+    Services m_services;
+    HotKeyService m_hotKey;
     bool m_observesPreferences = false;
     bool m_isWanted = false;  // not while it is given back
 };

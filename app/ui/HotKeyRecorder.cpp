@@ -2,13 +2,14 @@
 #include "app/ui/HotKeyRecorder.h"
 
 #include "app/state/GlobalHotKey.h"
+#include "app/state/HotKeyFormatter.h"
 #include "app/state/Preferences.h"
 #include "app/ui/RecordedKey.h"
 #include "app/ui/Symbol.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Painting.h"
-#include "core/autotype/HotKeyFormatter.h"
 #include "core/platform/VirtualKey.h"
 
 #include <QApplication>
@@ -137,7 +138,7 @@ void HotKeyRecorder::setRejected(bool isRejected) {
 
 void HotKeyRecorder::showCombination() {
     const HotKey hotKey{.keyCode = m_preferences.hotKeyCode(), .modifiers = m_preferences.hotKeyModifiers()};
-    m_keyNames = qtText(m_hotKey.keyNames(hotKey));
+    m_keyNames = qtText(KeyNames::describe(hotKey, m_hotKey.layout()));
     m_signs = qtText(HotKeyFormatter::describe(hotKey));
     setText(isRecording() ? recordingText() : m_signs);
     setAccessibleName(isRecording() ? recordingText() : m_keyNames);

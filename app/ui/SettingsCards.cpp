@@ -10,6 +10,7 @@
 #include "app/ui/components/Announcement.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/FlowLayout.h"
+#include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/QuickButtons.h"
 #include "app/ui/components/Slider.h"
@@ -247,5 +248,5 @@ void HotKeyCard::showState() {
 
 void HotKeyCard::showKeyNames() {
     m_recorder->showKeyNames();
-    m_reset->setKeyNames(qtText(m_hotKey.keyNames(HotKey())));
+    m_reset->setKeyNames(qtText(KeyNames::describe(HotKey(), m_hotKey.layout())));
 }

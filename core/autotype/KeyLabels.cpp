@@ -20,10 +20,14 @@ bool isPrintable(std::string_view text) {
 
 std::string_view signOf(HotKeyModifier modifier) noexcept {
     switch (modifier) {
-    case hotKeyControl: return "⌃";
-    case hotKeyOption: return "⌥";
-    case hotKeyShift: return "⇧";
-    case hotKeyCommand: return "⌘";
+        case hotKeyControl:
+            return "⌃";
+        case hotKeyOption:
+            return "⌥";
+        case hotKeyShift:
+            return "⇧";
+        case hotKeyCommand:
+            return "⌘";
     }
     return {};
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "app/state/HotKeyFormatter.h"
 #include "core/autotype/AutoTypeSequence.h"
-#include "core/autotype/HotKeyFormatter.h"
 #include "core/autotype/WindowMatcher.h"
 #include "core/generator/PasswordGenerator.h"
 #include "core/primitives/Overloaded.h"

@@ -3,8 +3,8 @@
 
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Painting.h"
-#include "core/autotype/KeyNames.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -6,8 +6,8 @@
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Bidi.h"
 #include "app/ui/components/IconButton.h"
+#include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Painting.h"
-#include "core/autotype/KeyNames.h"
 
 #include <QApplication>
 #include <QHelpEvent>

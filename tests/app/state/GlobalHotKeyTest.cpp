@@ -12,7 +12,9 @@ using testing::IsEmpty;
 
 namespace {
 
-/// The whole road from the key to the strokes; in front is a browser with the bank's page.
+constexpr auto noMatch = "Ön plandaki pencereyle eşleşen bir kayıt bulunamadı.";
+
+/// The whole path from the key to the strokes; in front is a browser with the bank's page.
 class GlobalHotKeyTest : public StateTest {
 protected:
     FakeDesktop desktop{clock};
@@ -48,6 +50,21 @@ protected:
                 codes.push_back(event.code);
         return codes;
     }
+
+    /// Opens a vault of these entries alone. What they type is their number: "1" for the first.
+    void unlockWith(std::vector<KdbxEntry> entries) {
+        auto vault = smallVault();
+        vault.root.groups = {};
+        vault.root.entries = {};
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            entries[i].autoTypeSequence = std::to_string(i + 1);
+            vault.root.entries.append(entries[i]);
+        }
+        putVault(vault);
+        unlock();
+    }
+    static constexpr int first = 18;  // the key "1"
+    static constexpr int second = 19;
 
     std::vector<HotKey> registered() const {
         std::vector<HotKey> combinations;
@@ -107,7 +124,7 @@ TEST_F(GlobalHotKeyTest, pressesDuringARunTypeNothingMore) {
     EXPECT_THAT(struck(), testing::SizeIs(10));
 }
 
-TEST_F(GlobalHotKeyTest, aRunGoesOnIntoNoOtherWindowAndTellsSo) {
+TEST_F(GlobalHotKeyTest, aRunGoesOnIntoNoOtherWindowAndReportsSo) {
     unlock();
     desktop.hotKeys.press();
     clock.advance(200ms);
@@ -136,14 +153,102 @@ TEST_F(GlobalHotKeyTest, aLockEndsARunAlsoDuringItsPauseAndShowsNoFailure) {
     EXPECT_FALSE(autoType.isTyping());
 }
 
-TEST_F(GlobalHotKeyTest, aPressWithoutAMatchIsTold) {
+TEST_F(GlobalHotKeyTest, aPressWithoutAMatchIsReported) {
     unlock();
     browser->title = "Haberler";
 
     press();
 
     EXPECT_THAT(struck(), IsEmpty());
-    EXPECT_EQ(state->lastError(), "Ön plandaki pencereyle eşleşen bir kayıt bulunamadı.");
+    EXPECT_EQ(state->lastError(), noMatch);
+}
+
+TEST_F(GlobalHotKeyTest, aPressTypesTheEntryThatTheFrontWindowSpeaksOf) {
+    unlockWith({entryNamed("posta"), entryNamed("banka")});
+
+    press();
+
+    EXPECT_THAT(struck(), ElementsAre(second));
+    EXPECT_EQ(state->lastError(), std::nullopt);
+}
+
+TEST_F(GlobalHotKeyTest, aPressTypesTheFirstOfSeveralMatches) {
+    unlockWith({entryNamed("giriş"), entryNamed("banka - giriş")});
+
+    press();
+
+    EXPECT_THAT(struck(), ElementsAre(first));
+}
+
+TEST_F(GlobalHotKeyTest, aPressPassesOverEntriesThatWantNoAutoType) {
+    auto disabled = entryNamed("banka");
+    disabled.autoTypeEnabled = false;
+    unlockWith({disabled, entryNamed("giriş")});
+
+    press();
+
+    EXPECT_THAT(struck(), ElementsAre(second));
+}
+
+TEST_F(GlobalHotKeyTest, aPressFindsNoMatchWithoutATitle) {
+    unlockWith({entryNamed("")});
+    browser->title.reset();
+    browser->name.reset();
+
+    press();
+
+    EXPECT_EQ(state->lastError(), noMatch);
+}
+
+TEST_F(GlobalHotKeyTest, aPressMatchesTheApplicationsNameWithoutPermission) {
+    unlockWith({entryNamed("banka"), entryNamed("gezgin")});
+    desktop.keyboard.permission = false;
+    const auto before = root().entries[0].accessed;
+    clock.advance(1h);
+
+    press();
+
+    EXPECT_EQ(root().entries[0].accessed, before);
+    EXPECT_NE(root().entries[1].accessed, before);
+}
+
+TEST_F(GlobalHotKeyTest, aPressReadsThePreviousApplicationsWindowWhileWeAreInFront) {
+    unlockWith({entryNamed("brenvik"), entryNamed("banka")});
+    autoType.captureTarget();
+    desktop.applications.bringOurselvesToFront();
+
+    press();
+
+    EXPECT_THAT(struck(), ElementsAre(second));
+}
+
+TEST_F(GlobalHotKeyTest, aPressCapturesTheTargetThatIsInFrontNow) {
+    unlockWith({entryNamed("banka")});
+    autoType.clearTarget();
+
+    press();
+
+    EXPECT_EQ(autoType.targetApplication(), browser);
+}
+
+TEST_F(GlobalHotKeyTest, aPressWithoutAVaultShowsNothing) {
+    press();
+
+    EXPECT_EQ(state->lastError(), std::nullopt);
+}
+
+TEST_F(GlobalHotKeyTest, aPressDuringARunIsSilentAndCapturesNoTarget) {
+    unlock();
+    desktop.hotKeys.press();
+    clock.advance(200ms);
+    desktop.applications.bringToFront(desktop.applications.start(300, "Sohbet", "Sohbet"));
+    autoType.clearTarget();
+
+    desktop.hotKeys.press();
+    clock.advance(0s);
+
+    EXPECT_EQ(state->lastError(), std::nullopt);
+    EXPECT_EQ(autoType.targetApplication(), nullptr);
 }
 
 TEST_F(GlobalHotKeyTest, aPressWhileLockedTypesAndShowsNothingAndYetCapturesTheTarget) {
@@ -156,7 +261,7 @@ TEST_F(GlobalHotKeyTest, aPressWhileLockedTypesAndShowsNothingAndYetCapturesTheT
     EXPECT_EQ(autoType.targetApplication(), browser);
 }
 
-TEST_F(GlobalHotKeyTest, aFailureOfTheRunIsTold) {
+TEST_F(GlobalHotKeyTest, aFailureOfTheRunIsReported) {
     unlock();
     desktop.keyboard.permission = false;
     browser->name = "Banka";
@@ -182,7 +287,7 @@ TEST_F(GlobalHotKeyTest, aChangeOfThePreferencesIsRegisteredAtOnce) {
     EXPECT_EQ(desktop.hotKeys.registered.begin()->first, 3U);  // each change registers once
 }
 
-TEST_F(GlobalHotKeyTest, aCombinationThatIsRefusedIsToldNowhere) {
+TEST_F(GlobalHotKeyTest, aCombinationThatIsRefusedIsReportedNowhere) {
     desktop.hotKeys.grants = false;
 
     preferences->setHotKeyCode(12);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/autotype/KeyNames.h"
+#include "app/ui/components/KeyNames.h"
 
 #include "tests/support/FakeDesktop.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "core/autotype/KeyNames.h"
+#include "app/ui/components/KeyNames.h"
 
-#include "core/autotype/HotKeyFormatter.h"
+#include "app/state/HotKeyFormatter.h"
 #include "core/autotype/KeyLabels.h"
 #include "core/text/Text.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "core/autotype/HotKeyFormatter.h"
+#include "app/state/HotKeyFormatter.h"
 
 #include "core/autotype/KeyLabels.h"
 #include "core/platform/KeyboardEvents.h"
