@@ -2,6 +2,7 @@
 #include "app/state/Preferences.h"
 
 #include "core/clipboard/ClipboardService.h"
+#include "core/platform/HotKeys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,9 +11,7 @@
 
 namespace {
 
-constexpr double defaultClipboardTimeout = 12;
-constexpr double longestClipboardTimeout = 3600;        // a secret that nothing takes away again is no longer one
-constexpr std::uint32_t defaultHotKeyModifiers = 2304;  // Option 2048 and Command 256
+constexpr double longestClipboardTimeout = 3600;  // a secret that nothing takes away again is no longer one
 
 template <class Kind>
 std::optional<Kind> stored(const SettingsStore& store, std::string_view key) {
@@ -33,7 +32,7 @@ std::optional<double> storedNumber(const SettingsStore& store, std::string_view 
 /// What is no number at all is in no range.
 double clipboardTimeoutFrom(std::optional<double> stored) {
     if (!stored || std::isnan(*stored))
-        return defaultClipboardTimeout;
+        return ClipboardService::defaultClearAfter;
     return std::clamp(*stored, 0.0, longestClipboardTimeout);
 }
 
@@ -105,8 +104,8 @@ Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObj
       m_clipboardTimeout(clipboardTimeoutFrom(storedNumber(store, "clipboardTimeout"))),
       m_defaultAutoTypeSequence(
           stored<std::string>(store, "defaultAutoTypeSequence").value_or("{USERNAME}{TAB}{PASSWORD}{ENTER}")),
-      m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(0)),
-      m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(defaultHotKeyModifiers)),
+      m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(HotKey().keyCode)),
+      m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(HotKey().modifiers)),
       m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")),
       m_generatorOptions(decode(stored<SettingsDictionary>(store, "generatorOptions"))),
       m_windowSize(WindowSize::of(stored<SettingsDictionary>(store, "windowSize"))),
