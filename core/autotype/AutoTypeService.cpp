@@ -185,9 +185,7 @@ Coroutine AutoTypeService::type(Run& run) {
     const auto source = m_desktop.keyboard.makeSource(run.window);
     if (!source)
         throw AutoTypeError::eventCreationFailed();
-    for (const auto& action : run.actions)
-        if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
-            source->expect(text->view());
+    expect(run.actions, *source);
     Strokes strokes{
         .source = *source, .sleeper = run.sleeper, .applicationName = run.applicationName, .windowMayChangeUntil = {}};
     if (run.isActivated)  // the focus may follow some time after the window
@@ -226,6 +224,16 @@ Coroutine AutoTypeService::activateTarget(Run& run) {
         co_await run.sleeper.sleep(pollingInterval);
     }
     throw AutoTypeError::targetActivationFailed(run.applicationName);
+}
+
+void AutoTypeService::expect(const std::vector<AutoTypeAction>& actions, KeyEventSource& source) {
+    Bytes characters;  // may be of a password
+    for (const auto& action : actions)
+        if (const auto* text = std::get_if<AutoTypeAction::Text>(&action.action))
+            for (const auto character : Text::characters(text->view()))
+                if (!keyStroke(character))
+                    append(characters, bytesOf(character));
+    source.expect(textOf(characters));
 }
 
 std::chrono::nanoseconds AutoTypeService::fromNow(double seconds) const {

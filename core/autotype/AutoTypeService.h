@@ -158,6 +158,7 @@ private:
     Coroutine windowComes(Strokes& strokes);
 
     void take(std::shared_ptr<RunningApplication> target, Run& run);
+    void expect(const std::vector<AutoTypeAction>& actions, KeyEventSource& source);
     [[nodiscard]] std::chrono::nanoseconds fromNow(double seconds) const;
     [[nodiscard]] bool isInFront(const RunningApplication& application);
     [[nodiscard]] bool userHoldsKeys();

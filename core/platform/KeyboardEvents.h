@@ -52,9 +52,9 @@ class KeyEventSource {
 public:
     virtual ~KeyEventSource() = default;
 
-    /// Tells what text is going to be typed, after what was told before. There are desktops that have to be made ready
-    /// for a character that no key gives, some time before it is typed.
-    virtual void expect(std::string_view text) = 0;
+    /// Announces characters that no key gives, in the order in which they are going to be typed, after those that were
+    /// announced before. Some desktops have to be made ready for them a while before.
+    virtual void expect(std::string_view characters) = 0;
 
     enum class Posted : std::uint8_t {
         yes,

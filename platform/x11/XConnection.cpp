@@ -40,6 +40,11 @@ bool XConnection::isOpen() const {
     return xcb_connection_has_error(m_connection.get()) == 0;
 }
 
+bool XConnection::hasKey(xcb_keycode_t keycode) const {
+    const auto* const setup = xcb_get_setup(get());
+    return isOpen() && keycode >= setup->min_keycode && keycode <= setup->max_keycode;
+}
+
 xcb_atom_t XConnection::atom(std::string_view name) {
     const auto known = m_atoms.find(name);
     if (known != m_atoms.end())

@@ -25,6 +25,9 @@ public:
     [[nodiscard]] xcb_window_t root() const noexcept { return m_root; }
     [[nodiscard]] bool isOpen() const;
 
+    /// Whether the keyboard can have a key of that code. No key is there once the connection is broken.
+    [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
+
     /// The atom of a name, which the server knows from then on.
     [[nodiscard]] xcb_atom_t atom(std::string_view name);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XHotKeys.h"
 
+#include "platform/x11/DownKeys.h"
 #include "platform/x11/XAnswer.h"
 #include "platform/x11/XKeycode.h"
 #include "platform/x11/Xkb.h"
@@ -96,7 +97,7 @@ void XHotKeys::removeHandler() {
 
 bool XHotKeys::registerHotKey(const HotKey& hotKey, Identifier identifier) {
     const auto keycode = XKeycode::of(hotKey.keyCode);
-    if (!keycode || !hasKey(*keycode))
+    if (!keycode || !m_connection->hasKey(*keycode))
         return false;
     const Combination combination{.identifier = identifier, .hotKey = hotKey, .keycode = *keycode};
     if (!grab(combination))
@@ -117,15 +118,8 @@ void XHotKeys::unregisterHotKey(Identifier identifier) {
     tellState();
 }
 
-bool XHotKeys::hasKey(xcb_keycode_t keycode) const {
-    const auto* const setup = xcb_get_setup(m_connection->get());
-    return m_connection->isOpen() && keycode >= setup->min_keycode && keycode <= setup->max_keycode;
-}
-
-bool XHotKeys::isDown(xcb_keycode_t keycode) {
-    const XAnswer<xcb_query_keymap_reply_t> keys(
-        xcb_query_keymap_reply(m_connection->get(), xcb_query_keymap(m_connection->get()), nullptr));
-    return keys && (keys->keys[keycode / 8] >> (keycode % 8U) & 1U) != 0;
+bool XHotKeys::isDown(xcb_keycode_t keycode) const {
+    return DownKeys(m_connection->get()).contains(keycode);
 }
 
 bool XHotKeys::grab(const Combination& combination) {

@@ -40,8 +40,7 @@ private:
     };
 
     void useKeyboardExtension();
-    [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
-    [[nodiscard]] bool isDown(xcb_keycode_t keycode);
+    [[nodiscard]] bool isDown(xcb_keycode_t keycode) const;
 
     [[nodiscard]] bool grab(const Combination& combination);
     void ungrab(const Combination& combination);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XKeyEventSource.h"
 
-#include "core/autotype/KeyStroke.h"
 #include "core/text/Text.h"
 #include "core/text/TextUTF8.h"
 #include "platform/x11/XKeycode.h"
@@ -9,7 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <ranges>
+#include <utility>
 
 namespace {
 
@@ -36,19 +35,22 @@ std::uint64_t flagOfCode(std::uint16_t code) {
 }  // namespace
 
 XKeyEventSource::XKeyEventSource(Desktop desktop, const DesktopWindow& window)
-    : m_desktop(desktop), m_window(desktop.connection, window), m_locksOff(desktop.connection) {}
+    : m_desktop(desktop),
+      m_window(desktop.connection, window),
+      m_locksOff(desktop.connection),
+      m_modifiers(desktop.layout, desktop.posted) {}
 
 XKeyEventSource::~XKeyEventSource() {
     m_desktop.posted.releaseAll();
     m_desktop.spareKeys.expectNothing();
 }
 
-void XKeyEventSource::expect(std::string_view text) {
-    SpareKeys::Characters characters;
-    for (const auto character : Text::characters(text))
-        if (!isLineEnd(character) && !findKeyStroke(m_desktop.layout, character))
-            forEachCodePoint(character, [&](char32_t codePoint) { characters.push_back(codePoint); });
-    m_desktop.spareKeys.expect(characters);
+void XKeyEventSource::expect(std::string_view characters) {
+    SpareKeys::Characters codePoints;
+    for (const auto character : Text::characters(characters))
+        if (!isLineEnd(character))
+            forEachCodePoint(character, [&](char32_t codePoint) { codePoints.push_back(codePoint); });
+    m_desktop.spareKeys.expect(codePoints);
 }
 
 KeyEventSource::Posted XKeyEventSource::post(std::span<const KeyEvent> events) {
@@ -91,10 +93,10 @@ bool XKeyEventSource::canPost(const KeyEvent& event) {
         return canStrike(event.text);
     if (event.kind == KeyEvent::Kind::flagsChanged) {
         const auto flag = flagOfCode(event.code);
-        return flag != 0 && (!event.down || canHold(flag));
+        return flag != 0 && (!event.down || m_modifiers.canHold(flag));
     }
     const auto keycode = XKeycode::of(event.code);
-    return keycode && hasKey(*keycode) && canHold(event.flags);
+    return keycode && m_desktop.connection.hasKey(*keycode) && m_modifiers.canHold(event.flags);
 }
 
 bool XKeyEventSource::canStrike(std::string_view text) {
@@ -105,58 +107,23 @@ bool XKeyEventSource::canStrike(std::string_view text) {
     return canStand && m_desktop.spareKeys.areThere();
 }
 
-bool XKeyEventSource::canHold(std::uint64_t flags) {
-    return std::ranges::all_of(modifierKeys, [&](const ModifierKey& modifier) {
-        return (flags & modifier.flag) == 0 || m_held.contains(modifier.flag) ||
-               m_desktop.layout.modifierKey(modifier.flag).has_value();
-    });
-}
-
-bool XKeyEventSource::hasKey(xcb_keycode_t keycode) const {
-    const auto* setup = xcb_get_setup(m_desktop.connection.get());
-    return keycode >= setup->min_keycode && keycode <= setup->max_keycode;
-}
-
 void XKeyEventSource::postModifier(const KeyEvent& event) {
     const auto flag = flagOfCode(event.code);
     if (event.down)
-        hold(flag);
+        m_modifiers.press(flag);
     else
-        letGo(flag);
+        m_modifiers.release(flag);
 }
 
 void XKeyEventSource::postKey(const KeyEvent& event) {
     const auto keycode = *XKeycode::of(event.code);
     if (event.down) {
-        for (const auto& modifier : modifierKeys)
-            if ((event.flags & modifier.flag) != 0 && !m_held.contains(modifier.flag)) {
-                hold(modifier.flag);
-                m_heldForStroke |= modifier.flag;
-            }
+        m_heldForStroke |= m_modifiers.press(event.flags);
         m_desktop.posted.press(keycode);
         return;
     }
     m_desktop.posted.release(keycode);
-    for (const auto& modifier : std::views::reverse(modifierKeys))
-        if ((m_heldForStroke & modifier.flag) != 0)
-            letGo(modifier.flag);
-    m_heldForStroke = 0;
-}
-
-void XKeyEventSource::hold(std::uint64_t flag) {
-    const auto keycode = m_desktop.layout.modifierKey(flag);
-    if (!keycode || m_held.contains(flag))
-        return;
-    m_desktop.posted.press(*keycode);
-    m_held.emplace(flag, *keycode);
-}
-
-void XKeyEventSource::letGo(std::uint64_t flag) {
-    const auto held = m_held.find(flag);
-    if (held == m_held.end())
-        return;
-    m_desktop.posted.release(held->second);
-    m_held.erase(held);
+    m_modifiers.release(std::exchange(m_heldForStroke, 0));
 }
 
 // A character's key takes its time to be lent, and only the stroke itself has the server wait.

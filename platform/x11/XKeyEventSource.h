@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/platform/KeyboardEvents.h"
+#include "platform/x11/HeldModifiers.h"
 #include "platform/x11/LocksOff.h"
 #include "platform/x11/PostedKeys.h"
 #include "platform/x11/SpareKeys.h"
@@ -12,8 +13,6 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <map>
-#include <optional>
 #include <string_view>
 
 /// The strokes of one run. X's events have no flags of their own: whoever receives them sees the keys that are down.
@@ -31,28 +30,24 @@ public:
     XKeyEventSource(Desktop desktop, const DesktopWindow& window);
     ~XKeyEventSource() override;
 
-    void expect(std::string_view text) override;
+    void expect(std::string_view characters) override;
     [[nodiscard]] Posted post(std::span<const KeyEvent> events) override;
     [[nodiscard]] bool follow() override { return m_window.follow(); }
 
 private:
     [[nodiscard]] bool canPost(const KeyEvent& event);
     [[nodiscard]] bool canStrike(std::string_view text);
-    [[nodiscard]] bool canHold(std::uint64_t flags);
-    [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
 
     [[nodiscard]] Posted postKeys(std::span<const KeyEvent> events);
     void postEvent(const KeyEvent& event);
     void postModifier(const KeyEvent& event);
     void postKey(const KeyEvent& event);
-    void hold(std::uint64_t flag);
-    void letGo(std::uint64_t flag);
     [[nodiscard]] bool strike(std::string_view text);
     [[nodiscard]] bool strike(xcb_keycode_t keycode);
 
     Desktop m_desktop;
     XTypedWindow m_window;
     LocksOff m_locksOff;
-    std::map<std::uint64_t, xcb_keycode_t> m_held;  // by flag: the layout may change until a key is released
-    std::uint64_t m_heldForStroke = 0;              // of these, what nobody asked for by an event
+    HeldModifiers m_modifiers;
+    std::uint64_t m_heldForStroke = 0;  // of these, what no event of their own has pressed
 };

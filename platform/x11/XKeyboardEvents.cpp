@@ -1,28 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/x11/XKeyboardEvents.h"
 
-#include "platform/x11/XAnswer.h"
+#include "platform/x11/DownKeys.h"
 #include "platform/x11/XKeyEventSource.h"
 
 #include <xcb/xtest.h>
-
-namespace {
-
-/// Which keys are down, whoever holds them.
-class DownKeys {
-public:
-    explicit DownKeys(xcb_connection_t* connection)
-        : m_keys(xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr)) {}
-
-    [[nodiscard]] bool contains(xcb_keycode_t keycode) const noexcept {
-        return m_keys && (m_keys->keys[keycode / 8] & (1U << (keycode % 8))) != 0;
-    }
-
-private:
-    XAnswer<xcb_query_keymap_reply_t> m_keys;
-};
-
-}  // namespace
 
 XKeyboardEvents::XKeyboardEvents(Desktop desktop)
     : m_desktop(desktop), m_posted(desktop.connection), m_spareKeys(desktop.connection) {}

@@ -71,7 +71,7 @@ public:
     int permissionRequests = 0;
     int releases = 0;
     int openSources = 0;
-    std::string expected;           // all that was told to come
+    std::string expected;           // all characters that were announced
     std::vector<TypedEvent> typed;  // since the start
 
 private:
@@ -80,7 +80,7 @@ private:
         Source(FakeKeyboard& keyboard, DesktopWindow window) : m_keyboard(keyboard), m_window(window) {}
         ~Source() override { --m_keyboard.openSources; }
 
-        void expect(std::string_view text) override { m_keyboard.expected += text; }
+        void expect(std::string_view characters) override { m_keyboard.expected += characters; }
 
         [[nodiscard]] Posted post(std::span<const KeyEvent> events) override {
             bool presses = false;
