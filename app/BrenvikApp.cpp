@@ -52,7 +52,7 @@ void keepAtExit(AppState& state) {
     });
 }
 
-/// The user may change his mind while the program runs: it asks again whenever it is turned to.
+/// The user may change the setting while the program runs: it asks again whenever its window is turned to.
 void followMotionSetting(QApplication& application) {
     const auto ask = [] { Motion::setReduced(MotionSetting::isReduced()); };
     ask();

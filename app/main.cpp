@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* platformVariable = "QT_QPA_PLATFORM";
 
-/// Prefers X wherever there is a display of it, XWayland's included: only there the window keeps its place, the hot
+/// Prefers X wherever there is a display of it, XWayland's included: only there the window keeps its position, the hot
 /// key works and the clipboard's changes are counted exactly.
 class PlatformChoice {
 public:

@@ -28,7 +28,7 @@ public:
     /// Reads anew how the keys are labelled, which the keyboard's layout decides.
     void showKeyNames();
 
-    /// What a screen reader tells besides the combination; empty for nothing.
+    /// What a screen reader says besides the combination; empty for nothing.
     void setNote(const QString& note);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -50,7 +50,7 @@ private:
     enum class Capture : std::uint8_t {
         none,
         recording,
-        untilRelease  // the key that ended the recording is still down, and its repeats are for nobody
+        untilRelease  // the key that ended the recording is still down, and its repeats are dropped
     };
 
     void startCapture();

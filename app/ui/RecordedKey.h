@@ -6,11 +6,11 @@
 
 class QKeyEvent;
 
-/// What a key event says to who records a hot key.
+/// What a key event means while a hot key is recorded.
 namespace RecordedKey {
 
-/// The virtual key code of the pressed key, by its place on the keyboard. An event that names no place, as those of
-/// input methods and of tests do, goes by the letter and the US layout. Nothing for a key that has no code.
+/// The virtual key code of the pressed key, by its position on the keyboard. An event without a position, as those of
+/// input methods and of tests are, goes by the letter and the US layout. Nothing for a key that has no code.
 [[nodiscard]] std::optional<std::uint32_t> keyCode(const QKeyEvent& event);
 
 /// The held modifiers as settings store them: Ctrl is Command, Alt is Option, Super is Control.

@@ -141,7 +141,7 @@ std::optional<AutoTypeAction> pause(std::string_view text) {
     return AutoTypeAction::delay(*milliseconds);
 }
 
-// What the text between two braces stands for, or nothing where it stands for itself.
+// What the text between two braces stands for, or nothing where it is plain text.
 std::optional<AutoTypeAction> resolve(std::string_view body, const KdbxEntry& entry) {
     const std::string name = Text::uppercased(body);
     for (const auto& field : fieldNames)

@@ -15,7 +15,7 @@ namespace AutoTypeSequence {
 inline constexpr std::string_view defaultSequence = "{USERNAME}{TAB}{PASSWORD}{ENTER}";
 
 /// The actions of a sequence for an entry, its fields put in: the list holds the plain password, so it is made just
-/// before typing and dropped just after. Never fails: what is not understood is typed as it stands.
+/// before typing and dropped just after. Never fails: what is not understood is typed as it is written.
 [[nodiscard]] std::vector<AutoTypeAction> parse(std::string_view sequence, const KdbxEntry& entry);
 
 }  // namespace AutoTypeSequence

@@ -50,7 +50,7 @@ public:
     AutoTypeService(const AutoTypeService&) = delete;
     AutoTypeService& operator=(const AutoTypeService&) = delete;
 
-    /// Ends a run where it is, with no modifier left pressed. Nobody is told.
+    /// Ends a run where it is, with no modifier left pressed. No `done` is called.
     ~AutoTypeService() override;
 
     /// The layout that it types with.
@@ -86,9 +86,9 @@ public:
     /// example, is another window. Only where the run itself pressed a key that answers a dialogue (Enter, Space or
     /// Escape) it goes on in the window that this brings: see `KeyEventSource::follow`.
     ///
-    /// A run that is asked for during another begins when that one has ended, since their strokes would mix: half of
-    /// one password and half of another would go into one field, and dropping the later one would tell the user of
-    /// a success or a failure that there was not.
+    /// A run that is asked for during another begins when that one has ended. Side by side their strokes would mix, and
+    /// half of one password and half of another would go into one field. Dropping the later one would report a success
+    /// or a failure that never was.
     void perform(std::vector<AutoTypeAction> actions, Done done) override;
 
     /// Parses a sequence for an entry and performs it.
@@ -106,10 +106,10 @@ public:
     /// The stroke for a character under the present layout, remembered for the next time where there is one.
     [[nodiscard]] std::optional<KeyStroke> keyStroke(std::string_view character);
 
-    /// Whether strokes may be posted and titles be read; asks nobody.
+    /// Whether strokes may be posted and titles be read. The user is not asked.
     [[nodiscard]] bool hasAccessibilityPermission();
 
-    /// Whether there is somebody who can be asked for it.
+    /// Whether the user can be asked for it.
     [[nodiscard]] bool canRequestAccessibilityPermission() const { return m_desktop.keyboard.canRequestPermission(); }
 
     /// Has the user asked for it.

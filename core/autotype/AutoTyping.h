@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// Typing into the application that was in front, as far as whoever asks for it needs to know.
+/// Typing into the application that was in front, as far as a caller needs it.
 class AutoTyping {
 public:
     using Done = std::function<void(std::optional<std::string> failureDescription)>;

@@ -11,8 +11,8 @@
 #include <optional>
 #include <string>
 
-/// Binds one combination of keys, wherever it is pressed, to a handler. A combination that the desktop refuses is told
-/// nowhere but in `isRegistered`.
+/// Binds one combination of keys to a handler, whatever application is in front. A combination that the desktop refuses
+/// shows in `isRegistered` alone.
 class HotKeyService {
 public:
     static constexpr std::uint32_t defaultKeyCode = HotKey().keyCode;

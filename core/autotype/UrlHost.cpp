@@ -36,7 +36,7 @@ bool isPercentEncoding(std::string_view text) {
     return text.size() >= 3 && text[0] == '%' && isHexDigit(text[1]) && isHexDigit(text[2]);
 }
 
-// A name whose characters stand as they are or percent-encoded.
+// A name, whose characters may be percent-encoded.
 bool isEncodedName(std::string_view text, std::string_view alsoAllowed) {
     while (!text.empty()) {
         if (isPercentEncoding(text))
@@ -49,7 +49,7 @@ bool isEncodedName(std::string_view text, std::string_view alsoAllowed) {
     return true;
 }
 
-// What stands between the brackets: an address of version 6, or one of a later version.
+// What is between the brackets: an address of version 6, or one of a later version.
 bool isBracketedAddress(std::string_view text) {
     if (text.empty())
         return false;

@@ -99,11 +99,11 @@ void ClipboardService::stopAndWipe() {
     }
 }
 
-// Tells the observers once, when all is settled.
+// Notifies the observers once, when the change is complete.
 template <class Change>
 void ClipboardService::announcing(Change change) {
     const auto before = m_secondsRemaining;
     change();
     if (m_secondsRemaining != before)
-        m_observers.tell();
+        m_observers.notify();
 }

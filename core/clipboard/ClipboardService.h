@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-/// Puts text on the clipboard and takes a secret off it again after a countdown, unless somebody else has written to
+/// Puts text on the clipboard and takes a secret off it again after a countdown, unless another program has written to
 /// the clipboard in the meantime.
 class ClipboardService {
 public:
@@ -37,13 +37,13 @@ public:
     /// Ends the countdown and wipes our secret if it is still there. Harmless at any time.
     void clearNow();
 
-    /// Whether a secret of ours waits for its wipe.
+    /// Whether a secret of ours waits to be wiped.
     [[nodiscard]] bool hasPendingSecret() const noexcept { return m_ownedChangeCount.has_value(); }
 
     /// 0 when no countdown runs.
     [[nodiscard]] std::int64_t secondsRemaining() const noexcept { return m_secondsRemaining; }
 
-    /// Rises with every wipe of a secret of ours.
+    /// How many of our secrets have been wiped.
     [[nodiscard]] std::int64_t wipeCount() const noexcept { return m_wipeCount; }
 
     /// Seconds from copying a secret to its wipe, rounded when a countdown starts.

@@ -7,8 +7,8 @@
 #include <memory>
 #include <utility>
 
-/// Those who want to hear of a change. They may come and go at any time, also while a change is being told, and may
-/// outlive what they observe.
+/// The observers of a change. They may come and go at any time, also during a notification, and may outlive what they
+/// observe.
 class Observers {
     using List = std::map<std::uint64_t, std::function<void()>>;
 
@@ -45,7 +45,7 @@ public:
     }
 
     /// Calls each observer that is on the list now, in the order in which they came.
-    void tell() const {
+    void notify() const {
         const auto list = m_list;  // lives on when an observer destroys what it observes
         const auto last = m_lastNumber;
         for (auto next = list->begin(); next != list->end() && next->first <= last;) {

@@ -17,7 +17,7 @@ inline constexpr std::string_view lowerChars = "abcdefghijklmnopqrstuvwxyz";
 inline constexpr std::string_view digitChars = "0123456789";
 inline constexpr std::string_view symbolChars = "!#$%&()*+,-./:;<=>?@[]^_{|}~";
 
-/// What one takes for another in some typefaces. The last three stand in no table.
+/// Characters that look alike in some typefaces. The last three are in none of the classes.
 inline constexpr std::string_view ambiguousChars = "O0oIl1|`'\"";
 
 /// The lengths that the user can choose.

@@ -101,7 +101,7 @@ std::size_t longestRepeatRun(const Characters& characters) {
     return longest;
 }
 
-// How many characters stand in runs of 3 or more neighbours of the alphabet, up or down. The turning point of two runs
+// How many characters are in runs of 3 or more neighbours of the alphabet, up or down. The turning point of two runs
 // counts in both.
 std::size_t sequentialCharacterCount(const Characters& characters) {
     if (characters.size() < 3)

@@ -14,21 +14,20 @@ struct DesktopWindow {
     friend bool operator==(const DesktopWindow&, const DesktopWindow&) = default;
 };
 
-/// An application that was in front, with the window that was: it stands for both for as long as somebody holds it,
-/// also when they are gone.
+/// An application that was in front, with its window. Either may end before this object does.
 class RunningApplication {
 public:
     virtual ~RunningApplication() = default;
 
     [[nodiscard]] virtual std::int64_t processIdentifier() const = 0;
 
-    /// Its window. Another one where that has gone and another one stands in.
+    /// Its window; another window of its process where that one has closed.
     [[nodiscard]] virtual DesktopWindow window() const = 0;
 
     /// Its name for the user, or nothing.
     [[nodiscard]] virtual std::optional<std::string> localizedName() = 0;
 
-    /// The title that its window has now, or nothing where it cannot be told.
+    /// The title that its window has now, or nothing where it is unknown.
     [[nodiscard]] virtual std::optional<std::string> focusedWindowTitle() = 0;
 
     [[nodiscard]] virtual bool isTerminated() = 0;
@@ -42,13 +41,13 @@ class Applications {
 public:
     virtual ~Applications() = default;
 
-    /// The application in front, which may be this one; null where there is none or it cannot be told.
+    /// The application in front, which may be this one; null where there is none or it is unknown.
     [[nodiscard]] virtual std::shared_ptr<RunningApplication> frontmost() = 0;
 
     /// The identifier of this process.
     [[nodiscard]] virtual std::int64_t ownProcessIdentifier() = 0;
 
     /// Calls `activated` after each change of the application or window in front, on the main thread. There is one
-    /// observer; an empty one ends the telling.
+    /// observer; an empty one ends the notifications.
     virtual void observeActivation(std::function<void()> activated) = 0;
 };

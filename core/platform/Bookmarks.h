@@ -14,6 +14,6 @@ public:
     /// A token that later resolves to the file, or nothing when none can be made.
     [[nodiscard]] virtual std::optional<Bytes> bookmark(const std::filesystem::path& file) = 0;
 
-    /// The path that a token stands for, or nothing when it cannot be told.
+    /// The path that a token stands for, or nothing when it is unknown.
     [[nodiscard]] virtual std::optional<std::filesystem::path> resolve(ByteView token) = 0;
 };

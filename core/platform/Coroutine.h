@@ -10,8 +10,8 @@
 #include <utility>
 
 /// An operation on the main thread that gives it up while it waits. It starts at once and is awaited at most once.
-/// Destroyed before its end it ends where it waits: its locals go, in the usual order, and nothing is told to whoever
-/// awaits it. A failure waits in it until it is awaited.
+/// Destroyed before its end it ends where it waits: its locals are destroyed in the usual order, and what awaits it is
+/// not resumed. A failure waits in it until it is awaited.
 class [[nodiscard]] Coroutine {
 public:
     class promise_type;
@@ -49,7 +49,7 @@ public:
 private:
     friend class Coroutine;
 
-    /// At the end whoever awaits goes on.
+    /// At the end, what awaits the coroutine is resumed.
     struct Handover {
         [[nodiscard]] bool await_ready() const noexcept { return false; }
         [[nodiscard]] std::coroutine_handle<> await_suspend(std::coroutine_handle<promise_type> ended) const noexcept {
@@ -95,7 +95,7 @@ public:
         return Sleep{*this, duration, cancellable};
     }
 
-    /// Ends the sleep and all later ones with `Cancelled`. Whoever sleeps goes on within this call.
+    /// Ends the sleep and all later ones with `Cancelled`. The sleeping coroutine is resumed within this call.
     void cancel() {
         m_isCancelled = true;
         if (m_sleeping && m_cancellable == Cancellable::yes) {
@@ -137,8 +137,8 @@ private:
     }
 
     Scheduler& m_scheduler;
-    std::optional<Scheduler::Task> m_task;  // set while somebody sleeps
-    std::coroutine_handle<> m_sleeping;     // null while nobody does
+    std::optional<Scheduler::Task> m_task;  // set during a sleep
+    std::coroutine_handle<> m_sleeping;     // null outside of a sleep
     Cancellable m_cancellable = Cancellable::yes;
     bool m_isCancelled = false;
 };

@@ -23,7 +23,7 @@ private:
     int m_code;
 };
 
-/// What the file system tells of a regular file. Two that are equal are most likely of the same content.
+/// What the file system knows of a regular file. Two that are equal are most likely of the same content.
 struct FileStatus {
     std::uint64_t size = 0;  // bytes
     std::uint64_t device = 0;
@@ -37,8 +37,8 @@ struct FileStatus {
 /// The files of the user, as far as a vault needs them.
 class FileStore {
 public:
-    /// Called when the new content is on the disk and has only to take the old one's place. What it throws ends the
-    /// writing, and the old content stays.
+    /// Called when the new content is on the disk and has only to replace the old one. What it throws ends the writing,
+    /// and the old content stays.
     using BeforeReplacing = std::function<void()>;
 
     virtual ~FileStore() = default;
@@ -68,7 +68,7 @@ public:
                                                                           const std::filesystem::path& name,
                                                                           ByteView content) = 0;
 
-    /// Whether something stands at that path.
+    /// Whether anything exists at that path.
     [[nodiscard]] virtual bool exists(const std::filesystem::path& file) = 0;
 
     /// Of the regular file that a path leads to; nothing where there is none, or where it is out of reach.

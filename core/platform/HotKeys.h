@@ -32,14 +32,14 @@ public:
     /// Whether the desktop grants any combination at all.
     [[nodiscard]] virtual bool areGranted() const { return true; }
 
-    /// Has each press of a registered combination told to `pressed`, on the main thread and once however long the
-    /// keys are held. Whoever is told hands over and returns: the desktop may be waiting. False where that is refused.
+    /// Calls `pressed` for each press of a registered combination, on the main thread, and once however long the keys
+    /// are held. `pressed` must return soon: the desktop may be waiting. False where that is refused.
     virtual bool installHandler(std::function<void(Identifier)> pressed) = 0;
 
-    /// Ends the telling.
+    /// Calls the handler no more.
     virtual void removeHandler() = 0;
 
-    /// Takes a combination, which is told under the given identifier. False, with nothing taken, where the desktop
+    /// Takes a combination, whose presses come with the given identifier. False, with nothing taken, where the desktop
     /// refuses it: another program has it, or there is no such key.
     [[nodiscard]] virtual bool registerHotKey(const HotKey& hotKey, Identifier identifier) = 0;
 

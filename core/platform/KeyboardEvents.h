@@ -41,13 +41,13 @@ struct KeyEvent {
     std::uint16_t code = 0;  // virtual key code
     bool down = true;
     std::uint64_t flags = 0;  // `KeyFlag` bits
-    /// Where it is not empty: one character, which the key stands for whatever its code. Borrowed for the call, since
-    /// it may be of a password.
+    /// Where it is not empty: one character, which the event types whatever its code. Borrowed for the call, since it
+    /// may be of a password.
     std::string_view text;
 };
 
-/// Where the events of one run are posted: into one window, and into no other. What the posting needed of the desktop,
-/// such as Caps Lock off, lasts for its life. It shuts the user's own keyboard and mouse out at no time.
+/// Posts the events of one run into one window, and into no other. What that needs of the desktop, such as Caps Lock
+/// off, lasts for the source's life. The user's own keyboard and mouse work all the time.
 class KeyEventSource {
 public:
     virtual ~KeyEventSource() = default;
@@ -62,14 +62,17 @@ public:
         elsewhere    // the window is not in front any more
     };
 
-    /// Posts the events in their order, or none of them. Nothing can come in front between the look at the window and
-    /// the press of a key. Releases alone are posted wherever they go: they type nothing, and no key may stay down.
+    /// Posts the events in their order, or none of them. No other window can come in front between the check of the
+    /// window and the press of a key. Releases alone are posted without a check: they type nothing, and no key may stay
+    /// down.
     [[nodiscard]] virtual Posted post(std::span<const KeyEvent> events) = 0;
 
-    /// Whether the window is in front. Where another one of its process has come in its place, because a key answered
-    /// a dialogue, that one is the source's window from then on: a window that was not there when the source was made
-    /// and that is the former one's dialogue or follows it when it has gone, or the window that the former one was a
-    /// dialogue of, once that has gone.
+    /// Whether the window is in front. A key may have answered a dialogue, so that another window of the process is in
+    /// front instead. That one becomes the source's window if it is either of these:
+    /// - a window that was not there when the source was made, and that is a dialogue of the former one or appeared
+    /// when
+    ///   that had closed;
+    /// - the window that the former one, which has closed, was a dialogue of.
     [[nodiscard]] virtual bool follow() = 0;
 };
 
@@ -78,25 +81,25 @@ class KeyboardEvents {
 public:
     virtual ~KeyboardEvents() = default;
 
-    /// Whether this process may post events and read other applications' windows. Asks nobody, and is cheap.
+    /// Whether this process may post events and read other applications' windows. The user is not asked. Cheap.
     [[nodiscard]] virtual bool hasPermission() = 0;
 
-    /// Whether there is somebody to ask for it.
+    /// Whether the user can be asked for it.
     [[nodiscard]] virtual bool canRequestPermission() const = 0;
 
-    /// Asks the user for it, where somebody can be asked. The answer shows in `hasPermission`, at some later time.
+    /// Asks the user for it, where that is possible. The answer shows in `hasPermission`, at some later time.
     virtual void requestPermission() = 0;
 
     /// The modifiers that the user's hands hold down now, as `KeyFlag` bits. Locks and posted events do not count.
     [[nodiscard]] virtual std::uint64_t heldModifiers() = 0;
 
-    /// Whether the key of our own hot key is still down. On some desktops it keeps all other keys from their receivers.
+    /// Whether the key of our own hot key is still down. On some desktops no other key reaches its receiver until then.
     [[nodiscard]] virtual bool isHotKeyHeld() = 0;
 
     /// Makes applications take what the user still holds for released, where the desktop would mix it with what is
     /// posted. It is not pressed again afterwards: the user may have let go.
     virtual void releaseHeldKeys() = 0;
 
-    /// A source for one run into a window, or null. Changes of the layout until now have been told before it returns.
+    /// A source for one run into a window, or null. Changes of the layout until now are reported before it returns.
     [[nodiscard]] virtual std::unique_ptr<KeyEventSource> makeSource(const DesktopWindow& window) = 0;
 };

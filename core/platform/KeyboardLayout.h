@@ -21,6 +21,6 @@ public:
     /// their control characters.
     [[nodiscard]] virtual std::string translate(std::uint16_t keyCode, Modifiers modifiers) = 0;
 
-    /// Calls `changed` after each change of the layout. There is one observer; an empty one ends the telling.
+    /// Calls `changed` after each change of the layout. There is one observer; an empty one ends it.
     virtual void observe(std::function<void()> changed) = 0;
 };

@@ -17,7 +17,7 @@ public:
     /// The time of day, which the user or the network may set at any moment: for what is stored and shown.
     [[nodiscard]] virtual Timestamp now() const = 0;
 
-    /// The time since some fixed moment, which nobody sets: for how long something may take.
+    /// The time since some fixed moment, which no clock setting changes: for measuring durations.
     [[nodiscard]] virtual std::chrono::nanoseconds steadyNow() const {
         return std::chrono::steady_clock::now().time_since_epoch();
     }

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <optional>
 
-/// The keys of a keyboard, by virtual key codes: settings, sequences and events speak of keys by them alone. A code is
-/// of a place on the keyboard, named after what a US one has there, whatever the layout gives.
+/// The keys of a keyboard, by virtual key codes: settings, sequences and events name keys by them alone. A code means a
+/// position on the keyboard, whatever the layout gives there; its name is what a US keyboard has at that position.
 namespace VirtualKey {
 
 /// The codes are Carbon's (HIToolbox/Events.h: kVK_ANSI_A and so on). What is Insert here, Carbon calls Help.

@@ -8,6 +8,6 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    /// Hands a URL to the program that the user has for it. Whether that worked is not told.
+    /// Hands a URL to the program that the user has for it. Whether that worked is unknown.
     virtual void openURL(std::string_view url) = 0;
 };

@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-/// A keyboard that nobody may post on.
+/// A keyboard that takes no posted keys.
 class NoKeyboard final : public KeyboardEvents {
 public:
     [[nodiscard]] bool hasPermission() override { return false; }
@@ -28,7 +28,7 @@ public:
     void observe(std::function<void()>) override {}
 };
 
-/// A desktop that tells of no application.
+/// A desktop that shows no application.
 class NoApplications final : public Applications {
 public:
     [[nodiscard]] std::shared_ptr<RunningApplication> frontmost() override { return nullptr; }
@@ -46,8 +46,8 @@ public:
     void unregisterHotKey(Identifier) override {}
 };
 
-/// What stands in where the desktop offers nothing to type with: auto-type tells that it lacks the permission, and the
-/// hot key stays unregistered. All else of the program works.
+/// The implementation for a desktop that offers nothing to type with: auto-type reports that it lacks the permission,
+/// and the hot key stays unregistered. All else of the program works.
 struct NoDesktop {
     NoKeyboard keyboard;
     NoLayout layout;

@@ -8,8 +8,8 @@ namespace FileAttributes {
 
 struct Copied {
     int failure = 0;  // errno where one could not be set for want of room or by a fault of the disk
-    /// Whether who may read the new file is told by the mode of the old one. Where an access list could not be carried
-    /// over, the mode's bits for the group are those of the list's mask, and may grant the group more than it had.
+    /// Whether the mode of the old file says who may read the new one. Where an access list could not be carried over,
+    /// the mode's bits for the group are those of the list's mask, and may grant the group more than it had.
     bool isAccessKnown = true;
 };
 

@@ -17,7 +17,7 @@ auto untilNotInterrupted(Call call) {
     return result;
 }
 
-/// An open file that is closed with its owner. Negative when opening failed, errno telling why.
+/// An open file that is closed with its owner. Negative when opening failed, with the reason in errno.
 class FileHandle {
 public:
     FileHandle(FileSystemCalls& calls, int folder, const char* path, int flags, mode_t mode = 0)

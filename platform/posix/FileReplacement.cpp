@@ -172,7 +172,8 @@ std::filesystem::path FileReplacement::followLinks() const {
     fail(ELOOP);
 }
 
-// A file that no one may write was protected by somebody, and a rename would not ask: so it is refused, also for root.
+// A file that is not writable was protected on purpose, and a rename would ignore that: so it is refused, also for
+// root.
 void FileReplacement::lookAtTarget() {
     if (m_name.empty() || m_name == "." || m_name == "..")
         fail(EISDIR);
@@ -218,7 +219,7 @@ void FileReplacement::makeLikeTarget(int file) const {
 /// The mode that goes with the owner and group that the file now has.
 ///
 /// Only root may give a file away, and a save must not be lost for that: a file that several people write belongs to
-/// whoever wrote it last. What the old group was granted, another group is not.
+/// the one who wrote it last. What the old group was granted, another group is not.
 mode_t FileReplacement::giveOwner(int file) const {
     constexpr auto sameOwner = static_cast<uid_t>(-1);
     const auto mode = m_targetStatus->st_mode & allModeBits;

@@ -17,8 +17,8 @@ public:
     /// @throws FileError.
     FileReplacement(FileSystemCalls& calls, std::filesystem::path file);
 
-    /// @throws FileError; the temporary file is gone then. The old content stands, unless the folder alone could not be
-    /// synced: then the new one stands, and whether it would outlive a loss of power is not known.
+    /// @throws FileError; the temporary file is gone then. The old content is there, unless the folder alone could not
+    /// be synced: then the new one is there, and whether it would outlive a loss of power is unknown.
     void write(ByteView content, const FileStore::BeforeReplacing& beforeReplacing);
 
     /// Puts `content` into a new file in the target's folder, made like the target. Its path; nothing where the name is

@@ -6,8 +6,8 @@
 
 #include <cstddef>
 
-/// The system calls that reading and saving are made of, each as its manual page tells: a negative result is a failure
-/// and its reason is in errno. They stand behind an interface so that tests can make any one of them fail.
+/// The system calls that reading and saving are made of, each as in its manual page: a negative result is a failure
+/// and its reason is in errno. They are behind an interface so that tests can make any one of them fail.
 class FileSystemCalls {
 public:
     virtual ~FileSystemCalls() = default;

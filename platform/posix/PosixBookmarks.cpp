@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr std::string_view mark = "brenvik-bookmark-1";
+constexpr std::string_view signature = "brenvik-bookmark-1";
 
-/// What tells one file from another, as a text: device, inode and time of birth. Empty where it cannot be told.
+/// The identity of a file, as a text: device, inode and time of birth. Empty where it is unknown.
 std::string identityOf(const std::filesystem::path& file) {
     struct statx status;
     if (statx(AT_FDCWD, file.c_str(), AT_SYMLINK_NOFOLLOW, STATX_INO | STATX_BTIME, &status) != 0 ||
@@ -44,7 +44,7 @@ std::optional<Bytes> PosixBookmarks::bookmark(const std::filesystem::path& file)
     if (error || !std::filesystem::exists(path, error))
         return std::nullopt;
     Bytes token;
-    for (const auto& line : {std::string(mark), identityOf(path)}) {
+    for (const auto& line : {std::string(signature), identityOf(path)}) {
         append(token, bytesOf(line));
         token.push_back('\n');
     }
@@ -54,14 +54,14 @@ std::optional<Bytes> PosixBookmarks::bookmark(const std::filesystem::path& file)
 
 std::optional<std::filesystem::path> PosixBookmarks::resolve(ByteView token) {
     const auto text = textOf(token);
-    const auto markEnd = text.find('\n');
-    const auto identityEnd = markEnd == std::string_view::npos ? markEnd : text.find('\n', markEnd + 1);
-    if (identityEnd == std::string_view::npos || text.substr(0, markEnd) != mark)
+    const auto signatureEnd = text.find('\n');
+    const auto identityEnd = signatureEnd == std::string_view::npos ? signatureEnd : text.find('\n', signatureEnd + 1);
+    if (identityEnd == std::string_view::npos || text.substr(0, signatureEnd) != signature)
         return std::nullopt;
     const std::filesystem::path path(text.substr(identityEnd + 1));
     if (!path.is_absolute() || path.native().find('\0') != std::string::npos)
         return std::nullopt;
-    const auto identity = text.substr(markEnd + 1, identityEnd - markEnd - 1);
+    const auto identity = text.substr(signatureEnd + 1, identityEnd - signatureEnd - 1);
     std::error_code error;
     if (identity.empty() || std::filesystem::exists(path, error))
         return path;

@@ -68,8 +68,8 @@ private:
             throw FileMessages::cannotRead(m_path, EINVAL, "bu bir dosya değil, aygıt");
     }
 
-    /// Up to one byte past the size that was told, which is how a growing file shows itself; to the end where none was
-    /// told, as of the files below /proc.
+    /// Up to one byte past the expected size, which is how a growing file shows itself; to the end where none is known,
+    /// as of the files below /proc.
     Bytes readToEnd(const FileHandle& file, std::size_t expectedSize) const try {
         Bytes content(expectedSize + 1);
         std::size_t filled = 0;

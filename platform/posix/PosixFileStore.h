@@ -16,7 +16,7 @@ public:
     /// Only regular files are read. A file that is being written is read again, and refused when it does not rest.
     [[nodiscard]] Bytes read(const std::filesystem::path& file) override;
 
-    /// As `FileReplacement` tells. A target that is write-protected, a folder or no regular file is refused.
+    /// As `FileReplacement` does. A target that is write-protected, a folder or no regular file is refused.
     void writeAtomically(const std::filesystem::path& file, ByteView content,
                          const BeforeReplacing& beforeReplacing) override;
     using FileStore::writeAtomically;

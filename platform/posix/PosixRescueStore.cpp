@@ -33,7 +33,7 @@ std::string prefixFor(const std::filesystem::path& vault) {
     return hexadecimal(Sha2::sha256(bytesOf(path.native()))) + "-";
 }
 
-/// A file while nobody else has it locked; none otherwise.
+/// A file that no other process has locked; none otherwise.
 class Unheld {
 public:
     explicit Unheld(const std::filesystem::path& file)

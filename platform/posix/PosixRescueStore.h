@@ -6,9 +6,9 @@
 
 #include <map>
 
-/// The copies in one folder that its user alone can enter. A name tells a vault by a hash of its path, so that the
-/// folder's content names no folder. A copy that a session writes is locked, so that another one that runs does not
-/// offer it; the lock ends with the process, however that ends.
+/// The copies in one folder that its user alone can enter. A name has a hash of the vault's path, so that the
+/// folder's content names no other folder. A copy that a session writes is locked, so that another one that runs does
+/// not offer it; the lock ends with the process, however that ends.
 class PosixRescueStore final : public RescueStore {
 public:
     /// The folder is made once there is something to keep.

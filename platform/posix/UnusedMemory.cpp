@@ -13,7 +13,7 @@ namespace {
 // Painting a window goes deepest, and not as deep as this.
 constexpr std::size_t deepestStack = 512 * 1024;
 
-/// Short texts lie in the frames of the functions that had them, which nobody wipes.
+/// Short texts remain in the frames of functions that have returned.
 [[gnu::noinline]] void wipeStackOfEndedCalls() noexcept {
     std::uint8_t unused[deepestStack];
     secureWipe(unused, sizeof unused);

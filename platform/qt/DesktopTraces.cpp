@@ -26,7 +26,7 @@ Function* busFunction(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_DEFAULT, name));
 }
 
-/// Takes each message that is kept and makes it too long to be kept again; it is sent to nobody.
+/// Takes each message that is kept and makes it too long to be kept again. None is sent.
 void dropKeptMessages() {
     auto* const make = busFunction<void*(int)>("dbus_message_new");
     auto* const append = busFunction<unsigned(void*, int, ...)>("dbus_message_append_args");

@@ -9,9 +9,9 @@
 
 class QSocketNotifier;
 
-/// The kernel's notices, on Qt's event loop: of the file, of its folder, since most programs put a new file in its
-/// place, and of the mounts, since a disk that comes tells no folder. A change that another machine makes on a network
-/// disk has no notice.
+/// The kernel's notices, on Qt's event loop: on the file; on its folder, since most programs replace the file; on the
+/// mounts, since a disk that comes changes no folder. There is none on a change that another machine makes on a network
+/// disk.
 class QtFileWatcher final : public QObject, public FileWatcher {
 public:
     explicit QtFileWatcher(QObject* parent = nullptr);
@@ -24,7 +24,7 @@ private:
 
     QFileSystemWatcher m_watcher;
     QFile m_mounts;
-    QSocketNotifier* m_mountNotifier = nullptr;  // null where the system does not tell of mounts
+    QSocketNotifier* m_mountNotifier = nullptr;  // null where the system gives no notice of mounts
     std::optional<std::filesystem::path> m_file;
     Noticed m_noticed;
 };

@@ -8,8 +8,8 @@
 #include <span>
 #include <string_view>
 
-/// A text under markers, for the clipboard. Its bytes lie in one place, which is overwritten when the data goes; a
-/// paste that is served from it shares that place.
+/// A text under marker types, for the clipboard. Its bytes are in one buffer, which is overwritten at the data's end; a
+/// paste that is served from it shares that buffer.
 class SecretMimeData final : public QMimeData {
 public:
     SecretMimeData(std::string_view text, std::span<const std::string_view> markerTypes);
@@ -17,7 +17,7 @@ public:
     SecretMimeData& operator=(const SecretMimeData&) = delete;
     ~SecretMimeData() override;
 
-    /// The markers in their order, the hint for clipboard managers, and the text's type.
+    /// The marker types in their order, the hint for clipboard managers, and the text's type.
     [[nodiscard]] QStringList formats() const override { return m_formats; }
 
 protected:

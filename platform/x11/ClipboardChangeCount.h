@@ -6,8 +6,8 @@
 
 struct xcb_connection_t;
 
-/// Counts the changes of the X clipboard, whoever makes them: our own writes, other programs' and the death of an
-/// owner. Reading the clipboard is no change.
+/// Counts all changes of the X clipboard: our own writes, those of other programs, and the end of an owner. Reading the
+/// clipboard is no change.
 class ClipboardChangeCount {
 public:
     /// Counts on a connection of its own to the display of the environment. Qt's would not do: its answers stay old
@@ -27,6 +27,6 @@ private:
 
     Connection m_connection;
     std::uint32_t m_clipboard;    // the selection's atom
-    std::uint8_t m_notification;  // the type of the event that tells of a change
+    std::uint8_t m_notification;  // the type of the event on a change
     std::int64_t m_value = 0;
 };

@@ -5,7 +5,7 @@
 
 #include <xcb/xcb.h>
 
-/// Which keys are down, whoever holds them, as it was when it was asked. None are where the connection is broken.
+/// The keys that are down, held by hands or by programs, at the time of construction. None on a broken connection.
 class DownKeys {
 public:
     explicit DownKeys(xcb_connection_t* connection)

@@ -5,8 +5,7 @@
 
 #include <cstdint>
 
-/// Which bits of a key event's state stand for the modifiers that have no fixed one. A modifier that the keyboard
-/// lacks has none.
+/// The bits of a key event's state for the modifiers that have no fixed one; 0 for a modifier that the keyboard lacks.
 struct ModifierBits {
     std::uint16_t alt = 0;
     std::uint16_t super = 0;

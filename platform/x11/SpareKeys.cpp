@@ -18,7 +18,7 @@ constexpr auto loan = 1s;     // from the last stroke until the keys are taken b
 constexpr auto lead = 200ms;  // from a loan to the first stroke
 constexpr auto rest = 1s;     // from a stroke to another character: by how much a program may lag behind
 constexpr auto readingTime =
-    100ms;  // from the last stroke to the end of the process, which somebody may be waiting for
+    100ms;  // from the last stroke to the end of the process, which a session's end may wait for
 
 // Symbols are Latin-1's code points, and beyond it the code points in a range of their own.
 constexpr xcb_keysym_t unicodeSymbols = 0x01000000;
@@ -40,7 +40,7 @@ bool isEmpty(std::span<const xcb_keysym_t> symbols) {
 }
 
 // As we lend a key: with and without Shift the same. It is our own, or was left by a program that crashed. A key of a
-// layout that gives one character has nothing in the second place.
+// layout that gives one character has no second symbol.
 bool isLent(std::span<const xcb_keysym_t> symbols) {
     return symbols.size() >= 2 && isCharacter(symbols[0]) && symbols[0] == symbols[1] &&
            std::ranges::all_of(symbols.subspan(2),
@@ -100,8 +100,8 @@ std::optional<xcb_keycode_t> SpareKeys::lendTo(char32_t character) {
     return key->keycode;
 }
 
-// A code that stands in our tables would be found there by the next search of the layout, and would outlive its loan in
-// what the search remembers.
+// A keycode that has a virtual key code would be found by the next search of the layout, and the cache of strokes would
+// outlive its loan.
 std::vector<SpareKeys::Key> SpareKeys::keys() const {
     const KeySymbols symbols(m_connection.get());
     const auto* setup = xcb_get_setup(m_connection.get());
@@ -119,7 +119,7 @@ bool SpareKeys::isExpected(const Key& key) const {
     return std::ranges::any_of(m_expected, [&](char32_t character) { return symbolOf(character) == key.symbol; });
 }
 
-// Rather one that nobody is expecting.
+// Rather one whose character is not expected.
 std::vector<SpareKeys::Key>::iterator SpareKeys::longestRested(std::vector<Key>& keys) const {
     return std::ranges::min_element(
         keys, {}, [this](const Key& key) { return std::pair(isExpected(key), m_times[key.keycode].struck); });

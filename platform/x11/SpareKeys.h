@@ -18,7 +18,7 @@
 ///
 /// A program that hears of a change asks the server for the map as it is by then, which may be later than the next
 /// change; and there are programs that hear of changes on another connection than of strokes, and so in any order. So a
-/// character has its key some time before its stroke and some time after it. Nobody waits for that as long as the
+/// character has its key some time before its stroke and some time after it. That delays no stroke as long as the
 /// characters are known ahead and there are about as many keys.
 class SpareKeys {
 public:
@@ -30,7 +30,7 @@ public:
     SpareKeys(const SpareKeys&) = delete;
     SpareKeys& operator=(const SpareKeys&) = delete;
 
-    /// Takes the keys back as soon as whoever got the last stroke will have read it.
+    /// Takes the keys back as soon as the receiver of the last stroke will have read it.
     ~SpareKeys();
 
     /// Whether a character can be lent a key at all: control characters have no symbol.
@@ -39,10 +39,10 @@ public:
     /// Whether the keyboard has any spare key.
     [[nodiscard]] bool areThere() const;
 
-    /// Tells what will be struck, after what was told before: the first of them get their keys now.
+    /// Announces what will be struck, after what was announced before: the first of them get their keys now.
     void expect(const Characters& characters);
 
-    /// Takes back all that was told.
+    /// Forgets all that was announced.
     void expectNothing() noexcept { m_expected = {}; }
 
     /// The key that gives the character with no modifier held, to be struck at once; nothing where there is no spare

@@ -25,7 +25,7 @@ std::optional<std::string> unlessEmpty(std::string text) {
 
 }  // namespace
 
-/// A process and the window of it that was in front. When that window goes, another one of the process stands in.
+/// A process and the window of it that was in front. When that window closes, another one of the process replaces it.
 class XApplications::Application final : public RunningApplication {
 public:
     Application(XApplications& desktop, xcb_window_t window, std::int64_t processIdentifier)
@@ -119,8 +119,8 @@ void XApplications::take(const xcb_property_notify_event_t& event) {
     if (event.window == m_ownWindow)
         m_serverTime = event.time;
     else if (event.window == m_connection.root() && event.atom == m_connection.atom("_NET_ACTIVE_WINDOW"))
-        if (const auto tell = m_activated)  // a copy: whoever is told may end the telling
-            tell();
+        if (const auto observer = m_activated)  // a copy: it may remove itself
+            observer();
 }
 
 void XApplications::activate(xcb_window_t window) {

@@ -13,11 +13,10 @@
 #include <memory>
 #include <string_view>
 
-/// The applications by their windows, as the window manager tells of them. Titles can be read whenever the display
-/// can.
+/// The applications by their windows, as the window manager lists them. Titles can be read whenever the display can.
 class XApplications final : public Applications {
 public:
-    /// The connection outlives it, and it outlives the applications that it tells of.
+    /// The connection outlives it, and it outlives the applications that it gives out.
     explicit XApplications(XConnection& connection);
     ~XApplications() override;
     XApplications(const XApplications&) = delete;

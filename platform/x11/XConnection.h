@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-/// A connection to the X server beside Qt's, whose events Qt's loop tells. If it breaks, there are no more answers and
-/// no more events, and nothing else happens.
+/// A connection to the X server beside Qt's, whose events come from Qt's loop. If it breaks, there are no more answers
+/// and no more events, and nothing else happens.
 class XConnection final : public QObject {
     Q_OBJECT
 
@@ -31,14 +31,14 @@ public:
     /// The atom of a name, which the server knows from then on.
     [[nodiscard]] xcb_atom_t atom(std::string_view name);
 
-    /// Returns when the server has done all that was asked of it; what it told meanwhile has been received.
+    /// Returns when the server has done all that was asked of it; its events until then have been received.
     void roundTrip();
 
-    /// Sends what is waiting, and tells the events that have come.
+    /// Sends what is waiting, and emits the events that have come.
     void drain();
 
 signals:
-    /// An event, told to all who care: an answer that one of them waits for brings along the events of others.
+    /// An event, for all listeners: an answer that one of them waits for brings along the events of others.
     void received(const xcb_generic_event_t& event);
 
 private:

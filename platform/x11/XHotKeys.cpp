@@ -16,7 +16,7 @@ namespace {
 constexpr int releasePollMilliseconds = 30;
 
 // Otherwise a key that is held looks like one that is pressed again and again.
-void tellRepeatsFromPresses(xcb_connection_t* connection) {
+void distinguishRepeats(xcb_connection_t* connection) {
     constexpr auto flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     const XAnswer<xcb_xkb_per_client_flags_reply_t> flags(xcb_xkb_per_client_flags_reply(
         connection, xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr));
@@ -78,7 +78,7 @@ void XHotKeys::useKeyboardExtension() {
     if (!usesKeyboardExtension(connection))
         return;
     m_keyboardEvent = xcb_get_extension_data(connection, &xcb_xkb_id)->first_event;
-    tellRepeatsFromPresses(connection);
+    distinguishRepeats(connection);
     selectChangesOfKeyboard(connection);
 }
 
@@ -103,7 +103,7 @@ bool XHotKeys::registerHotKey(const HotKey& hotKey, Identifier identifier) {
     if (!grab(combination))
         return false;
     m_combinations.push_back(combination);
-    tellState();
+    publishKey();
     if (m_heldKey != combination.keycode && isDown(combination.keycode))
         waitForRelease(combination.keycode);
     return true;
@@ -115,7 +115,7 @@ void XHotKeys::unregisterHotKey(Identifier identifier) {
         return;
     ungrab(*found);
     m_combinations.erase(found);
-    tellState();
+    publishKey();
 }
 
 bool XHotKeys::isDown(xcb_keycode_t keycode) const {
@@ -182,8 +182,8 @@ void XHotKeys::keyPressed(const xcb_key_press_event_t& event) {
     if (pressed == m_combinations.end())
         return;
     m_heldKey = event.detail;
-    if (const auto tell = m_pressed)  // a copy: whoever is told may remove it
-        tell(pressed->identifier);
+    if (const auto handler = m_pressed)  // a copy: it may remove itself
+        handler(pressed->identifier);
 }
 
 void XHotKeys::keyReleased(xcb_keycode_t keycode) {
@@ -193,12 +193,12 @@ void XHotKeys::keyReleased(xcb_keycode_t keycode) {
     m_untilReleased.stop();
 }
 
-// It was pressed for somebody else, and its repeats are not presses of ours.
+// It was pressed before the combination was ours, and its repeats are not presses of it.
 void XHotKeys::waitForRelease(xcb_keycode_t keycode) {
     m_heldKey = keycode;
     m_untilReleased.start();
 }
 
-void XHotKeys::tellState() {
+void XHotKeys::publishKey() {
     m_state.keycode = m_combinations.empty() ? xcb_keycode_t{0} : m_combinations.back().keycode;
 }

@@ -16,11 +16,11 @@
 #include <optional>
 #include <vector>
 
-/// Combinations of keys that are grabbed from the X server, by the key's place on the keyboard: Command is Ctrl, Option
-/// is Alt, Control is Super. NumLock and Caps Lock make no difference.
+/// Combinations of keys that are grabbed from the X server, by the key's position on the keyboard: Command is Ctrl,
+/// Option is Alt, Control is Super. NumLock and Caps Lock make no difference.
 ///
-/// A connection of its own keeps the presses apart from the program's other traffic. If it breaks, no press is told
-/// any more, and nothing else happens.
+/// A connection of its own keeps the presses apart from the program's other traffic. If it breaks, no more presses are
+/// reported, and nothing else happens.
 class XHotKeys final : public HotKeys {
 public:
     /// `state` outlives the hot keys. Needs Qt's loop.
@@ -50,14 +50,14 @@ private:
     void keyPressed(const xcb_key_press_event_t& event);
     void keyReleased(xcb_keycode_t keycode);
     void waitForRelease(xcb_keycode_t keycode);
-    void tellState();
+    void publishKey();
 
     std::unique_ptr<XConnection> m_connection;
     HotKeyState& m_state;
     ModifierBits m_bits;
-    std::optional<std::uint8_t> m_keyboardEvent;  // the type of the events that tell of another keyboard
+    std::optional<std::uint8_t> m_keyboardEvent;  // the type of the events on a change of the keyboard
     std::vector<Combination> m_combinations;
     std::function<void(Identifier)> m_pressed;
     xcb_keycode_t m_heldKey = 0;  // whose press counts no more until it is released; 0 when none
-    QTimer m_untilReleased;       // of a key whose release is told to others
+    QTimer m_untilReleased;       // polls a key whose release goes to another client
 };

@@ -15,8 +15,8 @@
 #include <cstdint>
 #include <string_view>
 
-/// The strokes of one run. X's events have no flags of their own: whoever receives them sees the keys that are down.
-/// So the modifiers of an event are held around it, as far as they are not held anyway.
+/// The strokes of one run. X's events have no flags of their own: their receiver sees the keys that are down. So the
+/// modifiers of an event are held around it, as far as they are not held anyway.
 class XKeyEventSource final : public KeyEventSource {
 public:
     /// The desktop; all of it outlives the source.

@@ -12,8 +12,8 @@
 #include <memory>
 #include <vector>
 
-/// The keyboard of an X server, posted on through its XTEST extension. Nobody can be asked for permission there: where
-/// the extension is, everybody has it.
+/// The keyboard of an X server, posted on through its XTEST extension. There is no permission to ask for: where the
+/// extension is, every program may use it.
 class XKeyboardEvents final : public KeyboardEvents {
 public:
     /// The desktop; all of it outlives the keyboard.

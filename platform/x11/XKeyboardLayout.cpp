@@ -27,7 +27,7 @@ const Event& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
 }
 
-// Keys that no key code stands for are lent to characters all the time, and mean nothing to a layout.
+// Keys without a key code are lent to characters all the time, and are no part of a layout.
 bool touchesOurKeys(const xcb_xkb_map_notify_event_t& change) {
     constexpr unsigned partsByKey = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_KEY_ACTIONS;
     if ((change.changed & ~partsByKey) != 0)
@@ -92,16 +92,16 @@ void XKeyboardLayout::selectEvents() {
     m_connection.roundTrip();
 }
 
-// The keymap is loaded when it is asked for: one change is told by several events, and loading waits for answers.
+// The keymap is loaded when it is needed: one change comes as several events, and loading waits for answers.
 void XKeyboardLayout::take(const xcb_generic_event_t& event) {
-    if (!tellsOfAChange(event))
+    if (!isChange(event))
         return;
     m_keymap.reset();
     if (m_changed)
         m_changed();
 }
 
-bool XKeyboardLayout::tellsOfAChange(const xcb_generic_event_t& event) const {
+bool XKeyboardLayout::isChange(const xcb_generic_event_t& event) const {
     if ((event.response_type & 0x7F) != m_eventType || as<XkbEvent>(event).deviceID != m_device)
         return false;
     switch (as<XkbEvent>(event).xkbType) {

@@ -31,7 +31,7 @@ public:
 private:
     void selectEvents();
     void take(const xcb_generic_event_t& event);
-    [[nodiscard]] bool tellsOfAChange(const xcb_generic_event_t& event) const;
+    [[nodiscard]] bool isChange(const xcb_generic_event_t& event) const;
     [[nodiscard]] const XKeymap* keymap();
 
     XConnection& m_connection;

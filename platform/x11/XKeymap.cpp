@@ -20,8 +20,8 @@ struct HeldKey {
     std::array<xcb_keycode_t, 2> usual;  // tried first
 };
 
-// In the order in which the keys are held. The symbol decides and not the place: users exchange Ctrl and Caps Lock, Alt
-// and Super. 92 is no real key; it is AltGr in every layout, also in those whose right Alt is an Alt.
+// In the order in which the keys are held. The symbol decides and not the position: users exchange Ctrl and Caps Lock,
+// Alt and Super. 92 is no real key; it is AltGr in every layout, also in those whose right Alt is an Alt.
 constexpr std::array heldKeys{HeldKey{KeyFlag::shift, XKB_KEY_Shift_L, {50, 62}},
                               HeldKey{KeyFlag::control, XKB_KEY_Super_L, {133, 134}},
                               HeldKey{KeyFlag::option, XKB_KEY_ISO_Level3_Shift, {108, 92}},

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Has the server serve nobody but us. What the keys bring about is seen by others afterwards.
+/// Has the server serve no other client. What the keys bring about reaches the others afterwards.
 class ServerToOurselves {
 public:
     explicit ServerToOurselves(xcb_connection_t* connection) : m_connection(connection) { xcb_grab_server(connection); }

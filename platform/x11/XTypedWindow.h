@@ -12,15 +12,15 @@
 #include <vector>
 
 /// The window that one run types into. X gives a key to the window that has the focus when the key is struck, and
-/// anybody may give the focus to another one at any time.
+/// any program may move the focus at any time.
 class XTypedWindow {
 public:
     /// The connection outlives it. A window that has gone by now, or whose number is another process's by now, is
     /// never in front.
     XTypedWindow(XConnection& connection, const DesktopWindow& window);
 
-    /// Strikes keys while nobody else is served, so that the focus is where it was looked at. False, with nothing
-    /// struck, where it is not in the window. Costs one answer of the server, some tens of microseconds.
+    /// Strikes keys while the server serves no other client, so that the focus cannot move in between. False, with
+    /// nothing struck, where the window does not have it. Costs one answer of the server, some tens of microseconds.
     [[nodiscard]] bool perform(const std::function<void()>& strike);
 
     /// As `KeyEventSource::follow` says.

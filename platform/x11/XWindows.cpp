@@ -13,7 +13,7 @@
 
 namespace {
 
-// In units of 4 bytes: no title that a match could be found in is longer, and whoever sets one may be hostile.
+// In units of 4 bytes: no title that a match could be found in is longer, and a program that sets one may be hostile.
 constexpr std::uint32_t longestText = 16 * 1024;
 constexpr std::uint32_t mostWindows = 64 * 1024;
 constexpr std::uint32_t allDesktops = 0xFFFFFFFF;

@@ -24,11 +24,11 @@ public:
 
     [[nodiscard]] bool exists(xcb_window_t window);
 
-    /// The process of a window that exists, as the server knows it, else as the window tells it. Windows of a program
+    /// The process of a window that exists, as the server knows it, else as the window says. Windows of a program
     /// that both know nothing of share a negative number.
     [[nodiscard]] std::int64_t processIdentifier(xcb_window_t window);
 
-    /// The same for ourselves; nothing where the server cannot tell.
+    /// The same for ourselves; nothing where the server does not know.
     [[nodiscard]] std::optional<std::int64_t> ownProcessIdentifier();
 
     /// Empty where there is none.

@@ -11,8 +11,8 @@ TEST(ObserversTest, areToldInTheOrderInWhichTheyCame) {
     const auto first = observers.add([&] { told += 'a'; });
     const auto second = observers.add([&] { told += 'b'; });
 
-    observers.tell();
-    observers.tell();
+    observers.notify();
+    observers.notify();
 
     EXPECT_EQ(told, "abab");
 }
@@ -29,8 +29,8 @@ TEST(ObserversTest, mayGoWhileAChangeIsTold) {
     });
     second = observers.add([&] { told += 'b'; });
 
-    observers.tell();
-    observers.tell();
+    observers.notify();
+    observers.notify();
 
     EXPECT_EQ(told, "a");
 }
@@ -45,9 +45,9 @@ TEST(ObserversTest, hearOfTheNextChangeWhenTheyComeDuringOne) {
             second = observers.add([&] { told += 'b'; });
     });
 
-    observers.tell();
+    observers.notify();
     EXPECT_EQ(told, "a");
-    observers.tell();
+    observers.notify();
     EXPECT_EQ(told, "aab");
 }
 
@@ -63,7 +63,7 @@ TEST(ObserversTest, mayDestroyWhatTheyObserve) {
     const auto first = observers->add([&] { observers.reset(); });
     const auto second = observers->add([&] { told = true; });
 
-    observers->tell();
+    observers->notify();
 
     EXPECT_TRUE(told);
 }
@@ -76,10 +76,10 @@ TEST(ObserversTest, keepTheirPlaceWhenASubscriptionMoves) {
         auto subscription = observers.add([&] { ++told; });
         kept = std::move(subscription);
     }
-    observers.tell();
+    observers.notify();
     EXPECT_EQ(told, 1);
 
     kept = Subscription();
-    observers.tell();
+    observers.notify();
     EXPECT_EQ(told, 1);
 }
