@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/x11/XHandle.h"
+
 #include <cstdint>
 #include <memory>
-
-struct xcb_connection_t;
 
 /// Counts all changes of the X clipboard: our own writes, those of other programs, and the end of an owner. Reading the
 /// clipboard is no change.
@@ -18,15 +18,10 @@ public:
     [[nodiscard]] std::int64_t value();
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t* connection) const noexcept;
-    };
-    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+    ClipboardChangeCount(XHandle handle, xcb_atom_t clipboard, std::uint8_t notification) noexcept;
 
-    ClipboardChangeCount(Connection connection, std::uint32_t clipboard, std::uint8_t notification) noexcept;
-
-    Connection m_connection;
-    std::uint32_t m_clipboard;    // the selection's atom
+    XHandle m_handle;
+    xcb_atom_t m_clipboard;       // the selection
     std::uint8_t m_notification;  // the type of the event on a change
     std::int64_t m_value = 0;
 };

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/x11/XHandle.h"
+
 #include <QObject>
 #include <QSocketNotifier>
 
@@ -21,9 +23,9 @@ public:
     /// Connects to the display of the environment; null where that fails. Needs Qt's loop.
     [[nodiscard]] static std::unique_ptr<XConnection> connected();
 
-    [[nodiscard]] xcb_connection_t* get() const noexcept { return m_connection.get(); }
+    [[nodiscard]] xcb_connection_t* get() const noexcept { return m_handle.get(); }
     [[nodiscard]] xcb_window_t root() const noexcept { return m_root; }
-    [[nodiscard]] bool isOpen() const;
+    [[nodiscard]] bool isOpen() const { return m_handle.isOpen(); }
 
     /// Whether the keyboard can have a key of that code. No key is there once the connection is broken.
     [[nodiscard]] bool hasKey(xcb_keycode_t keycode) const;
@@ -42,14 +44,9 @@ signals:
     void received(const xcb_generic_event_t& event);
 
 private:
-    struct Disconnect {
-        void operator()(xcb_connection_t* connection) const noexcept { xcb_disconnect(connection); }
-    };
-    using Connection = std::unique_ptr<xcb_connection_t, Disconnect>;
+    explicit XConnection(XHandle handle);
 
-    XConnection(Connection connection, int screen);
-
-    Connection m_connection;
+    XHandle m_handle;
     xcb_window_t m_root;
     std::map<std::string, xcb_atom_t, std::less<>> m_atoms;
     QSocketNotifier m_readable;  // goes before the connection

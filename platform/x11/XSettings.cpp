@@ -2,8 +2,7 @@
 #include "platform/x11/XSettings.h"
 
 #include "platform/x11/XAnswer.h"
-
-#include <xcb/xcb.h>
+#include "platform/x11/XHandle.h"
 
 #include <string>
 
@@ -49,46 +48,26 @@ private:
     bool m_isWhole = true;
 };
 
-class Connection {
-public:
-    Connection() : m_connection(xcb_connect(nullptr, &m_screen)) {}
-    ~Connection() { xcb_disconnect(m_connection); }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    [[nodiscard]] xcb_connection_t* get() const { return m_connection; }
-    [[nodiscard]] bool isOpen() const { return xcb_connection_has_error(m_connection) == 0; }
-    [[nodiscard]] xcb_atom_t atom(const std::string& name) const {
-        const auto cookie = xcb_intern_atom(m_connection, 1, static_cast<std::uint16_t>(name.size()), name.data());
-        const XAnswer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
-        return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-    }
-    [[nodiscard]] xcb_window_t owner(xcb_atom_t selection) const {
-        const auto cookie = xcb_get_selection_owner(m_connection, selection);
-        const XAnswer<xcb_get_selection_owner_reply_t> reply(
-            xcb_get_selection_owner_reply(m_connection, cookie, nullptr));
-        return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    }
-    [[nodiscard]] int screen() const { return m_screen; }
-
-private:
-    int m_screen = 0;
-    xcb_connection_t* m_connection;
-};
+xcb_window_t ownerOf(xcb_atom_t selection, const XHandle& display) {
+    const auto request = xcb_get_selection_owner(display.get(), selection);
+    const XAnswer<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(display.get(), request, nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
 
 }  // namespace
 
 std::optional<std::int32_t> integer(std::string_view name) {
-    const Connection connection;
-    if (!connection.isOpen())
+    const XHandle display;
+    if (!display.isOpen())
         return std::nullopt;
-    const auto selection = connection.atom("_XSETTINGS_S" + std::to_string(connection.screen()));
-    const auto settings = connection.atom("_XSETTINGS_SETTINGS");
+    const auto selection = display.existingAtom("_XSETTINGS_S" + std::to_string(display.screen()));
+    const auto settings = display.existingAtom("_XSETTINGS_SETTINGS");
     if (selection == XCB_ATOM_NONE || settings == XCB_ATOM_NONE)
         return std::nullopt;
-    const auto cookie =
-        xcb_get_property(connection.get(), 0, connection.owner(selection), settings, settings, 0, longestProperty / 4);
-    const XAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(), cookie, nullptr));
+    const auto request =
+        xcb_get_property(display.get(), 0, ownerOf(selection, display), settings, settings, 0, longestProperty / 4);
+    const XAnswer<xcb_get_property_reply_t> reply(xcb_get_property_reply(display.get(), request, nullptr));
     if (!reply || reply->format != 8)
         return std::nullopt;
     return integerIn({static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get())),
