@@ -7,6 +7,7 @@
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/SecretField.h"
 #include "core/clipboard/ClipboardService.h"
 
@@ -29,11 +30,9 @@ CustomFieldRow::CustomFieldRow(const Value& value, ClipboardService& clipboard, 
       m_isProtected(value.isProtected) {
     Accessible::setRole(*this, QAccessible::Grouping);
     m_key->setPlaceholderText(tr("Alan adı"));
-    m_key->setText(qtText(value.key));
-    m_key->setCursorPosition(0);
+    m_key->setWholeText(value.key);
     m_value->setPlaceholderText(tr("Değer"));
-    m_value->setSecret(qtText(value.value));
-    m_value->setCursorPosition(0);
+    m_value->setWholeText(value.value);
     m_value->setCopying([&clipboard](std::string_view secret) { clipboard.copySecret(secret); });
     connect(m_protection, &IconButton::clicked, this, [this] {
         m_isProtected = !m_isProtected;
@@ -74,12 +73,12 @@ void CustomFieldRow::resizeEvent(QResizeEvent* event) {
 }
 
 CustomFieldRow::Value CustomFieldRow::value() const {
-    return {.key = vaultText(m_key->text()), .value = m_value->secret(), .isProtected = m_isProtected};
+    return {.key = m_key->wholeText(), .value = m_value->secret(), .isProtected = m_isProtected};
 }
 
 /// The controls of all rows are called the same; a screen reader tells them apart by what is around them.
 void CustomFieldRow::tellName() {
-    setAccessibleName(m_key->text().isEmpty() ? tr("Adsız alan") : m_key->text());
+    setAccessibleName(m_key->text().isEmpty() ? tr("Adsız alan") : LongText::beginning(m_key->text()));
 }
 
 void CustomFieldRow::showProtection() {

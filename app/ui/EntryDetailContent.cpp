@@ -13,10 +13,11 @@
 #include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/MetaStat.h"
 #include "app/ui/components/Numbers.h"
+#include "app/ui/components/PagedText.h"
 #include "app/ui/components/SecretText.h"
-#include "app/ui/components/SelectableText.h"
 #include "core/clipboard/ClipboardService.h"
 
 #include <QVBoxLayout>
@@ -42,7 +43,7 @@ QWidget* flow(std::initializer_list<QWidget*> parts, int spacing) {
 
 /// What is typed, in the face of what is typed.
 Paragraph* sequenceText(const std::string& sequence) {
-    return new Paragraph(sequence.empty() ? QStringLiteral("—") : qtText(sequence), BrandFont::mono(12),
+    return new Paragraph(sequence.empty() ? QStringLiteral("—") : LongText::beginning(sequence), BrandFont::mono(12),
                          Palette::textSoft);
 }
 
@@ -53,10 +54,10 @@ QWidget* associationLines(const std::vector<AutoTypeWindowAssociation>& associat
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(Metric::s);
     for (const auto& association : associations) {
-        auto* const line =
-            flow({new TextLabel(qtText(association.window), BrandFont::bodyText(), Palette::text)}, Metric::xs);
+        auto* const line = flow(
+            {new TextLabel(LongText::beginning(association.window), BrandFont::bodyText(), Palette::text)}, Metric::xs);
         if (association.sequence)
-            line->layout()->addWidget(new TextLabel(QStringLiteral("→ ") + qtText(*association.sequence),
+            line->layout()->addWidget(new TextLabel(QStringLiteral("→ ") + LongText::beginning(*association.sequence),
                                                     BrandFont::mono(12), Palette::textSoft));
         column->addWidget(line);
     }
@@ -68,7 +69,7 @@ QWidget* versionLine(const KdbxEntry& version) {
     auto* const row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Metric::m);
-    const QString title = version.title.empty() ? EntryDetailContent::tr("Adsız") : qtText(version.title);
+    const QString title = version.title.empty() ? EntryDetailContent::tr("Adsız") : LongText::beginning(version.title);
     auto* const date = new TextLabel(brandFormatted(version.modified), BrandFont::secondary(), Palette::textSoft);
     date->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     row->addWidget(new TextLabel(title, BrandFont::bodyText(), Palette::text), 1);
@@ -140,7 +141,7 @@ Card* EntryDetailContent::addRowsCard() {
 void EntryDetailContent::addCredentials() {
     auto* const card = addRowsCard();
     const QString username = tr("Kullanıcı adı");
-    auto* const usernameRow = new FieldRow(username, qtText(m_entry.username));
+    auto* const usernameRow = valueRow(username, QStringLiteral("username"), m_entry.username);
     addCopy(*usernameRow, QStringLiteral("username"), username, !m_entry.username.empty(),
             [this] { m_environment.state.copyUsername(&m_entry); });
     card->content()->addWidget(usernameRow);
@@ -163,7 +164,7 @@ void EntryDetailContent::addLocation() {
     auto* const card = addRowsCard();
     if (!m_entry.url.empty()) {
         const QString address = tr("Adres");
-        auto* const row = new FieldRow(address, qtText(m_entry.url));
+        auto* const row = valueRow(address, QStringLiteral("url"), m_entry.url);
         auto* const open = new IconButton(QStringLiteral("arrow.up.right.square"), tr("Adresi tarayıcıda aç"));
         open->setObjectName(QStringLiteral("url.open"));
         open->setSides(Metric::controlHeight, rowSymbol);
@@ -182,7 +183,7 @@ void EntryDetailContent::addLocation() {
 FieldRow* EntryDetailContent::tagsRow() {
     auto* const tags = flow({}, Metric::s);
     for (const auto& tag : m_entry.tags)
-        tags->layout()->addWidget(new Badge(qtText(tag), Palette::textSoft));
+        tags->layout()->addWidget(new Badge(LongText::beginning(tag), Palette::textSoft));
     auto* const row = new FieldRow(tr("Etiketler"), tags);
     row->setLabelGap(widgetGap);
     return row;
@@ -199,10 +200,10 @@ void EntryDetailContent::addCustomFields() {
 }
 
 FieldRow* EntryDetailContent::customFieldRow(const std::string& name, const std::string& value) {
-    const QString label = qtText(name);
+    const QString label = LongText::beginning(name);
     const QString key = QStringLiteral("field ") + label;
     if (!m_entry.protectedCustomFields.contains(name)) {
-        auto* const row = new FieldRow(label, qtText(value));
+        auto* const row = valueRow(label, key, value);
         addCopy(*row, key, label, !value.empty(),
                 [this, name] { m_environment.clipboard.copyPlain(m_entry.customFields.at(name)); });
         return row;
@@ -219,6 +220,16 @@ FieldRow* EntryDetailContent::customFieldRow(const std::string& name, const std:
     });
     addCopy(*row, key, label, !value.empty(),
             [this, name] { m_environment.clipboard.copySecret(m_entry.customFields.at(name)); });
+    return row;
+}
+
+/// A value of a few lines, or else one whose pages are turned.
+FieldRow* EntryDetailContent::valueRow(const QString& label, const QString& key, const std::string& value) {
+    if (value.size() <= LongText::mostLetters)
+        return new FieldRow(label, qtText(value));
+    auto* const pages = new PagedText(label, key, value);
+    auto* const row = new FieldRow(label, pages);
+    connect(pages, &PagedText::turned, this, [this, row] { emit reflowed(row); });
     return row;
 }
 
@@ -269,8 +280,14 @@ void EntryDetailContent::addNotes() {
     if (m_entry.notes.empty())
         return;
     auto* const card = new Card(tr("Notlar"));
-    auto* const text = new SelectableText(tr("Notlar"), qtText(m_entry.notes));
-    text->setObjectName(QStringLiteral("notes"));
+    auto* const text = new PagedText(tr("Notlar"), QStringLiteral("notes"), m_entry.notes);
+    connect(text, &PagedText::turned, this, [this, text] { emit reflowed(text); });
+    if (text->pageCount() > 1) {
+        auto* const copy = new CopyButton(tr("Notlar"));
+        copy->setObjectName(QStringLiteral("notes.copy"));
+        connect(copy, &CopyButton::clicked, this, [this] { m_environment.clipboard.copyPlain(m_entry.notes); });
+        card->headingLine()->addWidget(copy);
+    }
     card->content()->addWidget(text);
     m_column->addWidget(card);
 }

@@ -56,6 +56,7 @@ private:
 
     Card* addRowsCard();
     [[nodiscard]] FieldRow* tagsRow();
+    [[nodiscard]] FieldRow* valueRow(const QString& label, const QString& key, const std::string& value);
     [[nodiscard]] FieldRow* customFieldRow(const std::string& name, const std::string& value);
     void addEye(FieldRow& row, SecretText& secret, const QString& key, const QString& field,
                 std::function<bool()> turnRound);

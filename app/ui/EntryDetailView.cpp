@@ -8,6 +8,7 @@
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/IconTile.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/components/LongText.h"
 
 #include <QApplication>
 #include <QScrollBar>
@@ -118,7 +119,7 @@ void EntryDetailView::show(const KdbxEntry& entry) {
 
 void EntryDetailView::showHeader() {
     m_tile->setIconID(m_entry->iconID);
-    m_title->setText(m_entry->title.empty() ? tr("Adsız kayıt") : qtText(m_entry->title));
+    m_title->setText(m_entry->title.empty() ? tr("Adsız kayıt") : LongText::beginning(m_entry->title));
 }
 
 /// Puts a new content in the old one's place. The control that has the focus gives it to its successor, and what was

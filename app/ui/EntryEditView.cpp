@@ -25,6 +25,8 @@
 #include <QHBoxLayout>
 #include <QPointer>
 
+#include <ranges>
+#include <string_view>
 #include <tuple>
 
 namespace {
@@ -34,11 +36,11 @@ constexpr QSize ideal(560, 640);
 constexpr double yearInSeconds = 31536000;  // of 365 days
 constexpr int narrowestPair = 400;          // below this, two fields stand one under the other
 
-QString joined(const std::vector<std::string>& tags) {
-    QStringList texts;
+std::string joined(const std::vector<std::string>& tags) {
+    std::string text;
     for (const auto& tag : tags)
-        texts.append(qtText(tag));
-    return texts.join(QStringLiteral(", "));
+        text += (text.empty() ? "" : ", ") + tag;
+    return text;
 }
 
 /// Whether a form shows the same of both.
@@ -49,12 +51,6 @@ bool haveSameFields(const KdbxEntry& a, const KdbxEntry& b) {
                         entry.customFields, entry.protectedCustomFields);
     };
     return fields(a) == fields(b);
-}
-
-/// Shows a value from its beginning, also where it is longer than the field.
-void fill(TextField& field, const std::string& text) {
-    field.setText(qtText(text));
-    field.setCursorPosition(0);
 }
 
 }  // namespace
@@ -102,7 +98,7 @@ void EntryEditView::makeControls() {
     m_useCustomSequence = new Toggle(tr("Özel sekans kullan"));
     m_customSequence = new TextField(tr("Sekans"));
     m_customSequence->setMono(true);
-    fill(*m_customSequence, std::string(AutoTypeService::defaultSequence));
+    m_customSequence->setWholeText(AutoTypeService::defaultSequence);
     m_defaultSequence = new Paragraph(tr("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
                                       BrandFont::secondary(), Palette::textSoft);
 
@@ -195,23 +191,22 @@ void EntryEditView::load() {
     if (!edit)
         return;
     const auto& entry = edit->entry;
-    m_title->setText(qtText(entry.title));
-    fill(*m_username, entry.username);
-    fill(*m_url, entry.url);
+    m_title->setWholeText(entry.title);
+    m_title->end(false);
+    m_username->setWholeText(entry.username);
+    m_url->setWholeText(entry.url);
     m_notes->setWholeText(qtText(entry.notes));
     m_icon->setIconID(entry.iconID);
     auto password = entry.password.value();
     const WipedAtEnd passwordEnd(password);
-    m_password->setSecret(qtText(password));
-    m_password->setCursorPosition(0);
-    m_tags->setText(joined(entry.tags));
-    m_tags->setCursorPosition(0);
+    m_password->setWholeText(password);
+    m_tags->setWholeText(joined(entry.tags));
     m_expires->setChecked(entry.expires);
     if (entry.expiryTime)
         m_expiryDate->setTimestamp(*entry.expiryTime);
     m_autoTypeEnabled->setChecked(entry.autoTypeEnabled);
     m_useCustomSequence->setChecked(entry.autoTypeSequence.has_value());
-    fill(*m_customSequence, entry.autoTypeSequence.value_or(m_preferences.defaultAutoTypeSequence()));
+    m_customSequence->setWholeText(entry.autoTypeSequence.value_or(m_preferences.defaultAutoTypeSequence()));
     for (const auto& [key, value] : entry.customFields)
         m_customFields->add({.key = key, .value = value, .isProtected = entry.protectedCustomFields.contains(key)});
 }
@@ -225,7 +220,7 @@ void EntryEditView::followVault() {
 
 void EntryEditView::showTitle() {
     setSubtitle(m_title->text());
-    setConfirmEnabled(!Text::trimmingWhitespace(vaultText(m_title->text())).empty());
+    setConfirmEnabled(!Text::trimmingWhitespace(m_title->wholeText()).empty());
 }
 
 void EntryEditView::showStrength() {
@@ -258,12 +253,12 @@ void EntryEditView::openGenerator() {
 KdbxEntry EntryEditView::editedEntry() const {
     const auto* const edit = std::get_if<Edit>(&m_mode);
     auto entry = edit ? edit->entry : KdbxEntry();
-    entry.title = Text::trimmingWhitespace(vaultText(m_title->text()));
-    entry.username = vaultText(m_username->text());
+    entry.title = Text::trimmingWhitespace(m_title->wholeText());
+    entry.username = m_username->wholeText();
     auto password = m_password->secret();
     const WipedAtEnd passwordEnd(password);
     entry.password = SecureString(password);
-    entry.url = Text::trimmingWhitespace(vaultText(m_url->text()));
+    entry.url = Text::trimmingWhitespace(m_url->wholeText());
     entry.notes = vaultText(m_notes->wholeText());
     entry.iconID = m_icon->iconID();
     takeTags(entry);
@@ -272,18 +267,20 @@ KdbxEntry EntryEditView::editedEntry() const {
     entry.autoTypeEnabled = m_autoTypeEnabled->isChecked();
     entry.autoTypeSequence.reset();
     if (m_useCustomSequence->isChecked())
-        entry.autoTypeSequence = vaultText(m_customSequence->text());
+        entry.autoTypeSequence = m_customSequence->wholeText();
     takeCustomFields(entry);
     return entry;
 }
 
+/// Those that nobody has touched stay as they are, also where one has a comma in it.
 void EntryEditView::takeTags(KdbxEntry& entry) const {
+    const auto text = m_tags->wholeText();
+    if (text == joined(entry.tags))
+        return;
     entry.tags.clear();
-    for (const auto& piece : m_tags->text().split(QLatin1Char(','))) {
-        const auto text = vaultText(piece);
-        if (const auto tag = Text::trimmingWhitespace(text); !tag.empty())
+    for (const auto piece : std::views::split(text, ','))
+        if (const auto tag = Text::trimmingWhitespace({piece.begin(), piece.end()}); !tag.empty())
             entry.tags.emplace_back(tag);
-    }
 }
 
 /// Of rows with one name the last has the value, and any can make it a protected one.

@@ -3,6 +3,7 @@
 
 #include "app/ui/Texts.h"
 #include "app/ui/components/Bidi.h"
+#include "app/ui/components/LongText.h"
 #include "core/autotype/UrlHost.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ constexpr std::size_t mostBytes = 4096;
 constexpr std::size_t rowsAhead = 16;
 
 QString shownText(std::string_view text) {
-    return qtText(text.substr(0, mostBytes));
+    return qtText(LongText::prefix(text, mostBytes));
 }
 
 QString titleOf(const KdbxEntry& entry) {

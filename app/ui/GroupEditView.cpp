@@ -110,13 +110,14 @@ void GroupEditView::load() {
     const auto* const edit = std::get_if<Edit>(&m_mode);
     if (!edit)
         return;
-    m_name->setText(qtText(edit->group.name));
+    m_name->setWholeText(edit->group.name);
+    m_name->end(false);
     m_notes->setWholeText(qtText(edit->group.notes));
     m_icon->setIconID(edit->group.iconID);
     const auto& sequence = edit->group.defaultAutoTypeSequence;
     m_useCustomSequence->setChecked(sequence.has_value());
     if (sequence)
-        m_customSequence->setText(qtText(*sequence));
+        m_customSequence->setWholeText(*sequence);
 }
 
 void GroupEditView::followVault() {
@@ -129,7 +130,7 @@ void GroupEditView::followVault() {
 }
 
 void GroupEditView::showConfirm() {
-    setConfirmEnabled(!Text::trimmingWhitespace(vaultText(m_name->text())).empty());
+    setConfirmEnabled(!Text::trimmingWhitespace(m_name->wholeText()).empty());
 }
 
 void GroupEditView::showSequence() {
@@ -150,12 +151,12 @@ bool GroupEditView::isRoot() const {
 KdbxGroup GroupEditView::editedGroup() const {
     const auto* const edit = std::get_if<Edit>(&m_mode);
     auto group = edit ? edit->group : KdbxGroup();
-    group.name = Text::trimmingWhitespace(vaultText(m_name->text()));
+    group.name = Text::trimmingWhitespace(m_name->wholeText());
     group.notes = vaultText(m_notes->wholeText());
     group.iconID = m_icon->iconID();
     group.defaultAutoTypeSequence.reset();
     if (m_useCustomSequence->isChecked())
-        group.defaultAutoTypeSequence = vaultText(m_customSequence->text());
+        group.defaultAutoTypeSequence = m_customSequence->wholeText();
     return group;
 }
 

@@ -2,6 +2,7 @@
 #include "app/ui/GroupTreeModel.h"
 
 #include "app/ui/Texts.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Numbers.h"
 
 #include <algorithm>
@@ -10,8 +11,7 @@ namespace {
 
 QString nameOf(const KdbxGroup& group) {
     constexpr std::size_t mostBytes = 4096;  // more than a row shows or a voice would speak
-    return group.name.empty() ? GroupTreeModel::tr("Adsız grup")
-                              : qtText(std::string_view(group.name).substr(0, mostBytes));
+    return group.name.empty() ? GroupTreeModel::tr("Adsız grup") : qtText(LongText::prefix(group.name, mostBytes));
 }
 
 }  // namespace

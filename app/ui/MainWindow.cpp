@@ -22,6 +22,7 @@
 #include "app/ui/WindowSizer.h"
 #include "app/ui/components/Bidi.h"
 #include "app/ui/components/IconTile.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Sheet.h"
 
 #include <QCloseEvent>
@@ -122,7 +123,7 @@ void MainWindow::takeFocus() {
 /// nothing tells of the vault.
 void MainWindow::showTitle() {
     const bool isLocked = m_state.isLocked();
-    auto name = Bidi::isolated(RowText::line(qtText(m_state.databaseName())));
+    auto name = Bidi::isolated(RowText::line(LongText::beginning(m_state.databaseName())));
     name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));  // what a name holds is no place for the star
     setWindowTitle(isLocked ? QStringLiteral("Brenvik") : name + QStringLiteral("[*] — Brenvik"));
     setWindowModified(!isLocked && m_state.isDirty());

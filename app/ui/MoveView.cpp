@@ -7,6 +7,7 @@
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Card.h"
+#include "app/ui/components/LongText.h"
 
 #include <QPainter>
 #include <QVBoxLayout>
@@ -87,12 +88,12 @@ std::optional<GroupTreeModel::Moving> MoveView::movingGroup() const {
 QString MoveView::subjectText() const {
     if (m_subject.groupID) {
         const auto* const group = GroupTree::findGroup(*m_state.root(), *m_subject.groupID);
-        return !group || group->name.empty() ? tr("Adsız grup") : qtText(group->name);
+        return !group || group->name.empty() ? tr("Adsız grup") : LongText::beginning(group->name);
     }
     if (m_subject.entryIDs.size() > 1)
         return tr("%1 kayıt").arg(m_subject.entryIDs.size());
     const auto* const entry = GroupTree::findEntry(*m_state.root(), *m_subject.entryIDs.begin());
-    return !entry || entry->title.empty() ? tr("Adsız kayıt") : qtText(entry->title);
+    return !entry || entry->title.empty() ? tr("Adsız kayıt") : LongText::beginning(entry->title);
 }
 
 /// The group that holds what moves, or the first of it; none once that has gone.

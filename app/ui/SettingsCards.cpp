@@ -115,7 +115,7 @@ void AutoTypeCard::arrange() {
 void AutoTypeCard::connectControls() {
     // A screen reader's change of the text is no typing.
     connect(m_sequence, &TextField::textChanged, &m_preferences,
-            [this](const QString& text) { m_preferences.setDefaultAutoTypeSequence(vaultText(text)); });
+            [this] { m_preferences.setDefaultAutoTypeSequence(m_sequence->wholeText()); });
     connect(m_reset, &Button::clicked, &m_preferences,
             [this] { m_preferences.setDefaultAutoTypeSequence(std::string(AutoTypeService::defaultSequence)); });
     connect(&m_preferences, &Preferences::defaultAutoTypeSequenceChanged, this, &AutoTypeCard::showSequence);
@@ -126,11 +126,12 @@ void AutoTypeCard::connectControls() {
 }
 
 void AutoTypeCard::showSequence() {
-    const QString sequence = qtText(m_preferences.defaultAutoTypeSequence());
-    if (m_sequence->text() == sequence)  // setting the same text would take the cursor to its end
+    const auto& sequence = m_preferences.defaultAutoTypeSequence();
+    if (m_sequence->wholeText() == sequence)  // setting the same text would take the cursor to its end
         return;
     const QSignalBlocker showing(m_sequence);
-    m_sequence->setText(sequence);
+    m_sequence->setWholeText(sequence);
+    m_sequence->end(false);
 }
 
 void AutoTypeCard::showPermission() {

@@ -4,6 +4,7 @@
 #include "app/ui/Symbol.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Painting.h"
 
 #include <QPainter>
@@ -37,10 +38,10 @@ void paintContent(QPainter& painter, const QRectF& area, const QString& text, co
 }  // namespace
 
 Badge::Badge(const QString& text, const QColor& tint, const QString& symbol, QWidget* parent)
-    : QWidget(parent), m_text(text), m_tint(tint), m_symbol(symbol) {
+    : QWidget(parent), m_text(LongText::beginning(text)), m_tint(tint), m_symbol(symbol) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     Accessible::setRole(*this, QAccessible::StaticText);
-    setAccessibleName(text);
+    setAccessibleName(m_text);
 }
 
 void Badge::setBare(bool isBare) {
@@ -49,8 +50,8 @@ void Badge::setBare(bool isBare) {
 }
 
 void Badge::setText(const QString& text) {
-    m_text = text;
-    setAccessibleName(text);
+    m_text = LongText::beginning(text);
+    setAccessibleName(m_text);
     updateGeometry();
     update();
 }

@@ -3,6 +3,7 @@
 
 #include "app/ui/Theme.h"
 #include "app/ui/components/Bidi.h"
+#include "app/ui/components/LongText.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -62,8 +63,12 @@ constexpr int widestHint = 420;  // a paragraph asks for no more, and takes what
 }  // namespace
 
 TextLabel::TextLabel(const QString& text, const QFont& font, const QColor& colour, QWidget* parent)
-    : QLabel(text, parent) {
+    : QLabel(LongText::beginning(text), parent) {
     dress(*this, font, colour);
+}
+
+void TextLabel::setText(const QString& text) {
+    QLabel::setText(LongText::beginning(text));
 }
 
 void TextLabel::setColour(const QColor& colour) {
@@ -129,12 +134,16 @@ void TextLabel::paintTabular(QPainter& painter, const QRect& area, const QString
 }
 
 Paragraph::Paragraph(const QString& text, const QFont& font, const QColor& colour, QWidget* parent)
-    : QLabel(text, parent) {
+    : QLabel(LongText::beginning(text), parent) {
     dress(*this, font, colour);
     // A paragraph's height follows from the width that it gets.
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
+}
+
+void Paragraph::setText(const QString& text) {
+    QLabel::setText(LongText::beginning(text));
 }
 
 void Paragraph::setMostLines(int count) {
@@ -146,7 +155,7 @@ void Paragraph::setMostLines(int count) {
 
 void Paragraph::layOut(QTextLayout& lines, int width) const {
     QTextOption option(QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::AlignAbsolute);
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(LongText::wrapMode(lines.text()));
     option.setTextDirection(lines.text().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     lines.setTextOption(option);
     lines.setFont(font());

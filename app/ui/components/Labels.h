@@ -13,6 +13,8 @@ class TextLabel : public QLabel {
 public:
     TextLabel(const QString& text, const QFont& font, const QColor& colour, QWidget* parent = nullptr);
 
+    /// Of a text of any length its beginning, in place of the label's own verb.
+    void setText(const QString& text);
     void setColour(const QColor& colour);
     void setElideMode(Qt::TextElideMode mode);
     /// Keeps room for the widest figures, so that a number that changes in place moves nothing. Its own figures stay
@@ -39,6 +41,8 @@ class Paragraph : public QLabel {
 public:
     Paragraph(const QString& text, const QFont& font, const QColor& colour, QWidget* parent = nullptr);
 
+    /// Of a text of any length its beginning, in place of the label's own verb.
+    void setText(const QString& text);
     /// What goes beyond so many lines is elided, with the whole text as the tooltip.
     void setMostLines(int count);
 

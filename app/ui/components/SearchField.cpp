@@ -17,6 +17,7 @@ constexpr int clearSide = 22;
 constexpr int narrowest = 120;
 constexpr int ideal = 260;
 constexpr int widest = 380;
+constexpr int mostLetters = 4000;  // more than anybody looks for, where a whole text was pasted
 
 }  // namespace
 
@@ -24,6 +25,7 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
     : TextField(placeholder, parent),
       m_clear(new IconButton(QStringLiteral("xmark.circle.fill"), tr("Aramayı temizle"), this)) {
     setPlaceholderText(placeholder);
+    setMaxLength(mostLetters);
     setMinimumWidth(narrowest);
     setMaximumWidth(widest);
     setLeadingRoom(glassSide + glassInset - 2);

@@ -63,7 +63,7 @@ void SecretField::setSecret(const QString& secret) {
 }
 
 std::string SecretField::secret() const {
-    return vaultText(text());
+    return wholeText();
 }
 
 void SecretField::setCopying(std::function<void(std::string_view)> copy) {
@@ -156,7 +156,7 @@ bool SecretField::deleteLine(const QKeyEvent& event) {
         selectAll();
     else
         return false;
-    if (hasSelectedText())
+    if (hasSelectedText() && !isReadOnly())
         del();
     return true;
 }
@@ -166,12 +166,14 @@ void SecretField::copy() const {
         return TextField::copy();
     if (!showsSecret() || !m_copy || !hasSelectedText())
         return;
-    auto secret = vaultText(selectedText());
+    auto secret = isAllSelected() ? wholeText() : vaultText(selectedText());
     m_copy(secret);
     wipe(secret);
 }
 
 void SecretField::cut() {
+    if (isReadOnly())
+        return;
     if (!m_isMasking)
         return TextField::cut();
     if (!showsSecret() || !m_copy || !hasSelectedText())
@@ -183,9 +185,9 @@ void SecretField::cut() {
 void SecretField::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
     const bool isCopied = hasSelectedText() && (!m_isMasking || (showsSecret() && m_copy));
-    menu.addAction(tr("Kes"), this, &SecretField::cut)->setEnabled(isCopied);
+    menu.addAction(tr("Kes"), this, &SecretField::cut)->setEnabled(isCopied && !isReadOnly());
     menu.addAction(tr("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
-    menu.addAction(tr("Yapıştır"), this, &SecretField::paste);
+    menu.addAction(tr("Yapıştır"), this, &SecretField::paste)->setEnabled(!isReadOnly());
     menu.addSeparator();
     menu.addAction(tr("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
     menu.exec(event->globalPos());

@@ -34,7 +34,7 @@ public:
 
 public slots:
     /// Copies what is selected as the secret that it is, in place of the line's own verb, which menus call by its name.
-    void copy() const;
+    void copy() const override;
     /// Likewise.
     void cut();
 

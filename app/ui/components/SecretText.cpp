@@ -3,6 +3,7 @@
 
 #include "app/state/WipedAtEnd.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/ShownSecrets.h"
 #include "core/text/Text.h"
 
@@ -92,12 +93,20 @@ SecretText::~SecretText() {
         ShownSecrets::noteEnd();
 }
 
+/// Of a secret of megabytes the beginning shows, and nothing else of it is needed here: who copies one copies its
+/// field.
 void SecretText::setSecret(SecureString secret) {
     m_secret = std::move(secret);
     if (m_isRevealed)
         ShownSecrets::noteEnd();
     auto text = m_secret.value();
     const WipedAtEnd textEnd(text);
+    if (const auto size = LongText::prefix(text, LongText::pageBytes).size(); size < text.size()) {
+        secureWipe(text.data() + size, text.size() - size);
+        text.resize(size);
+        text += "…";
+        m_secret = SecureString(text);
+    }
     m_dotCount = std::clamp(Text::characterCount(text), m_dots.fewest, m_dots.most);
     showAnew();
 }

@@ -2,8 +2,10 @@
 #include "app/ui/components/SelectableText.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/LongText.h"
 
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -21,7 +23,6 @@ SelectableText::SelectableText(const QString& name, const QString& text, QWidget
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setTabChangesFocus(true);
     setUndoRedoEnabled(false);
-    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     document()->setDocumentMargin(0);
@@ -34,7 +35,14 @@ SelectableText::SelectableText(const QString& name, const QString& text, QWidget
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
     ensurePolished();  // a style that comes later has the whole text laid out once more
+    showText(text);
+}
+
+void SelectableText::showText(const QString& text) {
+    m_heights.clear();
+    setWordWrapMode(LongText::wrapMode(text));
     setPlainText(text);
+    updateGeometry();
 }
 
 // A long text takes its time to be laid out, and layouts ask many times over for the same few widths.
@@ -57,6 +65,20 @@ QSize SelectableText::sizeHint() const {
 
 QSize SelectableText::minimumSizeHint() const {
     return {0, fontMetrics().height()};
+}
+
+void SelectableText::setWholeText(std::function<QString()> wholeText) {
+    m_wholeText = std::move(wholeText);
+}
+
+/// Who has selected all of a text that goes on elsewhere means all of it.
+QMimeData* SelectableText::createMimeDataFromSelection() const {
+    const auto selection = textCursor();
+    if (!m_wholeText || selection.selectionEnd() - selection.selectionStart() < document()->characterCount() - 1)
+        return QTextEdit::createMimeDataFromSelection();
+    auto* const data = new QMimeData;
+    data->setText(m_wholeText());
+    return data;
 }
 
 // What is around it scrolls.

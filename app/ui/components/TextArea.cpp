@@ -2,9 +2,11 @@
 #include "app/ui/components/TextArea.h"
 
 #include "app/ui/Theme.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Painting.h"
 
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 
 namespace {
@@ -31,15 +33,52 @@ TextArea::TextArea(const QString& name, QWidget* parent) : QPlainTextEdit(parent
 
 void TextArea::setWholeText(const QString& text) {
     m_givenText = text;
-    setPlainText(text);
+    setKept(LongText::isTooLongForArea(text));
+    setPlainText(m_isKept ? LongText::beginning(text) : text);
     document()->setModified(false);
 }
 
+void TextArea::setKept(bool isKept) {
+    m_isKept = isKept;
+    setReadOnly(isKept);
+    if (isKept)
+        setTextInteractionFlags(textInteractionFlags() | Qt::TextSelectableByKeyboard);
+    setToolTip(isKept ? LongText::whyItIsKept() : QString());
+    setAccessibleDescription(toolTip());
+}
+
 QString TextArea::wholeText() const {
-    if (!document()->isModified())
-        return m_givenText;
-    // The raw text keeps the blanks that do not break, which the plain one makes common ones.
+    return m_isKept || !document()->isModified() ? m_givenText : documentText();
+}
+
+/// The raw text keeps the blanks that do not break, which the plain one makes common ones.
+QString TextArea::documentText() const {
     return document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
+bool TextArea::isAllSelected() const {
+    const auto selection = textCursor();
+    return selection.hasSelection() &&
+           selection.selectionEnd() - selection.selectionStart() == document()->characterCount() - 1;
+}
+
+QMimeData* TextArea::createMimeDataFromSelection() const {
+    if (!m_isKept || !isAllSelected())
+        return QPlainTextEdit::createMimeDataFromSelection();
+    auto* const data = new QMimeData;
+    data->setText(m_givenText);
+    return data;
+}
+
+/// What would be too long to be edited afterwards is put in its place without being laid out.
+void TextArea::insertFromMimeData(const QMimeData* source) {
+    const auto selection = textCursor();
+    QString whole = documentText();
+    whole.replace(selection.selectionStart(), selection.selectionEnd() - selection.selectionStart(), source->text());
+    if (LongText::isTooLongForArea(whole))
+        setWholeText(whole);
+    else
+        QPlainTextEdit::insertFromMimeData(source);
 }
 
 QSize TextArea::sizeHint() const {
@@ -81,7 +120,10 @@ void TextArea::keyPressEvent(QKeyEvent* event) {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isReturn && event->modifiers().testFlag(Qt::ControlModifier))
         return event->ignore();
-    if (isReturn && event->modifiers().testFlag(Qt::ShiftModifier))
+    if (isReturn && event->modifiers().testFlag(Qt::ShiftModifier) && !isReadOnly())
         return insertPlainText(QStringLiteral("\n"));
+    const bool deletes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+    if (m_isKept && deletes && isAllSelected())
+        return setWholeText({});
     QPlainTextEdit::keyPressEvent(event);
 }

@@ -12,6 +12,8 @@ public:
 
     /// Sets and gives the text as it stands. A document of Qt's knows one kind of line end and one of blank only, so
     /// the text comes back to the letter as long as nobody has typed in it, and with line feeds once somebody has.
+    /// What is too long to be edited here shows its beginning and stays to the letter: it can be copied and deleted as
+    /// a whole, and not typed in.
     void setWholeText(const QString& text);
     [[nodiscard]] QString wholeText() const;
 
@@ -24,7 +26,14 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+    void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void setKept(bool isKept);
+    [[nodiscard]] QString documentText() const;
+    [[nodiscard]] bool isAllSelected() const;
+
     QString m_givenText;
+    bool m_isKept = false;  // too long to be edited
 };

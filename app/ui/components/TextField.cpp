@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/TextField.h"
 
+#include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Painting.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
 
@@ -32,7 +40,7 @@ TextField::TextField(const QString& name, QWidget* parent) : QLineEdit(parent) {
     setPalette(colours);
     showFont();
     showRoom();
-    connect(this, &TextField::textChanged, this, [this](const QString& text) { followHistory(text.size()); });
+    connect(this, &TextField::textChanged, this, [this](const QString& text) { followText(text); });
     connect(this, &TextField::selectionChanged, this, [this] { m_selection = selectionLength(); });
 }
 
@@ -63,7 +71,48 @@ void TextField::followHistory(qsizetype length) {
     m_length = length;
 }
 
+void TextField::setWholeText(std::string_view text) {
+    const bool isKept = LongText::isTooLongForField(text.size());
+    setKept(isKept ? std::optional(SecureString(text)) : std::nullopt);
+    showText(isKept ? LongText::beginning(text) : qtText(text));
+    setCursorPosition(0);
+}
+
+std::string TextField::wholeText() const {
+    return m_kept ? m_kept->value() : vaultText(text());
+}
+
+void TextField::setKept(std::optional<SecureString> text) {
+    if (!text && !m_kept)
+        return;
+    m_kept = std::move(text);
+    setReadOnly(m_kept.has_value());
+    setToolTip(m_kept ? LongText::whyItIsKept() : QString());
+    setAccessibleDescription(toolTip());
+}
+
+bool TextField::isAllSelected() const {
+    return hasSelectedText() && selectionLength() == text().size();
+}
+
+/// What is kept can be emptied, by whatever way; nothing else changes it, not even in part what shows of it.
+void TextField::followText(const QString& text) {
+    followHistory(text.size());
+    if (m_isShowing || !m_kept)
+        return;
+    if (text.isEmpty())
+        setKept(std::nullopt);
+    else
+        showText(LongText::beginning(m_kept->value()));
+}
+
 void TextField::replaceText(const QString& text) {
+    setKept(std::nullopt);
+    showText(text);
+}
+
+void TextField::showText(const QString& text) {
+    const QScopedValueRollback showing(m_isShowing, true);
     const bool wasEmpty = this->text().isEmpty();
     overwriteHistory();
     if (!text.isEmpty())
@@ -78,8 +127,11 @@ void TextField::overwriteHistory() {
     const QSignalBlocker quiet(this);
     setText({});
     m_isOverwriting = true;
+    const int most = maxLength();
+    setMaxLength(std::numeric_limits<int>::max());
     insert(QString(m_history, QLatin1Char(' ')));
     setText({});
+    setMaxLength(most);
     m_isOverwriting = false;
     m_length = 0;
     m_selection = 0;
@@ -117,6 +169,50 @@ bool TextField::event(QEvent* event) {
         }
     }
     return QLineEdit::event(event);
+}
+
+void TextField::copy() const {
+    if (m_kept && isAllSelected())
+        QApplication::clipboard()->setText(qtText(m_kept->value()));
+    else
+        QLineEdit::copy();
+}
+
+/// What would be too long to be edited afterwards is put in its place without being laid out.
+void TextField::paste() {
+    if (isReadOnly())
+        return;
+    const QString pasted = QApplication::clipboard()->text();
+    const auto length = std::min<qsizetype>(text().size() + pasted.size(), maxLength());
+    if (!LongText::isTooLongForField(static_cast<std::size_t>(length)))
+        return QLineEdit::paste();
+    QString whole = text();
+    const int start = hasSelectedText() ? selectionStart() : cursorPosition();
+    whole.replace(start, static_cast<int>(selectedText().size()), pasted);
+    setWholeText(vaultText(whole));
+}
+
+void TextField::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste) && !isReadOnly())
+        return paste();
+    if (!m_kept || !isAllSelected())
+        return QLineEdit::keyPressEvent(event);
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
+        clear();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+/// The line's own menu would copy no more than what shows.
+void TextField::contextMenuEvent(QContextMenuEvent* event) {
+    if (!m_kept)
+        return QLineEdit::contextMenuEvent(event);
+    QMenu menu(this);
+    menu.addAction(tr("Kopyala"), this, &TextField::copy)->setEnabled(hasSelectedText());
+    menu.addAction(tr("Tümünü Seç"), this, &TextField::selectAll);
+    menu.exec(event->globalPos());
 }
 
 void TextField::paintEvent(QPaintEvent* event) {

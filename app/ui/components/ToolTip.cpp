@@ -7,6 +7,7 @@
 #include "app/ui/components/Bidi.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/KeyNames.h"
+#include "app/ui/components/LongText.h"
 #include "app/ui/components/Painting.h"
 
 #include <QApplication>
@@ -27,8 +28,7 @@ using namespace std::chrono_literals;
 constexpr int sidePadding = 8;
 constexpr int padding = 5;
 constexpr int widestLine = 360;
-constexpr int gap = 4;                   // between the panel and what it is about
-constexpr qsizetype mostLetters = 2000;  // of a text that may be of any length
+constexpr int gap = 4;  // between the panel and what it is about
 constexpr std::chrono::milliseconds shortest = 10s;
 constexpr std::chrono::milliseconds perLetter = 40ms;  // more, for whoever reads
 
@@ -43,10 +43,6 @@ struct Present {
 Present& present() {
     static Present present;
     return present;
-}
-
-QString shortened(const QString& text) {
-    return text.size() <= mostLetters ? text : text.left(mostLetters) + QChar(0x2026);
 }
 
 /// Answers the events of all widgets.
@@ -128,7 +124,7 @@ void ToolTip::hideNow() {
 
 ToolTip::ToolTip(const QString& text, const QString& keyNames, QWidget& owner)
     : QWidget(owner.window(), Qt::ToolTip | Qt::BypassGraphicsProxyWidget),
-      m_lines(shortened(text).split(QLatin1Char('\n'))),
+      m_lines(LongText::beginning(text).split(QLatin1Char('\n'))),
       m_keyNames(keyNames) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -144,14 +140,14 @@ ToolTip::ToolTip(const QString& text, const QString& keyNames, QWidget& owner)
         size = {std::max(size.width(), part.width()), size.height() + part.height()};
     }
     resize(static_cast<int>(std::ceil(size.width())) + 2 * sidePadding, static_cast<int>(size.height()) + 2 * padding);
-    startTimer(shortest + perLetter * std::min(text.size(), mostLetters));
+    startTimer(shortest + perLetter * std::min(text.size(), LongText::mostLetters));
 }
 
 /// Lays out one line of the text, broken where it is wider than the panel may be; its size.
 QSizeF ToolTip::layOut(QTextLayout& layout, qsizetype line) const {
     const QString& text = m_lines[line];
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(LongText::wrapMode(text));
     option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     const QString shown = Bidi::withQuotesIsolated(text);
     layout.setText(shown);
