@@ -1,12 +1,10 @@
 # SPDX-License-Identifier: MIT
-"""What a screen reader says by itself, and in which order it reads a screen."""
+"""What a screen reader says by itself."""
 
 import subprocess
 
-import desktop
 import testcase
-from desktop import (Announcements, Atspi, act_by_name, children_of, choose_in_menu, click, click_with, has_state,
-                     press, type_text, wait_for)
+from desktop import Announcements, act_by_name, choose_in_menu, click, click_with, press, type_text, wait_for
 from testcase import DesktopTest, clipboard_text
 
 
@@ -84,42 +82,6 @@ class ChangesTest(SpeechTest):
         depths = [row.get_description().rpartition(", ")[2] for row in
                   (self.program.row("Gruplar", "Kasam"), self.program.row("Gruplar", "Bankacılık"), inner)]
         self.assertEqual(depths, ["düzey 1", "düzey 2", "düzey 3"])
-
-
-class OrderTest(DesktopTest):
-    """A reader who goes through a screen from one node to the next meets them as the eye does."""
-
-    def faults(self, node=None):
-        """Siblings of which the later one stands wholly above the earlier one, or before it in the same line."""
-        found = []
-        children = [(child, child.get_extents(Atspi.CoordType.SCREEN)) for child in children_of(node or self.program.window)
-                    if has_state(child, Atspi.StateType.SHOWING)]
-        children = [(child, area) for child, area in children if area.width > 0 and area.height > 0]
-        for (one, first), (other, second) in zip(children, children[1:]):
-            is_above = second.y + second.height <= first.y
-            is_beside = second.y < first.y + first.height and first.y < second.y + second.height
-            if is_above or is_beside and second.x + second.width <= first.x:
-                found.append(f"{self.line(other)} comes after {self.line(one)} in {self.line(node)}")
-        return found + [fault for child, _ in children for fault in self.faults(child)]
-
-    @staticmethod
-    def line(node):
-        return f"{node.get_role_name()} {node.get_name()!r}" if node else "the program"
-
-    def check(self, screen):
-        self.assertEqual(self.faults(), [], screen)
-
-    def test_the_card_is_read_as_it_is_seen(self):
-        self.check("the chooser")
-        press("ctrl+n")
-        self.answer_file_panel(self.program.home / "Yeni.kdbx")
-        self.program.node("password text", "Parolayı doğrula")
-        type_text("abc")
-        self.check("the card to seal")
-        self.choose_vault()
-        self.enter_password("yanlis")
-        wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
-        self.check("the card with a failure")
 
 
 if __name__ == "__main__":

@@ -12,6 +12,9 @@
 #include <QLineEdit>
 #include <QMenu>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 constexpr auto roleProperty = "accessibleRole";
@@ -77,6 +80,16 @@ private:
     QAbstractButton& m_button;
 };
 
+/// What Qt tells of as a plain widget of that role.
+struct PlainKind {
+    QLatin1String className;
+    QAccessible::Role role;
+};
+constexpr std::array plainKinds{PlainKind{QLatin1String("QWidget"), QAccessible::Client},
+                                PlainKind{QLatin1String("QSplitter"), QAccessible::Splitter},
+                                PlainKind{QLatin1String("QDialog"), QAccessible::Dialog},
+                                PlainKind{QLatin1String("QMessageBox"), QAccessible::AlertMessage}};
+
 QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     if (object == qApp)
         return new ApplicationAccessible;
@@ -90,9 +103,8 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     const auto property = widget->property(roleProperty);
     if (!property.isValid()) {
         // For a kind that has an object of its own, Qt asks before it comes to the base class.
-        if (className == QLatin1String("QWidget"))
-            return new OrderedAccessible(widget);
-        return className == QLatin1String("QSplitter") ? new OrderedAccessible(widget, QAccessible::Splitter) : nullptr;
+        const auto kind = std::ranges::find(plainKinds, className, &PlainKind::className);
+        return kind != plainKinds.end() ? new OrderedAccessible(widget, kind->role) : nullptr;
     }
     const auto role = static_cast<QAccessible::Role>(property.toInt());
     if (auto* const button = qobject_cast<QAbstractButton*>(widget))

@@ -4,8 +4,8 @@
 #include <QAccessibleWidget>
 #include <QList>
 
-/// A widget whose parts a screen reader meets as the eye does: line by line, and along the line of writing. Qt's own
-/// has them in the order in which they were made, or last raised.
+/// A widget whose parts a screen reader meets as the eye does: line by line, along the line of writing, and what a
+/// layout of its own holds together. Qt's own has them in the order in which they were made, or last raised.
 class OrderedAccessible final : public QAccessibleWidget {
 public:
     using QAccessibleWidget::QAccessibleWidget;
