@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
+#include "app/state/FailureText.h"
 #include "app/state/GroupTree.h"
 #include "app/state/OpenableURL.h"
 #include "app/state/Preferences.h"
@@ -87,11 +88,16 @@ std::optional<std::string> AppState::groupSequence(UUID entryID) const {
 
 // Typing outlives the state, which may hear of its failure.
 void AppState::startTyping(std::vector<AutoTypeAction> actions) {
-    m_services.autoTyping.perform(
-        std::move(actions), [state = QPointer<AppState>(this)](const std::optional<std::string>& failureDescription) {
-            if (state && failureDescription)
-                state->setLastError(failureDescription);
-        });
+    m_services.autoTyping.perform(std::move(actions),
+                                  [state = QPointer<AppState>(this)](const std::exception_ptr& failure) {
+                                      if (!state || !failure)
+                                          return;
+                                      try {
+                                          std::rethrow_exception(failure);
+                                      } catch (...) {
+                                          state->setLastError(failureText());
+                                      }
+                                  });
 }
 
 void AppState::touchAccessed(UUID id) {

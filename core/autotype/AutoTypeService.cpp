@@ -9,7 +9,6 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <new>
 #include <utility>
 
 namespace {
@@ -166,10 +165,8 @@ void AutoTypeService::endRun() {
 Coroutine AutoTypeService::work(Run& run) {
     try {
         co_await type(run);
-    } catch (const std::bad_alloc&) {
-        run.failure = "Bu işlem için yeterli bellek yok.";
-    } catch (const std::exception& error) {
-        run.failure = error.what();
+    } catch (...) {
+        run.failure = std::current_exception();
     }
     endSoon();
 }

@@ -127,7 +127,7 @@ private:
         std::string applicationName;                 // while its window was there
         bool isActivated = false;                    // whether the target had to be brought to the front
         Sleeper sleeper;
-        std::optional<std::string> failure;
+        std::exception_ptr failure;
         std::optional<Coroutine> coroutine;  // goes first; none before its turn
     };
 

@@ -3,21 +3,19 @@
 
 #include "core/autotype/AutoTypeAction.h"
 
+#include <exception>
 #include <functional>
-#include <optional>
-#include <string>
 #include <vector>
 
 /// Typing into the application that was in front, as far as a caller needs it.
 class AutoTyping {
 public:
-    using Done = std::function<void(std::optional<std::string> failureDescription)>;
+    using Done = std::function<void(std::exception_ptr failure)>;  // null where there was none
 
     virtual ~AutoTyping() = default;
 
     /// Performs the actions in their order in the application that is the target now, which takes its time: the call
-    /// returns before anything is done. `done` is called at the end with the failure for the user, or with none. What
-    /// was typed before a failure stays typed.
+    /// returns before anything is done. `done` is called at the end. What was typed before a failure stays typed.
     virtual void perform(std::vector<AutoTypeAction> actions, Done done) = 0;
 
     /// Ends all that is performed or waits for its turn, where it is: no key is struck after this call and none stays

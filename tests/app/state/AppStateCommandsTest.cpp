@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "core/autotype/AutoTypeError.h"
 #include "core/autotype/AutoTypeSequence.h"
 #include "tests/app/state/StateFakes.h"
 
@@ -286,9 +287,18 @@ TEST_F(AppStateCommandsTest, aFailureOfTheTypingBecomesTheLastError) {
     state->performAutoType();
     clock.advance(0s);
 
-    autoTyping.done("Yazılacak hedef uygulama bulunamadı.");
+    autoTyping.done(std::make_exception_ptr(AutoTypeError::noTargetApplication()));
 
     EXPECT_EQ(state->lastError(), "Yazılacak hedef uygulama bulunamadı.");
+}
+
+TEST_F(AppStateCommandsTest, memoryThatRanOutWhileTypingBecomesTheLastError) {
+    state->performAutoType();
+    clock.advance(0s);
+
+    autoTyping.done(std::make_exception_ptr(std::bad_alloc()));
+
+    EXPECT_EQ(state->lastError(), "Bu işlem için yeterli bellek yok.");
 }
 
 TEST_F(AppStateCommandsTest, typingThatSucceedsShowsNothingAndLeavesAnOlderBanner) {
@@ -296,7 +306,7 @@ TEST_F(AppStateCommandsTest, typingThatSucceedsShowsNothingAndLeavesAnOlderBanne
     state->performAutoType();
     clock.advance(0s);
 
-    autoTyping.done(std::nullopt);
+    autoTyping.done(nullptr);
 
     EXPECT_EQ(state->lastError(), "eski");
     EXPECT_EQ(state->statusMessage(), std::nullopt);
@@ -306,7 +316,7 @@ TEST_F(AppStateCommandsTest, aStateThatGoesBeforeTypingBeginsOrEndsIsLeftAlone) 
     state->performAutoType();
     state.reset();
 
-    autoTyping.done("Klavye olayı oluşturulamadı.");
+    autoTyping.done(std::make_exception_ptr(AutoTypeError::eventCreationFailed()));
 }
 
 TEST_F(AppStateCommandsTest, aCountdownOutlivesTheStateThatStartedIt) {

@@ -32,7 +32,7 @@ public:
 
     void perform(std::vector<AutoTypeAction> list, Done done) override {
         actions += list.size();
-        done(std::nullopt);
+        done(nullptr);
     }
     void stop() override {}
 };

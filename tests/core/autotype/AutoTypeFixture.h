@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/autotype/AutoTypeService.h"
+#include "tests/support/Description.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/FakeScheduler.h"
 
@@ -29,9 +30,9 @@ struct AutoTypeFixture {
     /// Asks for a run; the outcome shows once it has ended.
     std::shared_ptr<Ended> begin(std::vector<AutoTypeAction> actions) {
         auto outcome = std::make_shared<Ended>();
-        service->perform(std::move(actions), [outcome](std::optional<std::string> failure) {
+        service->perform(std::move(actions), [outcome](const std::exception_ptr& failure) {
             EXPECT_FALSE(outcome->ended);
-            *outcome = {.ended = true, .failure = std::move(failure)};
+            *outcome = {.ended = true, .failure = descriptionOf(failure)};
         });
         return outcome;
     }

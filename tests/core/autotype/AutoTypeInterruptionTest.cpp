@@ -85,11 +85,11 @@ TEST_F(AutoTypeInterruptionTest, passesOverAModifierThatCannotBeReleased) {
                                      "140 up 7 flags a0000", "160 up *56", "185 down 16", "185 up 16"));
 }
 
-TEST_F(AutoTypeInterruptionTest, tellsOfMemoryThatRanOutAndOfAnythingElseThatFails) {
+TEST_F(AutoTypeInterruptionTest, reportsMemoryThatRanOutAndAnythingElseThatFails) {
     desktop.keyboard.refuses = [](const KeyEvent& event) -> bool {
         return event.kind == KeyEvent::Kind::key && event.down ? throw std::bad_alloc() : false;
     };
-    EXPECT_EQ(type({Action::text("x")}), "Bu işlem için yeterli bellek yok.");
+    EXPECT_EQ(type({Action::text("x")}), std::bad_alloc().what());
     EXPECT_THAT(leftPressed(), IsEmpty());
 
     desktop.keyboard.refuses = [](const KeyEvent& event) -> bool {
@@ -130,7 +130,7 @@ TEST_F(AutoTypeInterruptionTest, endsAtTheNextPauseWhenItIsCancelled) {
     clock.advance(500ms);
 
     service->cancel();
-    EXPECT_EQ(outcome->ended, false);  // the end is told from the loop
+    EXPECT_EQ(outcome->ended, false);  // the end is reported from the loop
     clock.advance(0s);
 
     EXPECT_EQ(outcome->failure, cancelled);

@@ -8,6 +8,7 @@
 #include "platform/x11/XKeyboardEvents.h"
 #include "platform/x11/XKeyboardLayout.h"
 #include "platform/x11/Xkb.h"
+#include "tests/support/Description.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -65,7 +66,8 @@ private:
         m_service.captureTarget();
         m_clock.start();
         m_service.perform(job["sequence"].toString().toStdString(), entryOf(job),
-                          [this](const std::optional<std::string>& failure) {
+                          [this](const std::exception_ptr& ended) {
+                              const auto failure = descriptionOf(ended);
                               answer({{"failure", failure ? QString::fromStdString(*failure) : QJsonValue()},
                                       {"seconds", static_cast<double>(m_clock.nsecsElapsed()) / 1e9}});
                           });

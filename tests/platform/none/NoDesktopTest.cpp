@@ -3,6 +3,7 @@
 
 #include "core/autotype/AutoTypeService.h"
 #include "core/autotype/HotKeyService.h"
+#include "tests/support/Description.h"
 #include "tests/support/FakeScheduler.h"
 
 using namespace std::chrono_literals;
@@ -21,7 +22,8 @@ TEST_F(NoDesktopTest, lacksThePermissionToTypeAlsoAfterAsking) {
     std::optional<std::string> failure;
     autoType.requestAccessibilityPermission();
 
-    autoType.perform({AutoTypeAction::text("a")}, [&](auto ended) { failure = ended; });
+    autoType.perform({AutoTypeAction::text("a")},
+                     [&](const std::exception_ptr& ended) { failure = descriptionOf(ended); });
     clock.advance(0s);
 
     EXPECT_FALSE(autoType.hasAccessibilityPermission());
