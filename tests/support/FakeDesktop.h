@@ -28,7 +28,7 @@ struct TypedEvent {
     Timestamp at;
 };
 
-/// What a window of another program came in place of.
+/// The window of another program that is in front, and the one that it replaced.
 struct FakeFront {
     DesktopWindow window;
     std::uint64_t cameInPlaceOf = 0;  // the number of a window; 0 where of none
@@ -180,7 +180,7 @@ private:
 
 class FakeApplications;
 
-/// An application that does as it is told.
+/// An application that does what a test says.
 class FakeApplication final : public RunningApplication, public std::enable_shared_from_this<FakeApplication> {
 public:
     FakeApplication(FakeApplications& desktop, std::int64_t pid, std::optional<std::string> windowTitle,
@@ -273,11 +273,11 @@ public:
     /// The user presses all combinations that are registered.
     void press() {
         for (const auto& [identifier, hotKey] : registered)
-            tell(identifier);
+            notify(identifier);
     }
 
-    /// The desktop tells of a press under an identifier, which may be an old one.
-    void tell(Identifier identifier) {
+    /// The desktop reports a press under an identifier, which may be an old one.
+    void notify(Identifier identifier) {
         if (m_pressed)
             m_pressed(identifier);
     }

@@ -43,11 +43,11 @@ protected:
         ASSERT_TRUE(recorder->isRecording());
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(recorder, key, modifiers); }
-    /// A press as the desktop sends it, of the key at that place of the keyboard. Whether it was taken.
+    /// A press as the desktop sends it, of the key at that position of the keyboard. Whether it was taken.
     bool pressAt(quint32 evdevCode, Qt::Key key, Qt::KeyboardModifiers modifiers, bool repeats = false) {
         return send({QEvent::KeyPress, key, modifiers, evdevCode + firstScanCode, 0, 0, {}, repeats});
     }
-    /// A press that names no place.
+    /// A press without a position.
     bool pressNamed(Qt::Key key, Qt::KeyboardModifiers modifiers) { return send({QEvent::KeyPress, key, modifiers}); }
     bool send(QKeyEvent event) {
         event.ignore();

@@ -260,7 +260,7 @@ TEST_F(AutoTypeWindowTest, endsAllRunsAtOnceWhenItIsStopped) {
     }
 }
 
-TEST_F(AutoTypeWindowTest, canBeStoppedByWhoeverHearsOfTheEndOfARun) {
+TEST_F(AutoTypeWindowTest, canBeStoppedFromTheEndOfARun) {
     service->perform({Action::text("a")}, [&](auto) { service->stop(); });
     service->perform({Action::text("b")}, [](auto) { FAIL(); });
 

@@ -126,7 +126,7 @@ TEST_F(HotKeyServiceTest, dropsAPressUnderAnUnknownIdentifier) {
     service->registerHotKey({}, count(pressed));
 
     for (const HotKeys::Identifier identifier : {0u, 2u, 4294967295u})
-        hotKeys.tell(identifier);
+        hotKeys.notify(identifier);
     clock.advance(0s);
 
     EXPECT_EQ(pressed, 0);
@@ -142,7 +142,7 @@ TEST_F(HotKeyServiceTest, isLeftWithoutACombinationWhenOneIsRefused) {
     EXPECT_THAT(hotKeys.registered, IsEmpty());
     EXPECT_EQ(hotKeys.installations - hotKeys.removals, 1);  // the handler stays
     for (const HotKeys::Identifier identifier : {1u, 2u})
-        hotKeys.tell(identifier);
+        hotKeys.notify(identifier);
     clock.advance(0s);
     EXPECT_EQ(pressed, 0);
 }
@@ -211,7 +211,7 @@ TEST_F(HotKeyServiceTest, canBeRegisteredAnewByItsOwnHandler) {
     EXPECT_EQ(pressed, 1);
 }
 
-TEST_F(HotKeyServiceTest, callsNobodyOnceItIsGone) {
+TEST_F(HotKeyServiceTest, callsNoHandlerOnceItIsGone) {
     const auto held = std::make_shared<int>();
     service->registerHotKey({}, [this, held] { ++pressed; });
     hotKeys.press();

@@ -291,28 +291,28 @@ TEST_F(ClipboardServiceTest, tellsItsObserversWhenAllIsSettled) {
 }
 
 TEST_F(ClipboardServiceTest, tellsItsObserversOfChangesAlone) {
-    int told = 0;
-    const auto subscription = service.observe([&] { ++told; });
+    int notifications = 0;
+    const auto subscription = service.observe([&] { ++notifications; });
 
     service.clearNow();
     service.copyPlain("açık");
     service.setClearAfter(0.4);
     service.copySecret("gizli");
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(notifications, 0);
 
     service.setClearAfter(12);
     service.copySecret("gizli");
     service.copySecret("gizli");
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(notifications, 1);
 }
 
 TEST_F(ClipboardServiceTest, forgetsAnObserverWhoseSubscriptionGoes) {
-    int told = 0;
+    int notifications = 0;
     {
-        const auto subscription = service.observe([&] { ++told; });
+        const auto subscription = service.observe([&] { ++notifications; });
     }
 
     service.copySecret("gizli");
 
-    EXPECT_EQ(told, 0);
+    EXPECT_EQ(notifications, 0);
 }

@@ -5,50 +5,50 @@
 
 using Subscription = Observers::Subscription;
 
-TEST(ObserversTest, areToldInTheOrderInWhichTheyCame) {
+TEST(ObserversTest, areNotifiedInTheOrderInWhichTheyCame) {
     Observers observers;
-    std::string told;
-    const auto first = observers.add([&] { told += 'a'; });
-    const auto second = observers.add([&] { told += 'b'; });
+    std::string notified;
+    const auto first = observers.add([&] { notified += 'a'; });
+    const auto second = observers.add([&] { notified += 'b'; });
 
     observers.notify();
     observers.notify();
 
-    EXPECT_EQ(told, "abab");
+    EXPECT_EQ(notified, "abab");
 }
 
-TEST(ObserversTest, mayGoWhileAChangeIsTold) {
+TEST(ObserversTest, mayGoDuringANotification) {
     Observers observers;
-    std::string told;
+    std::string notified;
     std::optional<Subscription> first;
     std::optional<Subscription> second;
     first = observers.add([&] {
-        told += 'a';
+        notified += 'a';
         first.reset();
         second.reset();
     });
-    second = observers.add([&] { told += 'b'; });
+    second = observers.add([&] { notified += 'b'; });
 
     observers.notify();
     observers.notify();
 
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(notified, "a");
 }
 
 TEST(ObserversTest, hearOfTheNextChangeWhenTheyComeDuringOne) {
     Observers observers;
-    std::string told;
+    std::string notified;
     std::optional<Subscription> second;
     const auto first = observers.add([&] {
-        told += 'a';
+        notified += 'a';
         if (!second)
-            second = observers.add([&] { told += 'b'; });
+            second = observers.add([&] { notified += 'b'; });
     });
 
     observers.notify();
-    EXPECT_EQ(told, "a");
+    EXPECT_EQ(notified, "a");
     observers.notify();
-    EXPECT_EQ(told, "aab");
+    EXPECT_EQ(notified, "aab");
 }
 
 TEST(ObserversTest, mayOutliveWhatTheyObserve) {
@@ -59,27 +59,27 @@ TEST(ObserversTest, mayOutliveWhatTheyObserve) {
 
 TEST(ObserversTest, mayDestroyWhatTheyObserve) {
     auto observers = std::make_unique<Observers>();
-    bool told = false;
+    bool notified = false;
     const auto first = observers->add([&] { observers.reset(); });
-    const auto second = observers->add([&] { told = true; });
+    const auto second = observers->add([&] { notified = true; });
 
     observers->notify();
 
-    EXPECT_TRUE(told);
+    EXPECT_TRUE(notified);
 }
 
-TEST(ObserversTest, keepTheirPlaceWhenASubscriptionMoves) {
+TEST(ObserversTest, stayInOrderWhenASubscriptionMoves) {
     Observers observers;
-    int told = 0;
+    int notified = 0;
     Subscription kept;
     {
-        auto subscription = observers.add([&] { ++told; });
+        auto subscription = observers.add([&] { ++notified; });
         kept = std::move(subscription);
     }
     observers.notify();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(notified, 1);
 
     kept = Subscription();
     observers.notify();
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(notified, 1);
 }

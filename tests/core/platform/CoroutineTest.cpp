@@ -88,7 +88,7 @@ TEST_F(CoroutineTest, takesNoStackForWhatDoesNotWait) {
     EXPECT_EQ(log.size(), 300'000u);
 }
 
-TEST_F(CoroutineTest, givesItsFailureToWhoeverAwaitsIt) {
+TEST_F(CoroutineTest, givesItsFailureToTheCoroutineThatAwaitsIt) {
     const auto atOnce = catching(failing(0ns));
     EXPECT_THAT(log, ElementsAre("failure"));
 
@@ -97,7 +97,7 @@ TEST_F(CoroutineTest, givesItsFailureToWhoeverAwaitsIt) {
     EXPECT_THAT(log, ElementsAre("failure", "failure"));
 }
 
-TEST_F(CoroutineTest, keepsAFailureThatNobodyAwaitsToItself) {
+TEST_F(CoroutineTest, keepsAFailureThatIsNotAwaitedToItself) {
     const auto coroutine = failing(1ms);
 
     clock.advance(1ms);

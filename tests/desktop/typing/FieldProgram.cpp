@@ -14,7 +14,7 @@ int main(int argumentCount, char* arguments[]) {
     QLineEdit field;
     const auto write = [&] {
         std::ofstream(newFile.toStdString()) << field.text().toStdString();
-        std::rename(newFile.toLocal8Bit(), file.toLocal8Bit());  // whoever reads finds a whole text
+        std::rename(newFile.toLocal8Bit(), file.toLocal8Bit());  // a reader finds a whole text
     };
     QObject::connect(&field, &QLineEdit::textChanged, write);
     field.setWindowTitle(QStringLiteral("Receiver"));

@@ -6,8 +6,7 @@
 #include <initializer_list>
 #include <memory>
 
-/// The user's hands on the keyboard of the display of the environment. Keys go by the numbers that X has for their
-/// places on it.
+/// The user's hands on the keyboard of the display of the environment. Keys go by X's keycodes.
 class Hands {
 public:
     static constexpr xcb_keycode_t a = 38, b = 56, x = 53, shift = 50, control = 37, alt = 64, super = 133,

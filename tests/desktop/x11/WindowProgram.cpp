@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A program with windows that tells nobody who it is. Each line of its input is a command, and each is answered with
-// a line: "create" makes a window and tells its number, "map N" shows it, "destroy N" ends it.
+// A program with windows that does not say who it is. Each line of its input is a command, and each is answered with
+// a line: "create" makes a window and answers with its number, "map N" shows it, "destroy N" ends it.
 // "refuse N" has it take no focus any more, "grab N" takes the key with Ctrl and Alt.
 #include <xcb/xcb.h>
 

@@ -24,7 +24,8 @@ constexpr HotKey superX{.keyCode = 7, .modifiers = hotKeyControl};
 class XHotKeysTest : public X11Test {
 protected:
     XHotKeysTest() {
-        EXPECT_TRUE(hotKeys->installHandler([this](HotKeys::Identifier identifier) { told.push_back(identifier); }));
+        EXPECT_TRUE(
+            hotKeys->installHandler([this](HotKeys::Identifier identifier) { reported.push_back(identifier); }));
     }
 
     void strikeCtrlAltA() { hands.strike({Hands::control, Hands::alt, Hands::a}); }
@@ -35,17 +36,17 @@ protected:
         return XHotKeys(XConnection::connected(), state).registerHotKey(hotKey, 1);
     }
 
-    /// Waits long enough for a press that must not be told.
+    /// Waits long enough for a press that must not be reported.
     static void letPressesCome() { passTime(150); }
 
     bool isTold(std::size_t times) {
-        return comesTrue([&] { return told.size() >= times; });
+        return comesTrue([&] { return reported.size() >= times; });
     }
 
     HotKeyState state;
     std::unique_ptr<XHotKeys> hotKeys = std::make_unique<XHotKeys>(XConnection::connected(), state);
     Hands hands;
-    std::vector<HotKeys::Identifier> told;
+    std::vector<HotKeys::Identifier> reported;
 };
 
 /// The keys of each of the eight modifiers.
@@ -88,7 +89,7 @@ TEST_F(XHotKeysTest, aPressIsToldUnderItsIdentifier) {
 
     EXPECT_TRUE(isTold(1));
     letPressesCome();
-    EXPECT_THAT(told, ElementsAre(7));
+    EXPECT_THAT(reported, ElementsAre(7));
 }
 
 TEST_F(XHotKeysTest, eachOfSeveralCombinationsHasItsIdentifier) {
@@ -101,7 +102,7 @@ TEST_F(XHotKeysTest, eachOfSeveralCombinationsHasItsIdentifier) {
     strikeCtrlAltA();
 
     EXPECT_TRUE(isTold(3));
-    EXPECT_THAT(told, ElementsAre(3, 2, 1));
+    EXPECT_THAT(reported, ElementsAre(3, 2, 1));
 }
 
 TEST_F(XHotKeysTest, noOtherModifierMayBeHeld) {
@@ -112,7 +113,7 @@ TEST_F(XHotKeysTest, noOtherModifierMayBeHeld) {
     hands.strike({Hands::a});
     letPressesCome();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(XHotKeysTest, noLockMakesADifference) {
@@ -135,12 +136,12 @@ TEST_F(XHotKeysTest, aHeldCombinationIsToldOnceAndAgainAfterItsRelease) {
         hands.press(key);
 
     passTime(1500);  // the keyboard repeats from 660 ms on
-    EXPECT_EQ(told.size(), 1);
+    EXPECT_EQ(reported.size(), 1);
 
     hands.release(Hands::a);
     hands.strike({Hands::a});
     EXPECT_TRUE(isTold(2));
-    EXPECT_EQ(told.size(), 2);
+    EXPECT_EQ(reported.size(), 2);
 }
 
 TEST_F(XHotKeysTest, pressesAreToldThatCameAlongWithAnAnswer) {
@@ -150,7 +151,7 @@ TEST_F(XHotKeysTest, pressesAreToldThatCameAlongWithAnAnswer) {
         strikeCtrlAltA();
         ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltB, 2));
         hotKeys->unregisterHotKey(2);
-        ASSERT_TRUE(comesTrue([&] { return told.size() == presses; }, 2000)) << presses;
+        ASSERT_TRUE(comesTrue([&] { return reported.size() == presses; }, 2000)) << presses;
     }
 }
 
@@ -186,7 +187,7 @@ TEST_F(XHotKeysTest, aCombinationCanBeGivenBackAndTakenAgainAtOnce) {
     strikeCtrlAltA();
 
     EXPECT_TRUE(isTold(1));
-    EXPECT_THAT(told, ElementsAre(21));
+    EXPECT_THAT(reported, ElementsAre(21));
 }
 
 TEST_F(XHotKeysTest, allIsGivenBackAtTheEnd) {
@@ -207,7 +208,7 @@ TEST_F(XHotKeysTest, aPressOfACombinationThatWasGivenBackIsNotTold) {
 
     letPressesCome();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(XHotKeysTest, aKeyThatIsDownWhenItIsTakenCountsFromItsNextPressOn) {
@@ -216,7 +217,7 @@ TEST_F(XHotKeysTest, aKeyThatIsDownWhenItIsTakenCountsFromItsNextPressOn) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
 
     passTime(1200);
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 
     hands.release(Hands::a);
     letPressesCome();
@@ -236,7 +237,7 @@ TEST_F(XHotKeysTest, theGrabFollowsTheModifiersToOtherBits) {
     EXPECT_TRUE(isTold(1));
     strikeCtrlAltA();
     EXPECT_TRUE(isTold(2));
-    EXPECT_THAT(told, ElementsAre(1, 2));
+    EXPECT_THAT(reported, ElementsAre(1, 2));
 }
 
 TEST_F(XHotKeysTest, aModifierThatTheKeyboardLacksIsRefused) {
@@ -252,14 +253,14 @@ TEST_F(XHotKeysTest, aCodeThatNoKeyHasIsRefused) {
         EXPECT_FALSE(hotKeys->registerHotKey({.keyCode = code, .modifiers = ctrlAltA.modifiers}, 1)) << code;
 }
 
-TEST_F(XHotKeysTest, nobodyIsToldOnceTheHandlerIsRemoved) {
+TEST_F(XHotKeysTest, noPressIsReportedOnceTheHandlerIsRemoved) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
     hotKeys->removeHandler();
 
     strikeCtrlAltA();
     letPressesCome();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(XHotKeysTest, aPressThatAnotherProgramMakesUpIsNotTold) {
@@ -274,7 +275,7 @@ TEST_F(XHotKeysTest, aPressThatAnotherProgramMakesUpIsNotTold) {
     hands.roundTrip();
     letPressesCome();
 
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(reported, IsEmpty());
 }
 
 TEST_F(XHotKeysTest, aBrokenConnectionIsHarmless) {

@@ -349,7 +349,7 @@ TEST_F(FileSavingTest, aDiskThatCannotSyncFoldersSavesAllTheSame) {
     EXPECT_EQ(contentOf(vault), "yeni");
 }
 
-TEST_F(FileSavingTest, aTemporaryFileHasANameThatNobodyGuesses) {
+TEST_F(FileSavingTest, aTemporaryFileHasANameThatCannotBeGuessed) {
     const auto first = leftoverOf("Kasam.kdbx");
     const auto second = leftoverOf("Kasam.kdbx");
     const auto name = first.filename().native();

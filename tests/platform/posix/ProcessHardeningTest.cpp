@@ -11,7 +11,7 @@
 namespace {
 
 // In a process of its own, since there is no way back.
-TEST(ProcessHardeningTest, leavesNoDumpAndLetsNobodyTrace) {
+TEST(ProcessHardeningTest, leavesNoDumpAndCannotBeTraced) {
     const auto child = fork();
     if (child == 0) {
         ProcessHardening::keepMemoryPrivate();

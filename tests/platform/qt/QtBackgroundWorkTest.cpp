@@ -51,7 +51,7 @@ TEST_F(QtBackgroundWorkTest, worksElsewhereWhileTheLoopGoesOn) {
                             waitForStop();
                             worker = std::this_thread::get_id();
                         },
-                    .giveUp = [] { ADD_FAILURE() << "nobody gave up"; }});
+                    .giveUp = [] { ADD_FAILURE() << "nothing gave up"; }});
 
     EXPECT_GE(turns, 3);
     EXPECT_NE(worker, std::thread::id());

@@ -23,10 +23,10 @@
 #include <string>
 #include <vector>
 
-/// A program that has the keyboard's focus, and hears of it what X tells.
+/// A program that has the keyboard's focus, and the events that X sends it.
 class FocusedProgram {
 public:
-    /// Whoever posts outlives the program.
+    /// The poster outlives the program.
     explicit FocusedProgram(XConnection& poster);
 
     /// The strokes since the last asking, all that were posted before: "+38" for the press of a keycode, "-38" for

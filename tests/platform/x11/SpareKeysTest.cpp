@@ -31,7 +31,7 @@ protected:
         return keycodes;
     }
 
-    /// Has all spare keys but as many taken by somebody else.
+    /// Has all spare keys but as many taken by another program.
     void leave(int count) {
         QStringList taken;
         for (unsigned keycode = 9; keycode <= 255; ++keycode)
@@ -176,7 +176,7 @@ TEST_F(SpareKeysTest, areTakenBackAtTheEnd) {
     spare.reset();
 
     EXPECT_THAT(lentKeys(), IsEmpty());
-    EXPECT_GE(timer.elapsed(), 100) << "whoever got the stroke may still have to look its key up";
+    EXPECT_GE(timer.elapsed(), 100) << "the receiver of the stroke may still have to look its key up";
 }
 
 TEST_F(SpareKeysTest, endAtOnceWhereNoneIsLent) {
@@ -199,7 +199,7 @@ TEST_F(SpareKeysTest, areFoundAgainAfterACrash) {
     EXPECT_THAT(symbols(103), IsEmpty());
 }
 
-TEST_F(SpareKeysTest, areNoKeysThatSomebodyGaveAMeaning) {
+TEST_F(SpareKeysTest, areNoKeysThatWereGivenAMeaning) {
     leave(2);
     runOnDisplay("xmodmap", {"-e", "keycode 93 = U65E5"});
 

@@ -50,7 +50,7 @@ protected:
     std::optional<FocusedProgram> program;
 };
 
-/// On a server that lets nobody post.
+/// On a server without the extension for posting.
 class XKeyboardWithoutXTestTest : public KeyboardTest {
 protected:
     XKeyboardWithoutXTestTest() : KeyboardTest({"-extension", "XTEST"}) {}
@@ -58,7 +58,7 @@ protected:
 
 }  // namespace
 
-TEST_F(XKeyboardEventsTest, hasPermissionAndAsksNobody) {
+TEST_F(XKeyboardEventsTest, hasPermissionWithoutAsking) {
     EXPECT_TRUE(keyboard->hasPermission());
     EXPECT_FALSE(keyboard->canRequestPermission());
     keyboard->requestPermission();
@@ -88,7 +88,7 @@ TEST_F(XKeyboardEventsTest, postsTheModifiersThatAreHeldAroundAKey) {
     EXPECT_THAT(program->strokes(), ElementsAre("+50", "+108/1", "+38/129", "-38", "-108", "-50"));
 }
 
-TEST_F(XKeyboardEventsTest, holdsTheModifiersOfAKeyThatNobodyPressed) {
+TEST_F(XKeyboardEventsTest, holdsTheModifiersOfAKeyThatNoEventPressed) {
     select({"tr"});
 
     EXPECT_TRUE(post({key(codeOfA, true, KeyFlag::shift | KeyFlag::option),
@@ -213,7 +213,7 @@ TEST_F(XKeyboardEventsTest, postsIntoNoWindowThatHasGoneOrIsOfAnotherProcess) {
     EXPECT_FALSE(run->follow());
 }
 
-TEST_F(XKeyboardEventsTest, keepsNobodyFromTheServerAfterAStroke) {
+TEST_F(XKeyboardEventsTest, keepsNoClientFromTheServerAfterAStroke) {
     const auto run = source();
     EXPECT_TRUE(post(*run, {key(codeOfA, true), key(codeOfA, false)}));
     {

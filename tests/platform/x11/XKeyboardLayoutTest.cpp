@@ -210,7 +210,7 @@ TEST_F(XKeyboardLayoutTest, tellsNothingOfLocksOfStrokesAndOfKeysThatNoCodeStand
     EXPECT_EQ(changes, 0);
 }
 
-TEST_F(XKeyboardLayoutTest, tellsNobodyWhoNoLongerObserves) {
+TEST_F(XKeyboardLayoutTest, notifiesNoFormerObserver) {
     int changes = 0;
     layout->observe([&] { ++changes; });
     layout->observe({});
