@@ -99,13 +99,13 @@ void AutoTypeService::perform(std::vector<AutoTypeAction> actions, Done done) {
         beginSoon();
 }
 
-// What a run has pressed comes up when its coroutine goes.
+// The end of a run's coroutine releases what it has pressed.
 void AutoTypeService::stop() {
     if (m_pendingStep)
         m_desktop.scheduler.cancel(*m_pendingStep);
     m_pendingStep.reset();
     m_runs.clear();
-    m_keyStrokeCache.clear();  // of what was typed, each letter is there
+    m_keyStrokeCache.clear();  // it has each letter that was typed
 }
 
 void AutoTypeService::cancel() {
@@ -299,8 +299,8 @@ Coroutine AutoTypeService::postKey(KeyStroke stroke, Strokes& strokes) {
     co_await strokes.sleeper.sleep(duration(m_settings.modifierSettleDelay));
 }
 
-// Where the run itself has brought another window, that one may take its time: until then nothing is typed. The first
-// stroke waits for it however long the sequence pauses before that.
+// A window that the run's own keys bring to the front may take its time: until then nothing is typed. The first stroke
+// waits for it, however long the sequence pauses before that.
 Coroutine AutoTypeService::windowComes(Strokes& strokes) {
     if (!strokes.windowMayChangeUntil)
         co_return;

@@ -80,11 +80,11 @@ public:
     /// Brings the target to the front and performs the actions in its window. A failure is an `AutoTypeError` or
     /// `Cancelled`.
     ///
-    /// The target is that of the call, and not what comes to the front before the run begins; where there is none, the
-    /// first that there is when it begins. Each stroke goes into the window in which the run began or nowhere: a run
-    /// whose window has closed or is not in front any more fails. Another window of the same application, a chat for
-    /// example, is another window. Only where the run itself pressed a key that answers a dialogue (Enter, Space or
-    /// Escape) it goes on in the window that this brings: see `KeyEventSource::follow`.
+    /// The target is the one at the time of the call, whatever comes to the front before the run begins. Where there is
+    /// none then, it is the one at the run's beginning. Each stroke goes into the window in which the run began or
+    /// nowhere: a run fails once its window has closed or is not in front any more, also where another window of the
+    /// application is. The exception: after a key that answers a dialogue (Enter, Space or Escape) the run goes on in
+    /// the window that this brings to the front. See `KeyEventSource::follow`.
     ///
     /// A run that is asked for during another begins when that one has ended. Side by side their strokes would mix, and
     /// half of one password and half of another would go into one field. Dropping the later one would report a success
@@ -99,8 +99,8 @@ public:
     /// Whether a run is going on or waits for its turn.
     [[nodiscard]] bool isTyping() const noexcept { return !m_runs.empty(); }
 
-    /// Ends all runs at their next pause with `Cancelled`: the one that is at work within this call, if it pauses now.
-    /// A run that waits for the user's hands types its first stroke all the same, as `stop` does not.
+    /// Ends all runs with `Cancelled` at their next pause, which for a run that pauses now is within this call. A run
+    /// that waits for the user to release keys still types its first stroke, unlike with `stop`.
     void cancel();
 
     /// The stroke for a character under the present layout, remembered for the next time where there is one.
@@ -109,10 +109,10 @@ public:
     /// Whether strokes may be posted and titles be read. The user is not asked.
     [[nodiscard]] bool hasAccessibilityPermission();
 
-    /// Whether the user can be asked for it.
+    /// Whether the user can be asked for that permission.
     [[nodiscard]] bool canRequestAccessibilityPermission() const { return m_desktop.keyboard.canRequestPermission(); }
 
-    /// Has the user asked for it.
+    /// Asks the user for it.
     void requestAccessibilityPermission();
 
 private:
@@ -131,12 +131,12 @@ private:
         std::optional<Coroutine> coroutine;  // goes first; none before its turn
     };
 
-    /// What the strokes of a run go through.
+    /// What the strokes of a run need.
     struct Strokes {
         KeyEventSource& source;
         Sleeper& sleeper;
         const std::string& applicationName;
-        /// Until when the window may change because of what the run itself did, and at the next stroke all the same.
+        /// Until when the window may change because of the run's own keys. At the next stroke it may in any case.
         std::optional<std::chrono::nanoseconds> windowMayChangeUntil;
     };
 

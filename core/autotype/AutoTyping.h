@@ -14,11 +14,11 @@ public:
 
     virtual ~AutoTyping() = default;
 
-    /// Performs the actions in their order in the application that is the target now, which takes its time: the call
-    /// returns before anything is done. `done` is called at the end. What was typed before a failure stays typed.
+    /// Performs the actions in their order in the application that is the target now. The call returns before the first
+    /// one; `done` is called at the end. What was typed before a failure stays typed.
     virtual void perform(std::vector<AutoTypeAction> actions, Done done) = 0;
 
-    /// Ends all that is performed or waits for its turn, where it is: no key is struck after this call and none stays
-    /// down, the actions are gone with what they hold, and what was remembered of them. No `done` is called.
+    /// Ends all runs at once, those too that wait for their turn. No key is struck after this call and none stays down.
+    /// The actions are gone, and what was remembered of them. No `done` is called.
     virtual void stop() = 0;
 };

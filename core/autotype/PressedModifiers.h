@@ -5,9 +5,9 @@
 
 #include <cstdint>
 
-/// Modifier keys that are held down around a stroke, with events of their own: there are applications that look at
-/// these and not at the flags of the stroke. However the holding ends, the keys come up again: a modifier that stays
-/// down would turn all that the user types next into commands.
+/// Modifier keys that are held down around a stroke, with events of their own: some applications look at these and not
+/// at the flags of the stroke. The keys are released on every path: a modifier that stays down would turn all that the
+/// user types next into commands.
 class PressedModifiers {
 public:
     /// Holds nothing yet. The source outlives it.
@@ -15,12 +15,12 @@ public:
     PressedModifiers(const PressedModifiers&) = delete;
     PressedModifiers& operator=(const PressedModifiers&) = delete;
 
-    /// Releases all keys in the reverse order, those too that `press` did not come to. One that cannot be released is
-    /// passed over.
+    /// Releases all keys in the reverse order, those too that `press` did not reach. One that cannot be released is
+    /// skipped.
     ~PressedModifiers();
 
-    /// Presses the keys in the order Shift, Control, Option, Command, until one of them cannot be posted: why not, with
-    /// the keys before it pressed.
+    /// Presses the keys in the order Shift, Control, Option, Command, until one of them cannot be posted. The result
+    /// says why; the keys before it stay pressed.
     [[nodiscard]] KeyEventSource::Posted press();
 
     /// Whether the flags ask for any key at all.

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// Finds the entry that a window's title speaks of. The title is made ready once, however many entries are asked.
+/// Finds the entry that a window's title names. The title is prepared once for all entries.
 class WindowMatcher {
 public:
     explicit WindowMatcher(std::string_view windowTitle);

@@ -96,8 +96,8 @@ public:
     /// Whether the key of our own hot key is still down. On some desktops no other key reaches its receiver until then.
     [[nodiscard]] virtual bool isHotKeyHeld() = 0;
 
-    /// Makes applications take what the user still holds for released, where the desktop would mix it with what is
-    /// posted. It is not pressed again afterwards: the user may have let go.
+    /// Releases for all applications the keys that the user still holds, where the desktop would mix them with what is
+    /// posted. They are not pressed again afterwards: the user may have let go.
     virtual void releaseHeldKeys() = 0;
 
     /// A source for one run into a window, or null. Changes of the layout until now are reported before it returns.

@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 // A save that is nearly done is worth more than a quick end. Sessions that end wait longer than this for a program.
 constexpr auto longestFinish = 3s;
 
-/// The work on its thread, which has ended when this goes.
+/// The work on its thread. The destructor waits for its end.
 class Worker {
 public:
     /// @throws std::system_error where no thread can be started.

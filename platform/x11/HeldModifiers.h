@@ -12,7 +12,7 @@
 /// The modifier keys that a run holds down, by `KeyFlag` bits.
 class HeldModifiers {
 public:
-    /// Both outlive it. What is held when it goes, the posted keys release.
+    /// Both outlive it. Keys that are held at its end are left to `posted` to release.
     HeldModifiers(XKeyboardLayout& layout, PostedKeys& posted) noexcept : m_layout(layout), m_posted(posted) {}
 
     /// Whether the keyboard has a key for each of the flags.

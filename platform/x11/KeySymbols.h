@@ -7,7 +7,7 @@
 
 #include <span>
 
-/// The symbols of all keys, as they were when they were read. There are none where they could not be.
+/// The symbols of all keys, at the time of construction. None where they could not be read.
 class KeySymbols {
 public:
     explicit KeySymbols(xcb_connection_t* connection);

@@ -18,13 +18,13 @@ public:
 
     void press(xcb_keycode_t keycode);
 
-    /// Nothing, for a key that is not ours: the user may hold it.
+    /// Does nothing for a key that is not ours: the user may hold it.
     void release(xcb_keycode_t keycode);
 
     /// Releases the keys in the reverse of their order.
     void releaseAll();
 
-    /// Makes all programs take a key for released that the user holds.
+    /// Releases for all programs a key that the user holds.
     void releaseForUser(xcb_keycode_t keycode);
 
     [[nodiscard]] bool isDown(xcb_keycode_t keycode) const noexcept;

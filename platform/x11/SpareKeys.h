@@ -16,9 +16,9 @@
 /// Keycodes to which the keyboard map gives no meaning, lent to characters that no key gives. A second after the last
 /// stroke they mean nothing again.
 ///
-/// A program that hears of a change asks the server for the map as it is by then, which may be later than the next
-/// change; and there are programs that hear of changes on another connection than of strokes, and so in any order. So a
-/// character has its key some time before its stroke and some time after it. That delays no stroke as long as the
+/// A program that is notified of a change asks the server for the map, which may have changed again by then. And some
+/// programs get changes and strokes on two connections, and so in any order. So a character has its key for some time
+/// before its stroke and for some time after it. That delays no stroke as long as the
 /// characters are known ahead and there are about as many keys.
 class SpareKeys {
 public:

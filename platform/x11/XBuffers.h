@@ -7,7 +7,7 @@
 namespace XBuffers {
 
 /// Overwrites it. A text that was pasted to or from another window stays there until as many bytes have come after it,
-/// which can take hours in a window that nobody touches. Asks nothing of the server that shows.
+/// which can take hours in a window that is not used. Nothing of it shows.
 void overwrite(xcb_connection_t* connection);
 
 }  // namespace XBuffers

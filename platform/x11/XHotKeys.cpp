@@ -156,7 +156,7 @@ void XHotKeys::grabAnew() {
         ungrab(combination);
     m_bits = bits;
     for (const auto& combination : m_combinations)
-        // A refusal leaves it silent until the modifiers change again, as it is left at the start.
+        // A combination that is refused stays silent until the modifiers change again.
         [[maybe_unused]] const bool isGranted = grab(combination);
 }
 

@@ -58,6 +58,6 @@ private:
     std::optional<std::uint8_t> m_keyboardEvent;  // the type of the events on a change of the keyboard
     std::vector<Combination> m_combinations;
     std::function<void(Identifier)> m_pressed;
-    xcb_keycode_t m_heldKey = 0;  // whose press counts no more until it is released; 0 when none
+    xcb_keycode_t m_heldKey = 0;  // its presses are ignored until it is released; 0 when none
     QTimer m_untilReleased;       // polls a key whose release goes to another client
 };

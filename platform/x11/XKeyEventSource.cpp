@@ -12,7 +12,7 @@
 
 namespace {
 
-// Programs drop the character, and take the key for it.
+// Programs ignore these characters, and want the key.
 bool isLineEnd(std::string_view text) {
     return text == "\n" || text == "\r\n" || text == "\r";
 }
@@ -126,7 +126,7 @@ void XKeyEventSource::postKey(const KeyEvent& event) {
     m_modifiers.release(std::exchange(m_heldForStroke, 0));
 }
 
-// A character's key takes its time to be lent, and only the stroke itself has the server wait.
+// Lending a key takes time. Only the stroke itself keeps the server's other clients waiting.
 bool XKeyEventSource::strike(std::string_view text) {
     if (isLineEnd(text))
         return strike(*XKeycode::of(VirtualKey::enter));

@@ -104,7 +104,7 @@ XKeymap::Reference<xkb_state> XKeymap::stateWith(xkb_mod_mask_t modifiers) const
     return state;
 }
 
-// What holding the keys leads to, only the keymap knows: there is one whose AltGr is another key under Shift.
+// Only the keymap knows what holding the keys leads to: in one, AltGr is another key under Shift.
 XKeymap::Reference<xkb_state> XKeymap::stateWhileHeld(std::uint64_t flags) const {
     const auto hands = stateWith(0);
     if (!hands)

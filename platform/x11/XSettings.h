@@ -12,7 +12,7 @@ namespace XSettings {
 /// The integer of that name; none without a display, without a desktop that keeps settings, or without that one.
 [[nodiscard]] std::optional<std::int32_t> integer(std::string_view name);
 
-/// The same, in the property's bytes. They come from another program: what does not hold together has no settings.
+/// The same, in the property's bytes. They come from another program: malformed bytes have no settings.
 [[nodiscard]] std::optional<std::int32_t> integerIn(std::span<const std::uint8_t> property, std::string_view name);
 
 }  // namespace XSettings

@@ -39,5 +39,5 @@ private:
     std::vector<xcb_window_t> m_windowsAtStart;  // of all programs
     xcb_window_t m_window = XCB_WINDOW_NONE;
     std::optional<xcb_window_t> m_owner;       // the window that it is a dialogue of
-    xcb_window_t m_focused = XCB_WINDOW_NONE;  // it, or one within it, that had the focus when it was last looked
+    xcb_window_t m_focused = XCB_WINDOW_NONE;  // it, or one within it, that had the focus last
 };

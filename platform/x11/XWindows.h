@@ -25,7 +25,7 @@ public:
     [[nodiscard]] bool exists(xcb_window_t window);
 
     /// The process of a window that exists, as the server knows it, else as the window says. Windows of a program
-    /// that both know nothing of share a negative number.
+    /// that neither knows share a negative number.
     [[nodiscard]] std::int64_t processIdentifier(xcb_window_t window);
 
     /// The same for ourselves; nothing where the server does not know.
