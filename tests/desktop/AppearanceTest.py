@@ -145,9 +145,9 @@ class ColumnTest(AppearanceTest):
         wait_for(lambda: self.widths() == chosen, f"the widths {chosen}, not {self.widths()}")
 
     def test_an_assistive_program_reads_and_sets_the_width_of_a_column(self):
-        value = self.divider("Grup sütununun genişliği").get_value()
-        self.assertEqual(value.get_current_value(), self.widths()[0])
-        value.set_current_value(250)
+        divider = self.divider("Grup sütununun genişliği")
+        self.assertEqual(Atspi.Value.get_current_value(divider), self.widths()[0])
+        Atspi.Value.set_current_value(divider, 250)
         wait_for(lambda: self.widths()[0] == 250, f"groups of 250, not {self.widths()}")
 
     def test_the_column_of_the_groups_is_hidden_and_shown_by_key_and_by_menu(self):
