@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
-#include "app/state/TreeWalk.h"
 #include "core/text/Collation.h"
 
 #include <algorithm>
@@ -49,15 +48,7 @@ bool AppState::prepareBrowsing() {
 }
 
 EntryReferences AppState::selectedEntries() const {
-    EntryReferences entries;
-    if (!m_database)
-        return entries;
-    // One walk for all of them: a search for each would take ages once everything is selected.
-    forEachEntry(m_database->root, [&](const KdbxEntry& entry) {
-        if (m_selectedEntryIDs.contains(entry.id))
-            entries.push_back(&entry);
-    });
-    return entries;
+    return m_database ? GroupTree::findEntries(m_database->root, m_selectedEntryIDs) : EntryReferences();
 }
 
 const KdbxEntry* AppState::focusedEntry() const {

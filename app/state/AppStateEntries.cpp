@@ -98,7 +98,7 @@ void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> tar
         return;
     const auto& group = *selectedGroup();
     const auto targetPlace = target ? group.entries.indexOfID(*target) : std::nullopt;
-    const auto movingPlaces = GroupTree::placesOf(group.entries, ids);
+    const auto movingPlaces = GroupTree::indicesOf(group.entries, ids);
     if (movingPlaces.empty() || (target && !targetPlace))
         return;
     const auto shown = m_groupOrder.sortedPlaces(group, entriesOf(group), m_sort);

@@ -3,6 +3,7 @@
 
 #include "app/state/SearchText.h"
 #include "app/state/SubstringSearch.h"
+#include "core/model/GroupWalk.h"
 #include "core/text/Text.h"
 
 #include <algorithm>
@@ -38,19 +39,12 @@ bool hasAll(std::string_view loweredText, std::span<const std::string_view> word
                                [&](std::string_view word) { return SubstringSearch::find(loweredText, word) != none; });
 }
 
-/// The groups' arrays of entries, each group before its subgroups. Not by recursion: a tree may be deeper than the
-/// stack.
+/// The arrays of entries of the groups that have some, in the order of the search.
 std::vector<const SharedArray<KdbxEntry>*> entryArraysOf(const KdbxGroup& root) {
     std::vector<const SharedArray<KdbxEntry>*> arrays;
-    std::vector<const KdbxGroup*> waiting{&root};
-    while (!waiting.empty()) {
-        const auto& group = *waiting.back();
-        waiting.pop_back();
+    for (const auto& group : GroupWalk(root))
         if (!group.entries.empty())
             arrays.push_back(&group.entries);
-        for (auto i = group.groups.size(); i > 0; --i)
-            waiting.push_back(&group.groups[i - 1]);
-    }
     return arrays;
 }
 

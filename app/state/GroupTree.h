@@ -44,8 +44,8 @@ namespace GroupTree {
 /// How many entries `allEntries` would give.
 [[nodiscard]] std::int64_t totalEntryCount(const KdbxGroup& root);
 
-/// The ascending places of those entries of a group that have these identifiers, the first of each.
-[[nodiscard]] std::vector<std::size_t> placesOf(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids);
+/// The ascending indices of those entries of a group that have these identifiers, the first of each.
+[[nodiscard]] std::vector<std::size_t> indicesOf(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids);
 
 /// Runs `change` on the group in place. Whether it was found; `change` runs at most once.
 bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change);
@@ -64,7 +64,7 @@ bool mutateEntryAtLevel(KdbxGroup& root, const UUID& id,
 /// are, the tree is walked once, here and in the two below.
 [[nodiscard]] std::vector<const KdbxEntry*> findEntries(const KdbxGroup& root, const std::set<UUID>& ids);
 
-/// Runs `change` once on each group that directly holds some of the entries, with their ascending places in it.
+/// Runs `change` once on each group that directly holds some of the entries, with their ascending indices in it.
 void mutateGroupsHolding(KdbxGroup& root, const std::set<UUID>& entryIDs,
                          const std::function<void(KdbxGroup&, const std::vector<std::size_t>&)>& change);
 

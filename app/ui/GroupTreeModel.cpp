@@ -4,6 +4,7 @@
 #include "app/ui/Texts.h"
 #include "app/ui/components/LongText.h"
 #include "app/ui/components/Numbers.h"
+#include "core/model/GroupWalk.h"
 
 #include <algorithm>
 
@@ -41,29 +42,30 @@ std::optional<int> GroupTreeModel::parentOf(int row) const {
     return static_cast<int>(m_rows[static_cast<std::size_t>(row)].parent);
 }
 
-// Without recursion, as a vault may be deeper than the stack. Hidden groups are walked too, since their entries count.
+// Hidden groups are walked too, since their entries count.
 std::vector<GroupTreeModel::Row> GroupTreeModel::rowsOf(const KdbxGroup& root, const Extent& extent) {
-    struct Waiting {
-        const KdbxGroup* group;
-        int depth;
-        std::size_t parent;
-        bool isShown;
+    /// What a group on the path has to say of its subgroups.
+    struct Above {
+        std::size_t row;  // of the group, or of the nearest one above it that is shown
+        bool showsSubgroups;
     };
     std::vector<Row> rows;
-    std::vector<Waiting> waiting{{&root, 0, 0, true}};
-    while (!waiting.empty()) {
-        const auto [group, depth, parent, isShown] = waiting.back();
-        waiting.pop_back();
+    std::vector<Above> path{{.row = 0, .showsSubgroups = true}};
+    GroupWalk walk(root);
+    for (const auto& group : walk) {
+        if (extent.without && group.id == extent.without->id) {
+            walk.skipSubgroups();
+            continue;
+        }
+        path.resize(walk.level(), path.front());
+        const auto [parent, isShown] = path.back();
         const auto row = isShown ? rows.size() : parent;
         if (isShown)
-            rows.push_back({group, depth, parent, 0});
-        rows[row].entryCount += static_cast<std::int64_t>(group->entries.size());
-        const bool isUnfolded = extent.isUnfolded || group->isExpanded;
-        const auto subgroupsLevel = static_cast<std::size_t>(depth) + 2;
-        const bool canBeShown = !extent.without || subgroupsLevel <= extent.without->deepestParentLevel;
-        for (auto child = group->groups.size(); child > 0; --child)
-            if (const auto& subgroup = group->groups[child - 1]; !extent.without || subgroup.id != extent.without->id)
-                waiting.push_back({&subgroup, depth + 1, row, isShown && isUnfolded && canBeShown});
+            rows.push_back({&group, static_cast<int>(walk.level()) - 1, parent, 0});
+        rows[row].entryCount += static_cast<std::int64_t>(group.entries.size());
+        const bool isUnfolded = extent.isUnfolded || group.isExpanded;
+        const bool canBeShown = !extent.without || walk.level() < extent.without->deepestParentLevel;
+        path.push_back({.row = row, .showsSubgroups = isShown && isUnfolded && canBeShown});
     }
     for (auto row = rows.size(); row > 1; --row)
         rows[rows[row - 1].parent].entryCount += rows[row - 1].entryCount;

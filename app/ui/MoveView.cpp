@@ -121,7 +121,7 @@ bool MoveView::isSomethingElsewhere(const UUID& groupID) const {
     if (m_subject.groupID)
         return groupID != present();
     const auto* const group = m_state.root() ? GroupTree::findGroup(*m_state.root(), groupID) : nullptr;
-    return group && GroupTree::placesOf(group->entries, m_subject.entryIDs).size() < m_subject.entryIDs.size();
+    return group && GroupTree::indicesOf(group->entries, m_subject.entryIDs).size() < m_subject.entryIDs.size();
 }
 
 void MoveView::move() {

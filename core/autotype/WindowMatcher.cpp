@@ -2,11 +2,11 @@
 #include "core/autotype/WindowMatcher.h"
 
 #include "core/autotype/UrlHost.h"
+#include "core/model/GroupWalk.h"
 #include "core/text/Text.h"
 #include "core/text/TextICU.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace {
 
@@ -37,16 +37,10 @@ bool WindowMatcher::matches(const KdbxEntry& entry) const {
 }
 
 const KdbxEntry* WindowMatcher::firstMatch(const KdbxGroup& root) const {
-    std::vector<const KdbxGroup*> waiting{&root};  // the next one last
-    while (!waiting.empty()) {
-        const KdbxGroup& group = *waiting.back();
-        waiting.pop_back();
-        for (const KdbxEntry& entry : group.entries)
+    for (const auto& group : GroupWalk(root))
+        for (const auto& entry : group.entries)
             if (entry.autoTypeEnabled && matches(entry))
                 return &entry;
-        for (std::size_t i = group.groups.size(); i-- > 0;)
-            waiting.push_back(&group.groups[i]);
-    }
     return nullptr;
 }
 

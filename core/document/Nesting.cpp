@@ -2,6 +2,7 @@
 #include "core/document/Nesting.h"
 
 #include "core/document/KdbxPreserve.h"
+#include "core/model/GroupWalk.h"
 #include "core/model/KdbxError.h"
 
 #include <algorithm>
@@ -102,22 +103,10 @@ bool fitsWithItsEntries(const KdbxGroup& group, std::size_t level) {
 
 }  // namespace
 
-// By a list of the groups to look at and not by recursion: what is too deep may be deeper than the stack.
 bool fits(const KdbxGroup& group, std::size_t level) {
-    struct Waiting {
-        const KdbxGroup* group;
-        std::size_t level;
-    };
-    std::vector<Waiting> waiting{{&group, level}};
-    while (!waiting.empty()) {
-        const auto next = waiting.back();
-        waiting.pop_back();
-        if (!fitsWithItsEntries(*next.group, next.level))
-            return false;
-        for (const auto& subgroup : next.group->groups)
-            waiting.push_back({&subgroup, next.level + 1});
-    }
-    return true;
+    GroupWalk walk(group);
+    return std::ranges::all_of(
+        walk, [&](const KdbxGroup& each) { return fitsWithItsEntries(each, level + walk.level() - 1); });
 }
 
 // What fits at a level fits at each above it.

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/KdbxDatabase.h"
 
+#include "core/model/GroupWalk.h"
+
 namespace {
 
-/// The groups of a walk that are still to be visited, the next one last.
-using Waiting = std::vector<const KdbxGroup*>;
-
-void addSubgroups(Waiting& waiting, const KdbxGroup& group) {
-    for (auto i = group.groups.size(); i > 0; --i)
-        waiting.push_back(&group.groups[i - 1]);
+bool differApartFromSubgroups(const KdbxGroup& a, const KdbxGroup& b) {
+    return a.id != b.id || a.modified != b.modified || a.entries != b.entries;
 }
 
 void wipeAndReset(std::optional<std::string>& secret) noexcept {
@@ -32,30 +30,24 @@ bool KdbxEntry::isExpired(Timestamp now) const {
 
 std::vector<KdbxEntry> KdbxGroup::allEntries() const {
     std::vector<KdbxEntry> all;
-    Waiting waiting{this};
-    while (!waiting.empty()) {
-        const auto& group = *waiting.back();
-        waiting.pop_back();
+    for (const auto& group : GroupWalk(*this))
         all.insert(all.end(), group.entries.begin(), group.entries.end());
-        addSubgroups(waiting, group);
-    }
     return all;
 }
 
+// Both walks stay abreast, since the groups that they come to have equally many subgroups. What is shared is equal.
 bool operator==(const KdbxGroup& a, const KdbxGroup& b) {
-    // Not by recursion: a tree may be deeper than the stack.
-    std::vector<std::pair<const KdbxGroup*, const KdbxGroup*>> waiting{{&a, &b}};
-    while (!waiting.empty()) {
-        const auto [x, y] = waiting.back();
-        waiting.pop_back();
-        if (x->id != y->id || x->modified != y->modified || x->entries != y->entries ||
-            x->groups.size() != y->groups.size())
+    GroupWalk x(a);
+    GroupWalk y(b);
+    for (; !x.isAtEnd(); x.advance(), y.advance()) {
+        const bool isShared = &x.group() == &y.group();
+        if (!isShared &&
+            (differApartFromSubgroups(x.group(), y.group()) || x.group().groups.size() != y.group().groups.size()))
             return false;
-        if (x->groups.sharesStorageWith(y->groups))
-            continue;
-        for (std::size_t i = 0; i < x->groups.size(); ++i)
-            if (!x->groups.sharesElementWith(y->groups, i))
-                waiting.emplace_back(&x->groups[i], &y->groups[i]);
+        if (isShared || x.group().groups.sharesStorageWith(y.group().groups)) {
+            x.skipSubgroups();
+            y.skipSubgroups();
+        }
     }
     return true;
 }
