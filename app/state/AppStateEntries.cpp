@@ -101,7 +101,7 @@ void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> tar
     const auto movingPlaces = GroupTree::indicesOf(group.entries, ids);
     if (movingPlaces.empty() || (target && !targetPlace))
         return;
-    const auto shown = m_groupOrder.sortedPlaces(group, entriesOf(group), m_sort);
+    const auto shown = m_groupOrder.sortedIndices(group, entriesOf(group), m_sort);
     applyOrder(arrangement(group.entries, shown, movingPlaces, targetPlace),
                m_selectedGroupID.value_or(m_database->root.id));
 }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntryOrder.h"
 
+#include "app/state/ListDifference.h"
+
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -10,15 +13,6 @@ namespace {
 
 constexpr auto gone = std::numeric_limits<std::uint32_t>::max();
 constexpr std::size_t mostAdded = 64;
-constexpr std::ptrdiff_t farthestLook = 64;
-
-/// Where `entry` stands among the next few; `end` where it does not.
-EntryReferences::const_iterator soon(const KdbxEntry* entry, EntryReferences::const_iterator from,
-                                     EntryReferences::const_iterator end) {
-    const auto last = from + std::min(farthestLook, end - from);
-    const auto found = std::find(from, last, entry);
-    return found == last ? end : found;
-}
 
 }  // namespace
 
@@ -27,23 +21,23 @@ EntryReferences EntryOrder::sorted(const KdbxGroup& holder, EntryReferences entr
         return entries;
     remember(holder, std::move(entries), sort.column);
     EntryReferences sorted(m_order.size());
-    std::ranges::transform(m_order, sorted.begin(), [this](std::uint32_t place) { return m_entries[place]; });
+    std::ranges::transform(m_order, sorted.begin(), [this](std::uint32_t index) { return m_entries[index]; });
     if (!sort.ascending)
         std::ranges::reverse(sorted);
     return sorted;
 }
 
-std::vector<std::size_t> EntryOrder::sortedPlaces(const KdbxGroup& holder, EntryReferences entries, EntrySort sort) {
-    std::vector<std::size_t> places(entries.size());
+std::vector<std::size_t> EntryOrder::sortedIndices(const KdbxGroup& holder, EntryReferences entries, EntrySort sort) {
+    std::vector<std::size_t> indices(entries.size());
     if (sort.column == EntrySort::Column::manual) {
-        std::iota(places.begin(), places.end(), 0U);
-        return places;
+        std::iota(indices.begin(), indices.end(), 0U);
+        return indices;
     }
     remember(holder, std::move(entries), sort.column);
-    std::ranges::copy(m_order, places.begin());
+    std::ranges::copy(m_order, indices.begin());
     if (!sort.ascending)
-        std::ranges::reverse(places);
-    return places;
+        std::ranges::reverse(indices);
+    return indices;
 }
 
 EntryReferences EntryOrder::sortedPart(const KdbxGroup& holder, EntryReferences entries, const EntryReferences& part,
@@ -62,9 +56,9 @@ EntryReferences EntryOrder::sortedPart(const KdbxGroup& holder, EntryReferences 
     }
     EntryReferences sorted;
     sorted.reserve(part.size());
-    for (const auto place : m_order)
-        if (isWanted[place])
-            sorted.push_back(m_entries[place]);
+    for (const auto index : m_order)
+        if (isWanted[index])
+            sorted.push_back(m_entries[index]);
     if (!sort.ascending)
         std::ranges::reverse(sorted);
     return sorted;
@@ -103,37 +97,29 @@ void EntryOrder::remember(const KdbxGroup& holder, EntryReferences entries, Entr
 
 /// None where so much has changed that sorting anew is less work.
 std::optional<EntryOrder::Changes> EntryOrder::changesTo(const EntryReferences& entries) const {
-    Changes changes{.places = std::vector(m_entries.size(), gone), .added = {}};
-    auto before = m_entries.begin();
-    auto now = entries.begin();
-    const auto take = [&](auto end) {
-        for (; now != end; ++now)
-            changes.added.push_back(static_cast<std::uint32_t>(now - entries.begin()));
+    Changes changes{.indices = std::vector(m_entries.size(), gone), .added = {}};
+    ListChange last{};
+    const auto keepUntil = [&](std::size_t former) {
+        const auto first = changes.indices.begin() + static_cast<std::ptrdiff_t>(last.before + last.removed);
+        std::iota(first, changes.indices.begin() + static_cast<std::ptrdiff_t>(former),
+                  static_cast<std::uint32_t>(last.after + last.added));
     };
-    while (before != m_entries.end() && now != entries.end()) {
-        if (*before == *now) {
-            changes.places[static_cast<std::size_t>(before++ - m_entries.begin())] =
-                static_cast<std::uint32_t>(now++ - entries.begin());
-        } else if (const auto later = soon(*now, before, m_entries.end()); later != m_entries.end()) {
-            before = later;  // those between are gone
-        } else {
-            const auto added = soon(*before, now, entries.end());
-            if (added == entries.end())
-                ++before;  // another stands in its place
-            take(added == entries.end() ? std::next(now) : added);
-        }
-        if (changes.added.size() > mostAdded)
+    ListDifference difference(m_entries, entries, std::equal_to());
+    while (const auto change = difference.next()) {
+        if (changes.added.size() + change->added > mostAdded)
             return std::nullopt;
+        keepUntil(change->before);
+        for (std::size_t i = 0; i < change->added; ++i)
+            changes.added.push_back(static_cast<std::uint32_t>(change->after + i));
+        last = *change;
     }
-    if (entries.end() - now > static_cast<std::ptrdiff_t>(mostAdded))
-        return std::nullopt;
-    take(entries.end());
-    return changes.added.size() > mostAdded ? std::nullopt : std::optional(std::move(changes));
+    keepUntil(m_entries.size());
+    return changes;
 }
 
 void EntryOrder::follow(const Changes& changes, const EntryReferences& entries) {
-    for (auto& place : m_order)
-        place = changes.places[place];
+    for (auto& index : m_order)
+        index = changes.indices[index];
     std::erase(m_order, gone);
     for (const auto added : changes.added) {
         const auto precedes = [&](std::uint32_t a, std::uint32_t b) {

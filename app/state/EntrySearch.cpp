@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntrySearch.h"
 
+#include "app/state/ListDifference.h"
 #include "app/state/SearchText.h"
 #include "app/state/SubstringSearch.h"
 #include "core/model/GroupWalk.h"
@@ -10,6 +11,7 @@
 #include <functional>
 #include <iterator>
 #include <limits>
+#include <ranges>
 #include <span>
 #include <string>
 #include <unordered_map>
@@ -60,19 +62,24 @@ bool matches(const KdbxEntry& entry, std::string_view query) {
     return words.empty() || hasAll(SearchText::lowered(entry), words);
 }
 
-void EntrySearch::Part::remember(const KdbxEntry& entry, ByteView text) {
-    append(texts, text);
-    remembered.push_back({.entry = &entry, .end = texts.size()});
-}
-
 void EntrySearch::Part::remember(const KdbxEntry& entry) {
     SearchText::appendLowered(texts, entry);
     remembered.push_back({.entry = &entry, .end = texts.size()});
 }
 
-ByteView EntrySearch::Part::textAt(std::size_t index) const {
-    const auto begin = index == 0 ? 0 : remembered[index - 1].end;
-    return ByteView(texts).subspan(begin, remembered[index].end - begin);
+void EntrySearch::Part::remember(const Part& other, std::size_t first, std::size_t end) {
+    for (auto i = first; i < end; ++i) {
+        const auto begin = i == 0 ? 0 : other.remembered[i - 1].end;
+        append(texts, ByteView(other.texts).subspan(begin, other.remembered[i].end - begin));
+        remembered.push_back({.entry = other.remembered[i].entry, .end = texts.size()});
+    }
+}
+
+void EntrySearch::Group::add(Part part) {
+    if (part.remembered.empty())
+        return;
+    ready += part.remembered.size();
+    parts.push_back(std::move(part));
 }
 
 /// What was remembered before the vault changed.
@@ -156,41 +163,43 @@ void EntrySearch::follow(const KdbxGroup& root) {
     m_groups = std::move(groups);
 }
 
-/// The texts of entries that both have, which mostly stand in the same order. A part in which nothing has changed is
-/// moved as it is: a change of one entry costs what stands around it. Where too many are new, the rest waits.
+/// Moves the texts of the entries that both have. A part in which nothing has changed is moved as it is, so that a
+/// change of one entry costs what is around it. Where too many are new, the rest waits.
 void EntrySearch::takeOver(Group& group, Group& old) {
-    constexpr std::ptrdiff_t mostNew = 64;
+    constexpr std::size_t mostNew = 64;
     auto newLeft = mostNew;
-    auto next = group.entries.begin();
-    const auto end = group.entries.end();
-    const auto isEntry = [](const RememberedText& text, const KdbxEntry& entry) { return text.entry == &entry; };
+    const auto firstOld = old.entries.begin();
+    const std::ranges::subrange ready(firstOld, firstOld + static_cast<std::ptrdiff_t>(old.ready));
+    ListDifference difference(ready, group.entries, [](const auto& a, const auto& b) { return &a == &b; });
+    auto change = difference.next();
+    std::size_t taken = 0;  // of the old entries
+    std::size_t first = 0;  // of the part, among the old entries
     for (auto& part : old.parts) {
-        const auto& known = part.remembered;
-        const auto count = static_cast<std::ptrdiff_t>(known.size());
-        if (count <= end - next && std::equal(known.begin(), known.end(), next, isEntry)) {
-            next += count;
-            group.parts.push_back(std::move(part));
-            continue;
+        const auto end = first + part.remembered.size();
+        if (taken == first && (!change || change->before >= end)) {
+            group.add(std::move(part));
+            taken = end;
+        } else {
+            Part rebuilt;
+            rebuilt.texts.reserve(part.texts.capacity());
+            for (; change && change->before < end; change = difference.next()) {
+                rebuilt.remember(part, taken - first, change->before - first);
+                if (change->added > newLeft)
+                    return group.add(std::move(rebuilt));
+                newLeft -= change->added;
+                for (std::size_t i = 0; i < change->added; ++i)
+                    rebuilt.remember(group.entries[change->after + i]);
+                taken = change->before + change->removed;
+            }
+            rebuilt.remember(part, taken - first, part.remembered.size());
+            taken = std::max(taken, end);
+            group.add(std::move(rebuilt));
         }
-        Part rebuilt;
-        rebuilt.texts.reserve(part.texts.capacity());
-        for (std::size_t i = 0; i < known.size(); ++i) {
-            const auto last = next + std::min(newLeft + 1, end - next);
-            const auto found = std::find_if(next, last, [&](const auto& entry) { return &entry == known[i].entry; });
-            if (found == last)
-                continue;  // it is gone
-            newLeft -= found - next;
-            for (; next != found; ++next)
-                rebuilt.remember(*next);
-            rebuilt.remember(*next++, part.textAt(i));
-        }
-        if (!rebuilt.remembered.empty())
-            group.parts.push_back(std::move(rebuilt));
+        first = end;
     }
-    group.ready = static_cast<std::size_t>(next - group.entries.begin());
 }
 
-/// Adds the texts of the next entries, at most so many. How many it were.
+/// Adds the texts of the next entries, at most so many. Returns how many there were.
 std::size_t EntrySearch::extend(Group& group, std::size_t most) {
     const auto count = std::min(most, group.entries.size() - group.ready);
     auto next = group.entries.begin() + static_cast<std::ptrdiff_t>(group.ready);

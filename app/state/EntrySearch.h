@@ -43,22 +43,24 @@ private:
         std::size_t end;  // in the part's texts, behind the space that closes it
     };
 
-    /// Some entries of a group that stand in a row, and their texts.
+    /// Some entries of a group that follow each other, and their texts.
     struct Part {
         std::vector<RememberedText> remembered;
         Bytes texts;
 
-        void remember(const KdbxEntry& entry, ByteView text);
         void remember(const KdbxEntry& entry);
-        [[nodiscard]] ByteView textAt(std::size_t index) const;
+        /// What another part knows of its entries from `first` to before `end`; none where that is no later.
+        void remember(const Part& other, std::size_t first, std::size_t end);
     };
 
     /// The entries of one group, of which the first so many are ready. The entries are held, not only pointed at:
-    /// nobody changes an entry in place that is held here, and no other gets its address.
+    /// so none is changed in place, and none gets the address of another.
     struct Group {
         SharedArray<KdbxEntry> entries;
         std::size_t ready = 0;
         std::vector<Part> parts;
+
+        void add(Part part);
     };
 
     class OldGroups;

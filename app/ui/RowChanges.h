@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/ListDifference.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <optional>
@@ -39,9 +41,9 @@ private:
     static constexpr std::size_t mostRuns = 64;
 
     static void add(std::vector<Run>& runs, std::size_t row);
-    template <class Some, class All, class IsSame>
-    static bool findMissing(std::vector<Run>& runs, Some some, Some someEnd, All all, All allEnd, std::size_t row,
-                            IsSame isSame);
+    static Run run(std::size_t first, std::size_t count) { return {static_cast<int>(first), static_cast<int>(count)}; }
+    [[nodiscard]] bool areMany() const noexcept;
+    [[nodiscard]] bool areOneMove() const noexcept;
 };
 
 inline void RowChanges::add(std::vector<Run>& runs, std::size_t row) {
@@ -61,56 +63,37 @@ std::vector<RowChanges::Run> RowChanges::runsWhere(const Rows& before, const Row
     return runs;
 }
 
-/// The runs of what `all` has between the elements of `some`; false where `some` has others, or the runs are too many.
-template <class Some, class All, class IsSame>
-bool RowChanges::findMissing(std::vector<Run>& runs, Some some, Some someEnd, All all, All allEnd, std::size_t row,
-                             IsSame isSame) {
-    for (; all != allEnd; ++all, ++row) {
-        if (some != someEnd && isSame(*some, *all))
-            ++some;
-        else
-            add(runs, row);
-        if (runs.size() > mostRuns)
-            return false;
-    }
-    return some == someEnd;
+/// More than a view is told one by one: rows that go and rows that come, other than by one move, or too many of them.
+inline bool RowChanges::areMany() const noexcept {
+    if (removed.empty() || inserted.empty())
+        return removed.size() + inserted.size() > mostRuns;
+    return !areOneMove();
+}
+
+inline bool RowChanges::areOneMove() const noexcept {
+    return removed.size() == 1 && inserted.size() == 1 && removed.front().count == 1 && inserted.front().count == 1;
 }
 
 template <class Rows, class IsSame>
 std::optional<RowChanges> RowChanges::between(const Rows& before, const Rows& after, IsSame isSame) {
-    auto [oldFirst, newFirst] = std::mismatch(before.begin(), before.end(), after.begin(), after.end(), isSame);
-    auto oldEnd = before.end();
-    auto newEnd = after.end();
-    while (oldEnd != oldFirst && newEnd != newFirst && isSame(*(oldEnd - 1), *(newEnd - 1))) {
-        --oldEnd;
-        --newEnd;
-    }
-    const auto start = static_cast<std::size_t>(oldFirst - before.begin());
-    const auto oldCount = oldEnd - oldFirst;
-    const auto newCount = newEnd - newFirst;
     RowChanges changes;
-    if (oldCount > newCount) {
-        if (!findMissing(changes.removed, newFirst, newEnd, oldFirst, oldEnd, start, isSame))
+    ListDifference difference(before, after, isSame);
+    while (const auto change = difference.next()) {
+        if (change->removed > 0)
+            changes.removed.push_back(run(change->before, change->removed));
+        if (change->added > 0)
+            changes.inserted.push_back(run(change->after, change->added));
+        if (changes.areMany())
             return std::nullopt;
-        std::reverse(changes.removed.begin(), changes.removed.end());
-        return changes;
     }
-    if (oldCount < newCount) {
-        if (!findMissing(changes.inserted, oldFirst, oldEnd, newFirst, newEnd, start, isSame))
+    if (changes.areOneMove()) {
+        const Move move{.from = changes.removed.front().first, .to = changes.inserted.front().first};
+        if (!isSame(before[static_cast<std::size_t>(move.from)], after[static_cast<std::size_t>(move.to)]))
             return std::nullopt;
+        changes = {};
+        changes.moved = move;
         return changes;
     }
-    if (oldCount == 0)
-        return changes;
-    const int first = static_cast<int>(start);
-    const int last = first + static_cast<int>(oldCount) - 1;
-    if (isSame(*oldFirst, *(newEnd - 1)) && std::equal(oldFirst + 1, oldEnd, newFirst, newEnd - 1, isSame)) {
-        changes.moved = {first, last};
-        return changes;
-    }
-    if (isSame(*(oldEnd - 1), *newFirst) && std::equal(oldFirst, oldEnd - 1, newFirst + 1, newEnd, isSame)) {
-        changes.moved = {last, first};
-        return changes;
-    }
-    return std::nullopt;
+    std::ranges::reverse(changes.removed);
+    return changes;
 }

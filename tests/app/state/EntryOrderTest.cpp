@@ -145,7 +145,7 @@ TEST(EntryOrderTest, givesWhatSortingAnewGives) {
                                  .ascending = changing.below(4) != 0};
             ASSERT_EQ(order.sorted(changing.group, entries, sort), sort.apply(entries)) << seed << ' ' << step;
             ASSERT_EQ(order.sortedPart(changing.group, entries, part, sort), sort.apply(part)) << seed << ' ' << step;
-            ASSERT_EQ(entriesAt(order.sortedPlaces(changing.group, entries, sort), entries), sort.apply(entries))
+            ASSERT_EQ(entriesAt(order.sortedIndices(changing.group, entries, sort), entries), sort.apply(entries))
                 << seed << ' ' << step;
             changing.change();
         }

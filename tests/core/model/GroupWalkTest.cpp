@@ -68,8 +68,7 @@ TEST(GroupWalkTest, knowsThePathToTheCurrentGroup) {
     const auto root = tree();
     GroupWalk walk(root);
     goTo(walk, "f");
-    EXPECT_EQ(walk.path(),
-              (std::vector<const KdbxGroup*>{&root, &root.groups[1], &root.groups[1].groups[0]}));
+    EXPECT_EQ(walk.path(), (std::vector<const KdbxGroup*>{&root, &root.groups[1], &root.groups[1].groups[0]}));
 }
 
 TEST(GroupWalkTest, leavesOutTheSubgroupsThatAreSkipped) {
