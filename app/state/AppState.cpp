@@ -7,7 +7,10 @@
 #include <algorithm>
 
 AppState::AppState(Services services, QObject* parent)
-    : QObject(parent), m_services(std::move(services)), m_vaultFile(m_services.files, m_services.scheduler) {
+    : QObject(parent),
+      m_services(std::move(services)),
+      m_statusLine(m_services.scheduler),
+      m_vaultFile(m_services.files, m_services.scheduler) {
     const auto& preferences = m_services.preferences;
     m_sort = {.column = EntrySort::columnFromText(preferences.sortColumn()).value_or(EntrySort::Column::title),
               .ascending = preferences.sortAscending()};
@@ -17,6 +20,9 @@ AppState::AppState(Services services, QObject* parent)
                                                                           .scheduler = m_services.scheduler,
                                                                           .encode = m_services.codec.saveUnder},
                                                    [this] { return m_isDirty && m_database ? &*m_database : nullptr; });
+    connect(&m_statusLine, &StatusLine::errorChanged, this, [this] { m_signals.send(&AppState::lastErrorChanged); });
+    connect(&m_statusLine, &StatusLine::messageChanged, this,
+            [this] { m_signals.send(&AppState::statusMessageChanged); });
     connect(&preferences, &Preferences::couldNotBeStored, this, [this] {
         setLastError("Ayarlar kaydedilemiyor; yaptığın değişiklikler yalnızca program kapanana kadar geçerli.");
     });
@@ -24,38 +30,22 @@ AppState::AppState(Services services, QObject* parent)
 
 AppState::~AppState() = default;
 
-AppState::Step::~Step() {
-    if (--m_state.m_openSteps > 0)
-        return;
-    for (const auto signal : std::exchange(m_state.m_changes, {}))
-        emit(m_state.*signal)();
-}
-
-void AppState::announce(Signal changed) {
-    const Step step(*this);
-    if (std::find(m_changes.begin(), m_changes.end(), changed) == m_changes.end())
-        m_changes.push_back(changed);
-}
-
 // Two vaults are not compared: their equality looks at identifiers and times alone.
 void AppState::assignDatabase(std::optional<KdbxDatabase> database) {
-    if (!database) {
-        m_search.forget();
-        m_groupOrder.forget();
-        m_searchOrder.forget();
-    }
+    if (!database)
+        m_browser.forget();
     m_database = std::move(database);
     if (m_rescues && m_database)
         m_rescues->noteChange();
-    announce(&AppState::databaseChanged);
+    m_signals.send(&AppState::databaseChanged);
 }
 
 void AppState::setLastError(std::optional<std::string> text) {
-    assign(m_lastError, std::move(text), &AppState::lastErrorChanged);
+    m_statusLine.setError(std::move(text));
 }
 
 void AppState::setStatusMessage(std::optional<std::string> text) {
-    assign(m_statusMessage, std::move(text), &AppState::statusMessageChanged);
+    m_statusLine.setMessage(std::move(text));
 }
 
 void AppState::setSelectedGroupID(std::optional<UUID> id) {
@@ -71,7 +61,7 @@ void AppState::setSearchText(std::string text) {
         return;
     wipe(m_searchText);  // which a shorter text would leave the end of
     m_searchText = std::move(text);
-    announce(&AppState::searchTextChanged);
+    m_signals.send(&AppState::searchTextChanged);
 }
 
 void AppState::setSort(EntrySort sort) {

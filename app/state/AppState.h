@@ -1,26 +1,22 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/state/EntryOrder.h"
+#include "app/state/EntryBrowser.h"
 #include "app/state/EntryReferences.h"
-#include "app/state/EntrySearch.h"
 #include "app/state/EntrySort.h"
+#include "app/state/HeldSignals.h"
 #include "app/state/RescueKeeper.h"
 #include "app/state/Route.h"
+#include "app/state/SessionServices.h"
+#include "app/state/StatusLine.h"
+#include "app/state/UndoHistory.h"
 #include "app/state/VaultFile.h"
 #include "core/autotype/AutoTypeAction.h"
-#include "core/container/KdbxKeys.h"
-#include "core/model/KdbxDatabase.h"
-#include "core/platform/BackgroundWork.h"
-#include "core/platform/Bookmarks.h"
-#include "core/platform/FileStore.h"
-#include "core/platform/Scheduler.h"
 #include "core/primitives/Derivation.h"
 
 #include <QObject>
 
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -29,52 +25,24 @@
 #include <string>
 #include <vector>
 
-class AutoTyping;
-class ClipboardService;
-class Preferences;
-class Workspace;
-
 /// The session: the one vault, the credentials that decrypt it, what is selected, searched and shown of it, the undo
-/// stacks, and the two lines of feedback. There is one for the life of the process, used on the main thread alone.
-/// Every view reads it and every user action ends in one of its verbs.
+/// history, and the two lines of feedback. There is one for the life of the process, used on the main thread alone.
+/// Every view reads it, and every user action ends in one of its verbs.
 ///
-/// A verb tells the views of what it changed when it has ended, one signal a property, so that none of them ever sees
-/// half a step. No verb throws: a failure becomes `lastError`.
+/// A verb reports what it changed when it has ended, by one signal a property, so that no view ever sees half a step.
+/// No verb throws: a failure becomes `lastError`.
 ///
-/// The verbs that read or write a vault derive its key, which may take long. They return when all is done, and the
-/// program goes on meanwhile: its loop turns within them, and `derivation` says so. Until then nothing of them is to be
-/// seen, and what would end, replace or write the session once more does nothing, but for a lock, which comes after.
+/// The verbs that read or write a vault derive its key, which may take long. They return when all is done; meanwhile
+/// the program's loop turns within them, and `derivation` is set. Until then nothing that they do shows. A verb that
+/// would end, replace or write the session does nothing in that time, except for a lock, which follows.
 class AppState : public QObject {
     Q_OBJECT
 
 public:
     using Route = ::Route;
 
-    /// How a vault file is read and written; `KdbxFile`'s two functions in the program.
-    struct VaultCodec {
-        std::function<KdbxDatabase(ByteView file, const KdbxKey& key, const KdbxKeys::Transformation& transformation)>
-            load;
-        std::function<Bytes(const KdbxDatabase& database, const KdbxKey& key,
-                            const KdbxKeys::Transformation& transformation)>
-            save;
-        std::function<Bytes(const KdbxDatabase& database, const KdbxTransformedKey& key)> saveUnder{};
-    };
-
-    /// The world, as far as a session needs it. All of it outlives the state.
-    struct Services {
-        Preferences& preferences;
-        FileStore& files;
-        Bookmarks& bookmarks;
-        Scheduler& scheduler;
-        BackgroundWork& background;
-        ClipboardService& clipboard;
-        VaultCodec codec;
-        Workspace& workspace;
-        AutoTyping& autoTyping;
-        /// Where unsaved work is kept, and what writes it meanwhile; without them it is lost with its session.
-        RescueStore* rescues = nullptr;
-        WorkQueue* rescueWork = nullptr;
-    };
+    using VaultCodec = ::VaultCodec;
+    using Services = SessionServices;
 
     explicit AppState(Services services, QObject* parent = nullptr);
     ~AppState() override;
@@ -87,10 +55,10 @@ public:
     /// Whether the vault in memory differs from the file. Undoing back to what was saved does not clear it.
     [[nodiscard]] bool isDirty() const noexcept { return m_isDirty; }
     /// The last failure, shown until it is dismissed.
-    [[nodiscard]] const std::optional<std::string>& lastError() const noexcept { return m_lastError; }
+    [[nodiscard]] const std::optional<std::string>& lastError() const noexcept { return m_statusLine.error(); }
     void setLastError(std::optional<std::string> text);
     /// A confirmation that clears itself after two seconds.
-    [[nodiscard]] const std::optional<std::string>& statusMessage() const noexcept { return m_statusMessage; }
+    [[nodiscard]] const std::optional<std::string>& statusMessage() const noexcept { return m_statusLine.message(); }
     /// Sets it without a timer to clear it.
     void setStatusMessage(std::optional<std::string> text);
     /// The group that the list shows.
@@ -129,8 +97,8 @@ public:
     /// The group with the selected id, the root where there is none; none while locked.
     [[nodiscard]] const KdbxGroup* selectedGroup() const;
     [[nodiscard]] bool canSave() const noexcept { return m_database && m_databaseURL; }
-    [[nodiscard]] bool canUndo() const noexcept { return !m_undoStack.empty(); }
-    [[nodiscard]] bool canRedo() const noexcept { return !m_redoStack.empty(); }
+    [[nodiscard]] bool canUndo() const noexcept { return m_history.canUndo(); }
+    [[nodiscard]] bool canRedo() const noexcept { return m_history.canRedo(); }
     [[nodiscard]] bool isSearching() const;
     /// What the list shows, in its order: what the search finds anywhere, else the selected group's own entries.
     /// Made anew at each call; good until the vault changes.
@@ -296,18 +264,8 @@ signals:
 
 private:
     using Signal = void (AppState::*)();
-
-    /// Holds the signals of what changes during its life, and sends them when the outermost one ends.
-    class Step {
-    public:
-        explicit Step(AppState& state) noexcept : m_state(state) { ++m_state.m_openSteps; }
-        ~Step();
-        Step(const Step&) = delete;
-        Step& operator=(const Step&) = delete;
-
-    private:
-        AppState& m_state;
-    };
+    using Step = HeldSignals<AppState>::Step;
+    class Meanwhile;
 
     /// A file that the user has agreed to replace, as it was then.
     struct Replaceable {
@@ -315,18 +273,10 @@ private:
         FileStatus status;
     };
 
-    /// The whole vault before a step; none once that vault is no longer the one that is open.
-    struct Snapshot {
-        std::optional<KdbxDatabase> database;
-        std::string label;
-        EntrySort::Column sortColumn;
-    };
-
     struct RunningDerivation {
         DerivationPurpose purpose;
         Derivation* derivation;
     };
-    class Meanwhile;
 
     /// What was asked for while a key was derived.
     enum class Wish : std::uint8_t { none, lock, close };
@@ -334,38 +284,35 @@ private:
     template <class Value>
     void assign(Value& property, Value value, Signal changed);
     void assignDatabase(std::optional<KdbxDatabase> database);
-    void announce(Signal changed);
 
     void clearSelection();
+    void pruneSelection();
+    bool selectRange(UUID id);
     void storeBookmark(const std::filesystem::path& url);
-    void forgetKey() noexcept;
-    void publish(KdbxDatabase database, const KdbxKey& key);
+    void open(KdbxDatabase database, const KdbxKey& key);
+    void dropVault();
+
     KdbxKeys::Transformation derivingFor(DerivationPurpose purpose);
+    KdbxKeys::Transformation derivingFor(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
     Bytes derive(DerivationPurpose purpose, ByteView compositeKey, const KdbxHeader& header);
     bool isPutOff(Wish wish);
     void fulfilWishSoon();
+
     void saveQuietly(DerivationPurpose purpose);
+    Bytes encoded(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
+    void noteSaved(std::int64_t changeCount, std::optional<KdbxTransformedKey> key);
     void reportKept();
-    void takeBackFileNotice();
     void reportChangeOfFile();
     void checkReplaceable(const std::filesystem::path& url) const;
     [[nodiscard]] bool isOpenVault(const std::filesystem::path& url) const;
-    Bytes encoded(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
-    KdbxKeys::Transformation derivingFor(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived);
+
     void beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper::Offering offering);
-    void noteSaved(std::optional<KdbxTransformedKey> key);
     void endRescues();
-    void noteTravel(const Snapshot& step, bool isUndone);
-    void flash(std::string text);
-    void scheduleStatusClear();
-    bool selectRange(UUID id);
-    void startSearchOrder(const EntryReferences& entries) const;
-    void travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Change::Kind kind);
+    void noteTravel(const std::string& label, UndoHistory::Direction direction);
+
+    void travel(UndoHistory::Direction direction);
     void announceChange(Change::Kind kind, const std::string& label);
-    void emptyUndoStacks();
-    void dropVaultsOfSteps() noexcept;
     void refreshUndoLabels();
-    void pruneSelection();
     void amend(const std::function<void(KdbxDatabase&)>& body);
     void touchAccessed(UUID id);
     void applyOrder(const std::vector<std::size_t>& order, UUID groupID);
@@ -374,9 +321,9 @@ private:
     std::optional<std::string> groupSequence(UUID entryID) const;
     void startTyping(std::vector<AutoTypeAction> actions);
 
-    static constexpr std::size_t undoLimit = 50;
-
     Services m_services;
+    HeldSignals<AppState> m_signals{*this};
+    StatusLine m_statusLine;
     std::optional<KdbxDatabase> m_database;
     std::optional<std::filesystem::path> m_databaseURL;
     bool m_isLocked = true;
@@ -384,31 +331,23 @@ private:
     std::int64_t m_changeCount = 0;  // of the vault, by steps, their undoing and their redoing
     std::optional<RunningDerivation> m_derivation;
     Wish m_wish = Wish::none;
-    std::optional<std::string> m_lastError;
-    std::optional<std::string> m_statusMessage;
     std::optional<KdbxKey> m_activeKey;  // set and cleared together with m_database
     VaultFile m_vaultFile;               // of the open vault
     std::optional<Replaceable> m_replaceable;
-    std::optional<std::string> m_fileNotice;  // the failure text that `lookAtFile` has shown last
     std::optional<UUID> m_selectedGroupID;
     std::set<UUID> m_selectedEntryIDs;
+    std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts
     std::string m_searchText;
     EntrySort m_sort;
+    mutable EntryBrowser m_browser;  // forgets when the vault is locked
     std::optional<Route> m_route;
     std::int64_t m_searchFocusToken = 0;
-    std::deque<Snapshot> m_undoStack;  // newest last, as is the other
-    std::deque<Snapshot> m_redoStack;
+    UndoHistory m_history;
     std::optional<std::string> m_undoLabel;
     std::optional<std::string> m_redoLabel;
     Change m_lastChange{};
-    std::optional<UUID> m_selectionAnchor;    // where a range of the selection starts
-    mutable EntrySearch m_search;             // what it remembers goes when the vault is locked, as the orders do
-    mutable EntryOrder m_groupOrder;          // of the selected group's entries
-    mutable EntryOrder m_searchOrder;         // of all entries
     std::unique_ptr<RescueKeeper> m_rescues;  // none where there is no store
     FormContent m_formContent;                // of the sheet that shows
-    std::vector<Signal> m_changes;            // to be told at the end of the outermost step
-    int m_openSteps = 0;
 };
 
 template <class Value>
@@ -416,5 +355,5 @@ void AppState::assign(Value& property, Value value, Signal changed) {
     if (property == value)
         return;
     property = std::move(value);
-    announce(changed);
+    m_signals.send(changed);
 }

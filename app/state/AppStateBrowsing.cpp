@@ -12,38 +12,14 @@ bool AppState::isSearching() const {
 EntryReferences AppState::visibleEntries() const {
     if (!m_database)
         return {};
-    if (!isSearching()) {
-        const auto& group = *selectedGroup();
-        return m_groupOrder.sorted(group, entriesOf(group), m_sort);
-    }
-    const auto found = m_search.matching(m_database->root, m_searchText);
-    const auto entries = m_search.matching(m_database->root, "");
-    startSearchOrder(entries);
-    return m_searchOrder.sortedPart(m_database->root, entries, found, m_sort);
-}
-
-/// Where the group that is shown has all the entries, or all but a few, its list is sorted already.
-void AppState::startSearchOrder(const EntryReferences& entries) const {
-    if (m_searchOrder.isFarFrom(entries, m_sort) && !m_groupOrder.isFarFrom(entries, m_sort))
-        m_searchOrder.takeOver(m_groupOrder);
+    return isSearching() ? m_browser.matching(m_database->root, m_searchText, m_sort)
+                         : m_browser.entriesIn(*selectedGroup(), m_sort);
 }
 
 bool AppState::prepareBrowsing() {
-    constexpr std::size_t someEntries = 2000;
-    if (!m_database) {
-        Collation::ofUser().prepare();
-        return false;
-    }
-    const auto& root = m_database->root;
-    // The order is a step of its own: it takes as long as many of the others.
-    if (!m_search.prepare(root, 0)) {
-        m_search.prepare(root, someEntries);
-        return true;
-    }
-    const auto entries = m_search.matching(root, "");
-    startSearchOrder(entries);
-    if (m_searchOrder.isFarFrom(entries, m_sort))
-        static_cast<void>(m_searchOrder.sorted(root, entries, m_sort));
+    if (m_database)
+        return m_browser.prepare(m_database->root, m_sort);
+    Collation::ofUser().prepare();
     return false;
 }
 
@@ -77,10 +53,8 @@ bool AppState::selectRange(UUID id) {
     if (!m_selectionAnchor)
         return false;
     const auto shown = visibleEntries();
-    const auto place = [&](UUID wanted) {
-        return std::find_if(shown.begin(), shown.end(), [&](const auto* entry) { return entry->id == wanted; });
-    };
-    const auto [first, last] = std::minmax({place(*m_selectionAnchor), place(id)});
+    const auto find = [&](UUID wanted) { return std::ranges::find(shown, wanted, &KdbxEntry::id); };
+    const auto [first, last] = std::minmax({find(*m_selectionAnchor), find(id)});
     if (last == shown.end())
         return false;
     std::set<UUID> ids;

@@ -20,9 +20,9 @@ void AppState::copyUsername(const KdbxEntry* entry) {
     entry = orFocused(entry);
     if (!entry)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     m_services.clipboard.copySecret(entry->username);
-    flash("Kullanıcı adı kopyalandı");
+    m_statusLine.flash("Kullanıcı adı kopyalandı");
     touchAccessed(entry->id);
 }
 
@@ -30,11 +30,11 @@ void AppState::copyPassword(const KdbxEntry* entry) {
     entry = orFocused(entry);
     if (!entry)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     auto password = entry->password.value();
     const WipedAtEnd passwordEnd(password);
     m_services.clipboard.copySecret(password);
-    flash("Parola kopyalandı");
+    m_statusLine.flash("Parola kopyalandı");
     touchAccessed(entry->id);
 }
 
@@ -43,7 +43,7 @@ void AppState::copyURL(const KdbxEntry* entry) {
     if (!entry || entry->url.empty())
         return;
     m_services.clipboard.copyPlain(entry->url);
-    flash("Adres kopyalandı");
+    m_statusLine.flash("Adres kopyalandı");
 }
 
 void AppState::openURL(const KdbxEntry* entry) {

@@ -3,26 +3,26 @@
 
 #include <QPointer>
 
-/// The time of a derivation, in which the program goes on in the middle of a verb: what happens then is no part of the
-/// verb's step, and the views hear of it at once. The end is a part of the step again, and its first.
+/// The time of a derivation, in which the program goes on in the middle of a verb. What happens then is no part of the
+/// verb's step; the end of the derivation is.
 class AppState::Meanwhile {
 public:
-    Meanwhile(AppState& state, RunningDerivation derivation)
-        : m_state(state), m_openSteps(std::exchange(state.m_openSteps, 0)) {
+    Meanwhile(AppState& state, RunningDerivation derivation) : m_state(state) {
+        m_interlude.emplace(state.m_signals);
         m_state.m_derivation = derivation;
-        m_state.announce(&AppState::derivationChanged);
+        m_state.m_signals.send(&AppState::derivationChanged);
     }
     ~Meanwhile() {
         m_state.m_derivation.reset();
-        m_state.m_openSteps = m_openSteps;
-        m_state.announce(&AppState::derivationChanged);
+        m_interlude.reset();
+        m_state.m_signals.send(&AppState::derivationChanged);
     }
     Meanwhile(const Meanwhile&) = delete;
     Meanwhile& operator=(const Meanwhile&) = delete;
 
 private:
     AppState& m_state;
-    int m_openSteps;
+    std::optional<HeldSignals<AppState>::Interlude> m_interlude;
 };
 
 KdbxKeys::Transformation AppState::derivingFor(DerivationPurpose purpose) {
@@ -43,7 +43,7 @@ Bytes AppState::derive(DerivationPurpose purpose, ByteView compositeKey, const K
         const Meanwhile meanwhile(*this, {purpose, &derivation});
         m_services.background.run(task);
     } catch (const DerivationGivenUp&) {
-        m_wish = Wish::none;  // who gives up a step gives up what was to follow it
+        m_wish = Wish::none;  // what was to follow the step is given up with it
         throw;
     } catch (...) {
         fulfilWishSoon();
@@ -66,8 +66,8 @@ void AppState::giveUpDerivation() {
         m_derivation->derivation->giveUp();
 }
 
-/// A lock that is wished for while a key is derived comes when the verb has ended: it must not be lost, since its user
-/// may be gone. The further one of two wishes counts.
+/// A lock that is asked for while a key is derived follows when the verb has ended: it must not be lost, since the user
+/// may be gone. Of two wishes the further one counts.
 bool AppState::isPutOff(Wish wish) {
     if (!m_derivation)
         return false;

@@ -57,7 +57,7 @@ KdbxEntry duplicateOf(const KdbxEntry& entry, Timestamp now) {
 }  // namespace
 
 void AppState::addEntry(KdbxEntry entry, UUID groupID) {
-    const Step step(*this);
+    const Step step(m_signals);
     const auto id = entry.id;
     const auto now = m_services.scheduler.now();
     bool isRefused = m_database.has_value();
@@ -77,7 +77,7 @@ void AppState::updateEntry(KdbxEntry entry) {
 void AppState::deleteEntries(const std::set<UUID>& ids) {
     if (ids.empty())
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     edit(ids.size() == 1 ? "Kaydı Sil" : std::to_string(ids.size()) + " Kaydı Sil",
          [&](KdbxDatabase& database) { GroupTree::removeEntries(database.root, ids); });
     setSelectedEntryIDs({});
@@ -101,7 +101,7 @@ void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> tar
     const auto movingPlaces = GroupTree::indicesOf(group.entries, ids);
     if (movingPlaces.empty() || (target && !targetPlace))
         return;
-    const auto shown = m_groupOrder.sortedIndices(group, entriesOf(group), m_sort);
+    const auto shown = m_browser.orderIn(group, m_sort);
     applyOrder(arrangement(group.entries, shown, movingPlaces, targetPlace),
                m_selectedGroupID.value_or(m_database->root.id));
 }
@@ -109,7 +109,7 @@ void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> tar
 // The order of a group's entries is the manual order; nothing else stores it. The step remembers the column that the
 // list had, so that one undo brings both back. `order` has the former place of each entry.
 void AppState::applyOrder(const std::vector<std::size_t>& order, UUID groupID) {
-    const Step step(*this);
+    const Step step(m_signals);
     const auto now = m_services.scheduler.now();
     edit("Sırayı Değiştir", [&](KdbxDatabase& database) {
         GroupTree::mutateGroup(database.root, groupID, [&](KdbxGroup& group) {
@@ -120,13 +120,13 @@ void AppState::applyOrder(const std::vector<std::size_t>& order, UUID groupID) {
     if (m_sort.column == EntrySort::Column::manual)
         return;
     setSort({.column = EntrySort::Column::manual, .ascending = m_sort.ascending});
-    flash("Kendi sıralamana geçildi.");
+    m_statusLine.flash("Kendi sıralamana geçildi.");
 }
 
 void AppState::duplicateEntries(std::set<UUID> ids) {
     if (!m_database || ids.empty())
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     const auto now = m_services.scheduler.now();
     std::set<UUID> copies;
     edit(ids.size() == 1 ? "Kaydı Çoğalt" : "Kayıtları Çoğalt", [&](KdbxDatabase& database) {

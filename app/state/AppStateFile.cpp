@@ -28,12 +28,12 @@ std::string messageOf(const VaultFile::Kept& kept) {
 void AppState::prepareNew(const std::filesystem::path& url, Replacing replacing) {
     if (m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     prepare(url);
     if (replacing == Replacing::yes)
         if (const auto status = m_services.files.status(url))
             m_replaceable = {url, *status};
-    announce(&AppState::offersCreationChanged);
+    m_signals.send(&AppState::offersCreationChanged);
 }
 
 bool AppState::offersCreation() const {
@@ -58,7 +58,7 @@ void AppState::sealDatabase(const std::filesystem::path& url, std::string passwo
     const WipedAtEnd passwordEnd(password);
     if (m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     std::optional<Bytes> keyFileData;
     try {
         if (keyFileURL)
@@ -81,24 +81,17 @@ bool AppState::isOpenVault(const std::filesystem::path& url) const {
     return url == m_databaseURL || (status && m_databaseURL && status == m_services.files.status(*m_databaseURL));
 }
 
-/// Where it has become untrue, or is done with.
-void AppState::takeBackFileNotice() {
-    if (m_lastError && m_lastError == m_fileNotice)
-        setLastError(std::nullopt);
-    m_fileNotice.reset();
-}
-
 void AppState::reportKept() {
-    takeBackFileNotice();
+    m_statusLine.takeBackNotice();
     if (const auto kept = m_vaultFile.takeKept())
         setLastError(messageOf(*kept));
 }
 
 void AppState::lookAtFile() {
-    const Step step(*this);
+    const Step step(m_signals);
     if (m_database && m_databaseURL)
         reportChangeOfFile();
-    announce(&AppState::databaseFileLookedAt);
+    m_signals.send(&AppState::databaseFileLookedAt);
 }
 
 void AppState::reportChangeOfFile() {
@@ -107,14 +100,12 @@ void AppState::reportChangeOfFile() {
         case VaultFile::Change::none:
             return;
         case VaultFile::Change::undone:
-            return takeBackFileNotice();
+            return m_statusLine.takeBackNotice();
         case VaultFile::Change::gone:
-            m_fileNotice = name + " artık yerinde değil. Kaydedersen yeniden yazılır.";
-            break;
+            return m_statusLine.setNotice(name + " artık yerinde değil. Kaydedersen yeniden yazılır.");
         case VaultFile::Change::changed:
-            m_fileNotice = name + (m_isDirty ? " diskte değişti. Kaydedersen oradaki sürüm ayrıca saklanır."
-                                             : " diskte değişti. Yeni hâli için kasayı kilitleyip yeniden aç.");
-            break;
+            return m_statusLine.setNotice(
+                name + (m_isDirty ? " diskte değişti. Kaydedersen oradaki sürüm ayrıca saklanır."
+                                  : " diskte değişti. Yeni hâli için kasayı kilitleyip yeniden aç."));
     }
-    setLastError(m_fileNotice);
 }

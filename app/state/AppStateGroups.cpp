@@ -4,7 +4,7 @@
 #include "app/state/VaultChanges.h"
 
 void AppState::addGroup(KdbxGroup group, UUID parentID) {
-    const Step step(*this);
+    const Step step(m_signals);
     const auto id = group.id;
     const auto now = m_services.scheduler.now();
     bool isRefused = m_database.has_value();
@@ -24,7 +24,7 @@ void AppState::updateGroup(const KdbxGroup& group) {
 void AppState::deleteGroup(UUID id) {
     if (!m_database || id == m_database->root.id)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     edit("Grubu Sil", [&](KdbxDatabase& database) { GroupTree::removeGroup(database.root, id); });
     setSelectedGroupID(m_database->root.id);
     pruneSelection();

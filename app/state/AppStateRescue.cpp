@@ -56,16 +56,7 @@ void AppState::beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper:
     } catch (...) {
         m_rescues->end();
     }
-    announce(&AppState::rescueOfferChanged);
-}
-
-void AppState::noteSaved(std::optional<KdbxTransformedKey> key) {
-    if (!m_rescues)
-        return;
-    m_rescues->noteSaved(*m_databaseURL, std::move(key));
-    if (m_isDirty)
-        m_rescues->noteChange();  // made while the key was derived, and so not in the file
-    announce(&AppState::rescueOfferChanged);
+    m_signals.send(&AppState::rescueOfferChanged);
 }
 
 void AppState::keepUnsaved() noexcept {
@@ -88,7 +79,7 @@ void AppState::endRescues() {
         return;
     keepUnsaved();
     m_rescues->end();
-    announce(&AppState::rescueOfferChanged);
+    m_signals.send(&AppState::rescueOfferChanged);
 }
 
 std::optional<RescueOffer> AppState::rescueOffer() const {
@@ -98,8 +89,8 @@ std::optional<RescueOffer> AppState::rescueOffer() const {
 void AppState::restoreRescue() {
     if (!rescueOffer() || !m_activeKey || m_derivation)
         return;
-    const Step step(*this);
-    announce(&AppState::rescueOfferChanged);
+    const Step step(m_signals);
+    m_signals.send(&AppState::rescueOfferChanged);
     try {
         auto kept = m_services.codec.load(m_rescues->readOffer(), *m_activeKey,
                                           m_rescues->knowing(derivingFor(DerivationPurpose::restoring)));
@@ -116,7 +107,7 @@ void AppState::restoreRescue() {
             return;
         m_rescues->takeOffer();
         pruneSelection();
-        flash("Saklanan değişiklikler geri getirildi");
+        m_statusLine.flash("Saklanan değişiklikler geri getirildi");
     } catch (const DerivationGivenUp&) {
         // It is still offered.
     } catch (...) {
@@ -127,19 +118,19 @@ void AppState::restoreRescue() {
 void AppState::deleteRescue() {
     if (!rescueOffer() || m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     m_rescues->deleteOffer();
-    announce(&AppState::rescueOfferChanged);
-    flash("Saklanan değişiklikler silindi");
+    m_signals.send(&AppState::rescueOfferChanged);
+    m_statusLine.flash("Saklanan değişiklikler silindi");
 }
 
-/// A step that brought a copy back and is undone leaves the copy where it was: to be decided on.
-void AppState::noteTravel(const Snapshot& step, bool isUndone) {
-    if (!m_rescues || step.label != restoreLabel)
+/// A copy that was brought back by a step is to be decided on again once that step is undone.
+void AppState::noteTravel(const std::string& label, UndoHistory::Direction direction) {
+    if (!m_rescues || label != restoreLabel)
         return;
-    if (isUndone)
+    if (direction == UndoHistory::Direction::undo)
         m_rescues->noteTakingUndone();
     else
         m_rescues->noteTakingRedone();
-    announce(&AppState::rescueOfferChanged);
+    m_signals.send(&AppState::rescueOfferChanged);
 }

@@ -2,25 +2,13 @@
 #include "app/state/AppState.h"
 #include "app/state/FailureText.h"
 
-#include <QPointer>
-
-#include <chrono>
-
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto statusLife = 2s;
-
-}  // namespace
-
 void AppState::save() {
     if (m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     try {
         saveQuietly(DerivationPurpose::saving);
-        flash("Kaydedildi");
+        m_statusLine.flash("Kaydedildi");
     } catch (const DerivationGivenUp&) {
         // The vault stays unsaved, as it is shown.
     } catch (...) {
@@ -34,9 +22,19 @@ void AppState::saveQuietly(DerivationPurpose purpose) {
     const auto changeCount = m_changeCount;
     std::optional<KdbxTransformedKey> derived;
     m_vaultFile.save(*m_databaseURL, encoded(purpose, derived));
-    assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
-    noteSaved(std::move(derived));
+    noteSaved(changeCount, std::move(derived));
     reportKept();
+}
+
+/// The file holds the vault as it was after so many changes.
+void AppState::noteSaved(std::int64_t changeCount, std::optional<KdbxTransformedKey> key) {
+    assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
+    if (!m_rescues)
+        return;
+    m_rescues->noteSaved(*m_databaseURL, std::move(key));
+    if (m_isDirty)
+        m_rescues->noteChange();  // made while the key was derived, and so not in the file
+    m_signals.send(&AppState::rescueOfferChanged);
 }
 
 /// The vault's file as the vault is now. What changes while the key is derived is not in it.
@@ -48,7 +46,7 @@ Bytes AppState::encoded(DerivationPurpose purpose, std::optional<KdbxTransformed
 void AppState::saveAs(const std::filesystem::path& url) {
     if (!m_database || !m_activeKey || m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     try {
         const auto changeCount = m_changeCount;
         std::optional<KdbxTransformedKey> derived;
@@ -60,28 +58,13 @@ void AppState::saveAs(const std::filesystem::path& url) {
             m_vaultFile.begin(file, VaultFile::LosesByASave::no);
         }
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
-        assign(m_isDirty, changeCount != m_changeCount, &AppState::isDirtyChanged);
-        noteSaved(std::move(derived));
+        noteSaved(changeCount, std::move(derived));
         storeBookmark(url);
         reportKept();
-        flash("Kaydedildi");
+        m_statusLine.flash("Kaydedildi");
     } catch (const DerivationGivenUp&) {
         // The vault stays unsaved and where it was.
     } catch (...) {
         setLastError(failureText());
     }
-}
-
-void AppState::flash(std::string text) {
-    setStatusMessage(std::move(text));
-    scheduleStatusClear();
-}
-
-// Each message has its own clear, which does not look at what is shown by then: one that came 1.5 seconds after
-// another goes with it.
-void AppState::scheduleStatusClear() {
-    m_services.scheduler.after(statusLife, [state = QPointer<AppState>(this)] {
-        if (state)
-            state->setStatusMessage(std::nullopt);
-    });
 }

@@ -39,18 +39,23 @@ int repairDuplicateIDs(KdbxDatabase& database) {
 void AppState::prepare(const std::filesystem::path& url) {
     if (m_derivation)
         return;
-    const Step step(*this);
-    m_services.autoTyping.stop();
-    endRescues();
+    const Step step(m_signals);
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
-    assignDatabase(std::nullopt);
-    dropVaultsOfSteps();
-    forgetKey();
+    dropVault();
+    m_history.dropVaults();
     assign(m_isLocked, true, &AppState::isLockedChanged);
     setLastError(std::nullopt);
     clearSelection();
     storeBookmark(url);
     m_replaceable.reset();
+}
+
+/// The end of the session that may be open. Its undo history is left to the caller.
+void AppState::dropVault() {
+    m_services.autoTyping.stop();
+    endRescues();
+    assignDatabase(std::nullopt);
+    m_activeKey.reset();
 }
 
 void AppState::clearSelection() {
@@ -59,15 +64,11 @@ void AppState::clearSelection() {
     setRoute(std::nullopt);
 }
 
-void AppState::forgetKey() noexcept {
-    m_activeKey.reset();
-}
-
 void AppState::unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL) {
     const WipedAtEnd passwordEnd(password);
     if (m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     if (!m_databaseURL)
         return setLastError("Önce bir veritabanı dosyası seçin.");
     try {
@@ -80,10 +81,16 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         auto database = m_services.codec.load(file, key, derivingFor(DerivationPurpose::unlocking, derived));
         const auto repaired = repairDuplicateIDs(database);
         m_vaultFile.begin(file, losesByASave(database));
-        publish(std::move(database), key);
+        const auto rootID = database.root.id;
+        open(std::move(database), key);
+        m_history.clear();
+        refreshUndoLabels();
+        setSelectedGroupID(rootID);
+        setSelectedEntryIDs({});
+        setSearchText("");
         beginRescues(std::move(derived), RescueKeeper::Offering::yes);
         if (repaired > 0)
-            flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
+            m_statusLine.flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
     } catch (const DerivationGivenUp&) {
         // Everything is as it was.
     } catch (...) {
@@ -91,18 +98,13 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
     }
 }
 
-void AppState::publish(KdbxDatabase database, const KdbxKey& key) {
-    const auto rootID = database.root.id;
+/// The beginning of a session, however its vault came to be.
+void AppState::open(KdbxDatabase database, const KdbxKey& key) {
     assignDatabase(std::move(database));
-    forgetKey();
-    m_activeKey.emplace(key);
+    m_activeKey = key;
     assign(m_isLocked, false, &AppState::isLockedChanged);
     assign(m_isDirty, false, &AppState::isDirtyChanged);
     setLastError(std::nullopt);
-    emptyUndoStacks();
-    setSelectedGroupID(rootID);
-    setSelectedEntryIDs({});
-    setSearchText("");
 }
 
 void AppState::createDatabase(const std::filesystem::path& url, std::string password,
@@ -110,7 +112,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
     const WipedAtEnd passwordEnd(password);
     if (m_derivation)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     try {
         checkReplaceable(url);
         auto database = newVault(Text::repairingUTF8(bytesOf(url.stem().native())), m_services.scheduler.now());
@@ -121,18 +123,11 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         m_vaultFile.begin(file, VaultFile::LosesByASave::no);
         m_replaceable.reset();
 
-        m_services.autoTyping.stop();
-        endRescues();
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
-        assignDatabase(std::nullopt);  // and with it what was remembered of it
-        assignDatabase(std::move(database));
-        dropVaultsOfSteps();
-        forgetKey();
-        m_activeKey.emplace(key);
-        assign(m_isLocked, false, &AppState::isLockedChanged);
-        assign(m_isDirty, false, &AppState::isDirtyChanged);
-        setLastError(std::nullopt);
+        dropVault();
+        m_history.dropVaults();
+        open(std::move(database), key);
         setSelectedGroupID(rootID);
         beginRescues(std::move(derived), RescueKeeper::Offering::no);
         storeBookmark(url);
@@ -151,31 +146,29 @@ void AppState::lock() {
     m_services.autoTyping.stop();
     if (isPutOff(Wish::lock))
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     try {
         while (m_isDirty && canSave())  // again where something has changed while it was saved
             saveQuietly(DerivationPurpose::locking);
     } catch (const DerivationGivenUp&) {
-        return;  // who does not wait for the save keeps what it was to save
+        return;  // what the save was for stays as it is
     } catch (...) {
         // Locking never fails and never asks: what cannot be written now is kept elsewhere.
     }
-    m_services.autoTyping.stop();  // what was asked for while a key was derived
-    endRescues();
-    assignDatabase(std::nullopt);
-    forgetKey();
+    dropVault();
     assign(m_isLocked, true, &AppState::isLockedChanged);
     clearSelection();
     setSearchText("");
-    emptyUndoStacks();
-    takeBackFileNotice();
+    m_history.clear();
+    refreshUndoLabels();
+    m_statusLine.takeBackNotice();
     m_services.clipboard.clearNow();
 }
 
 void AppState::closeDatabase() {
     if (isPutOff(Wish::close))
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     lock();
     if (!m_isLocked)
         return;

@@ -6,26 +6,18 @@
 void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>& body) {
     if (!m_database)
         return;
-    const Step step(*this);
-    const auto recorded = m_undoStack.size();
-    std::deque<Snapshot> redoable;
+    const Step step(m_signals);
     try {
         auto database = *m_database;
-        m_undoStack.push_back({database, std::move(label), m_sort.column});
-        m_redoStack.swap(redoable);
+        UndoHistory::Recording recording(m_history, {database, label, m_sort.column});
         body(database);
         assignDatabase(std::move(database));
+        recording.keep();
         ++m_changeCount;
         assign(m_isDirty, true, &AppState::isDirtyChanged);
-        announceChange(Change::Kind::made, m_undoStack.back().label);
-        if (m_undoStack.size() > undoLimit)
-            m_undoStack.pop_front();
+        announceChange(Change::Kind::made, label);
     } catch (...) {
-        // The change would go too deep, or memory ran short: vault and steps then stand as they were.
-        if (m_undoStack.size() > recorded)
-            m_undoStack.pop_back();
-        if (!redoable.empty())
-            m_redoStack.swap(redoable);
+        // The change would go too deep, or memory ran short. The vault and its history are as they were.
         setLastError(failureText());
     }
     refreshUndoLabels();
@@ -35,7 +27,7 @@ void AppState::edit(std::string label, const std::function<void(KdbxDatabase&)>&
 void AppState::amend(const std::function<void(KdbxDatabase&)>& body) {
     if (!m_database)
         return;
-    const Step step(*this);
+    const Step step(m_signals);
     try {
         auto database = *m_database;
         body(database);
@@ -46,62 +38,40 @@ void AppState::amend(const std::function<void(KdbxDatabase&)>& body) {
 }
 
 void AppState::undo() {
-    travel(m_undoStack, m_redoStack, Change::Kind::undone);
+    travel(UndoHistory::Direction::undo);
 }
 
 void AppState::redo() {
-    travel(m_redoStack, m_undoStack, Change::Kind::redone);
+    travel(UndoHistory::Direction::redo);
 }
 
-void AppState::travel(std::deque<Snapshot>& from, std::deque<Snapshot>& to, Change::Kind kind) {
-    if (from.empty())
+void AppState::travel(UndoHistory::Direction direction) {
+    auto snapshot = m_history.travel(direction, m_database, m_sort.column);
+    if (!snapshot)
         return;
-    auto snapshot = std::move(from.back());
-    from.pop_back();
-    if (!m_database)
-        return;
-    const Step step(*this);
+    const Step step(m_signals);
     // A step of a vault that is gone has nothing to bring back, and must not bring it into this one.
-    if (!snapshot.database) {
-        to.push_back(std::move(snapshot));
+    if (!snapshot->database)
         return refreshUndoLabels();
-    }
-    // A step keeps its name while it travels between the stacks.
-    to.push_back({*m_database, snapshot.label, m_sort.column});
-    assignDatabase(std::move(snapshot.database));
-    setSort({.column = snapshot.sortColumn, .ascending = m_sort.ascending});
+    assignDatabase(std::move(snapshot->database));
+    setSort({.column = snapshot->sortColumn, .ascending = m_sort.ascending});
     ++m_changeCount;
     assign(m_isDirty, true, &AppState::isDirtyChanged);
-    announceChange(kind, to.back().label);
+    announceChange(direction == UndoHistory::Direction::undo ? Change::Kind::undone : Change::Kind::redone,
+                   snapshot->label);
     pruneSelection();
     refreshUndoLabels();
-    noteTravel(to.back(), &from == &m_undoStack);
+    noteTravel(snapshot->label, direction);
 }
 
 void AppState::announceChange(Change::Kind kind, const std::string& label) {
     m_lastChange = {kind, label};
-    announce(&AppState::lastChangeMade);
-}
-
-void AppState::emptyUndoStacks() {
-    m_undoStack.clear();
-    m_redoStack.clear();
-    refreshUndoLabels();
-}
-
-/// The steps of a session that was dropped keep their names. Its vaults are as secret as the open one was.
-void AppState::dropVaultsOfSteps() noexcept {
-    for (auto* const stack : {&m_undoStack, &m_redoStack})
-        for (auto& step : *stack)
-            step.database.reset();
+    m_signals.send(&AppState::lastChangeMade);
 }
 
 void AppState::refreshUndoLabels() {
-    const auto lastLabel = [](const std::deque<Snapshot>& stack) {
-        return stack.empty() ? std::nullopt : std::optional(stack.back().label);
-    };
-    assign(m_undoLabel, lastLabel(m_undoStack), &AppState::undoLabelChanged);
-    assign(m_redoLabel, lastLabel(m_redoStack), &AppState::redoLabelChanged);
+    assign(m_undoLabel, m_history.undoLabel(), &AppState::undoLabelChanged);
+    assign(m_redoLabel, m_history.redoLabel(), &AppState::redoLabelChanged);
 }
 
 void AppState::pruneSelection() {

@@ -81,8 +81,7 @@ std::optional<ListChange> ListDifference<Former, Present, IsSame>::next() {
     if (m_former.left == 0 && m_present.left == 0)
         return std::nullopt;
     const auto [removed, added] = removedAndAdded();
-    const ListChange change{
-        .before = m_former.index, .removed = removed, .after = m_present.index, .added = added};
+    const ListChange change{.before = m_former.index, .removed = removed, .after = m_present.index, .added = added};
     m_former.advance(removed);
     m_present.advance(added);
     return change;
