@@ -118,9 +118,9 @@ void Preferences::store(std::string_view key, Value& property, Value value, void
     const bool differs = property != value;
     property = std::move(value);
     const bool isStored = m_store.setValue(key, settingsValue(property));
-    if (differs)
+    if (differs && changed)
         emit(this->*changed)();
-    if (!isStored && !std::exchange(m_isFailureTold, true))
+    if (!isStored && !std::exchange(m_isFailureReported, true))
         emit couldNotBeStored();
 }
 
@@ -130,11 +130,11 @@ void Preferences::setClipboardTimeout(double seconds) {
 }
 
 void Preferences::setSortColumn(std::string column) {
-    store("sortColumn", m_sortColumn, std::move(column), &Preferences::sortColumnChanged);
+    store("sortColumn", m_sortColumn, std::move(column));
 }
 
 void Preferences::setSortAscending(bool ascending) {
-    store("sortAscending", m_sortAscending, ascending, &Preferences::sortAscendingChanged);
+    store("sortAscending", m_sortAscending, ascending);
 }
 
 void Preferences::setDefaultAutoTypeSequence(std::string sequence) {
@@ -151,18 +151,17 @@ void Preferences::setHotKeyModifiers(std::uint32_t modifiers) {
 }
 
 void Preferences::setRecentDatabaseBookmark(std::optional<Bytes> bookmark) {
-    store("recentDatabaseBookmark", m_recentDatabaseBookmark, std::move(bookmark),
-          &Preferences::recentDatabaseBookmarkChanged);
+    store("recentDatabaseBookmark", m_recentDatabaseBookmark, std::move(bookmark));
 }
 
 void Preferences::setGeneratorOptions(PasswordGenerator::Options options) {
-    store("generatorOptions", m_generatorOptions, options, &Preferences::generatorOptionsChanged);
+    store("generatorOptions", m_generatorOptions, options);
 }
 
 void Preferences::setWindowSize(std::optional<WindowSize> size) {
-    store("windowSize", m_windowSize, size, &Preferences::windowSizeChanged);
+    store("windowSize", m_windowSize, size);
 }
 
 void Preferences::setColumnWidths(std::optional<ColumnWidths> widths) {
-    store("columnWidths", m_columnWidths, widths, &Preferences::columnWidthsChanged);
+    store("columnWidths", m_columnWidths, widths);
 }

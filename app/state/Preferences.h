@@ -68,21 +68,15 @@ public:
 
 signals:
     void clipboardTimeoutChanged();
-    void sortColumnChanged();
-    void sortAscendingChanged();
     void defaultAutoTypeSequenceChanged();
     void hotKeyCodeChanged();
     void hotKeyModifiersChanged();
-    void recentDatabaseBookmarkChanged();
-    void generatorOptionsChanged();
     /// An assignment holds until the process ends and no longer. Sent for the first one alone.
     void couldNotBeStored();
-    void windowSizeChanged();
-    void columnWidthsChanged();
 
 private:
     template <class Value>
-    void store(std::string_view key, Value& property, Value value, void (Preferences::*changed)());
+    void store(std::string_view key, Value& property, Value value, void (Preferences::*changed)() = nullptr);
 
     SettingsStore& m_store;
     ClipboardService& m_clipboard;
@@ -94,7 +88,7 @@ private:
     std::uint32_t m_hotKeyModifiers;
     std::optional<Bytes> m_recentDatabaseBookmark;
     PasswordGenerator::Options m_generatorOptions;
-    bool m_isFailureTold = false;
+    bool m_isFailureReported = false;
     std::optional<WindowSize> m_windowSize;
     std::optional<ColumnWidths> m_columnWidths;
 };
