@@ -77,12 +77,12 @@ public:
     void setRoute(std::optional<Route> route);
     /// Rises whenever the search field is asked to take the focus.
     [[nodiscard]] std::int64_t searchFocusToken() const noexcept { return m_searchFocusToken; }
-    /// The name of the step that `undo` takes back, and of the one that `redo` brings back.
+    /// The name of the step that comes next in either direction.
     [[nodiscard]] const std::optional<std::string>& undoLabel() const noexcept { return m_undoLabel; }
     [[nodiscard]] const std::optional<std::string>& redoLabel() const noexcept { return m_redoLabel; }
 
-    /// The last step that the user made, took back or made again. It has a signal of its own, since two steps in a row
-    /// may have the same name.
+    /// The last step that the user made, undid or redid. It has a signal of its own, since two steps in a row may have
+    /// the same name.
     struct Change {
         enum class Kind : std::uint8_t { made, undone, redone };
         Kind kind;
@@ -103,8 +103,8 @@ public:
     /// What the list shows, in its order: what the search finds anywhere, else the selected group's own entries.
     /// Made anew at each call; good until the vault changes.
     [[nodiscard]] EntryReferences visibleEntries() const;
-    /// Does a little of what opening a large vault or the first letter of a search in it would have to wait for, some
-    /// milliseconds long. Whether there is more to do.
+    /// Does a few milliseconds of what the opening of a large vault, or the first letter of a search in it, would have
+    /// to wait for. Returns whether there is more to do.
     bool prepareBrowsing();
     /// Those of the selected entries that the vault has, in no particular order.
     [[nodiscard]] EntryReferences selectedEntries() const;
@@ -123,8 +123,8 @@ public:
 
     enum class Extending : bool { no, yes };
     enum class Toggling : bool { no, yes };
-    /// A click on an entry. Extending selects all that is shown from the last click to this one; toggling, which wins
-    /// over it, turns the one entry's selection round.
+    /// A click on an entry. Extending selects all that is shown from the last click to this one. Toggling, which wins
+    /// over it, selects or deselects this one entry.
     void selectEntry(UUID id, Extending extending, Toggling toggling);
     /// Asks the search field to take the focus.
     void focusSearch();
@@ -136,19 +136,19 @@ public:
     /// The same for a vault to be made there. `Replacing::yes` lets `createDatabase` replace what that file holds now,
     /// since the user was asked about it; another choice of a file takes the permission back.
     void prepareNew(const std::filesystem::path& url, Replacing replacing);
-    /// Whether the current file is one to make: it is not there, it is empty, or it may be replaced.
+    /// Whether the current file is one to make: it does not exist, is empty, or may be replaced.
     [[nodiscard]] bool offersCreation() const;
     /// Opens the current vault; the outcome shows in `isLocked` and `lastError`. An empty password is none.
     void unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL);
-    /// Makes a new vault, writes it and opens it. A failure leaves everything as it was; a file with content that may
-    /// not be replaced is one.
+    /// Makes a new vault, writes it and opens it. A failure leaves everything as it was. It is one if the file has
+    /// content that may not be replaced.
     void createDatabase(const std::filesystem::path& url, std::string password, std::optional<Bytes> keyFileData);
     /// The same, with a key file that is read here. One that cannot be read counts as none, and the status line says so
     /// once the vault is there.
     void sealDatabase(const std::filesystem::path& url, std::string password,
                       const std::optional<std::filesystem::path>& keyFileURL);
-    /// Ends the unlocked session. What is unsaved is saved first; a failure of that is dropped. Where the save is given
-    /// up the session goes on.
+    /// Ends the unlocked session. Unsaved changes are saved first, and a failure of that is dropped. If the save is
+    /// given up, the session goes on.
     void lock();
     /// Locks and forgets the choice of the file, but not the bookmark: the next launch brings it back.
     void closeDatabase();
@@ -158,11 +158,12 @@ public:
     void save();
     /// Writes the vault elsewhere, under the same credentials, and goes on there.
     void saveAs(const std::filesystem::path& url);
-    /// Looks at the vault's file again, since something may have happened to it: what another program has done to the
-    /// open vault's is reported, once a change.
+    /// Looks at the vault's file again, since something may have happened to it. What another program has done to the
+    /// file of an open vault is reported, each change once.
     void lookAtFile();
 
-    /// Applies to a vault what an open form would change of it, were it confirmed now. Whether that is anything.
+    /// Applies to a vault what an open form would change of it if it were confirmed now. Returns whether that is
+    /// anything.
     using FormContent = std::function<bool(KdbxDatabase& database)>;
     /// The form of the route that shows, as long as it shows: a session that ends keeps what was typed there.
     void setFormContent(FormContent content);
@@ -186,8 +187,8 @@ public:
 
     /// Appends the entry to the group and selects it alone. Its times are the caller's.
     void addEntry(KdbxEntry entry, UUID groupID);
-    /// Replaces the entry with that identifier, sets its `modified`, and appends what stood there to its history, which
-    /// keeps the last `historyMaxItems`, one at the least. The history of the given entry counts for nothing.
+    /// Replaces the entry with that identifier, sets its `modified`, and appends what it replaces to its history, which
+    /// keeps the last `historyMaxItems`, one at the least. The history of the given entry is ignored.
     void updateEntry(KdbxEntry entry);
     /// Takes the entries out of the vault, past the recycle bin; the way back is `undo`. Selects none. The identifiers
     /// may be the selected ones themselves.
@@ -216,12 +217,12 @@ public:
     /// Appends the group with all that it holds to the subgroups of another, which is expanded. What `canMoveGroup`
     /// refuses changes nothing; that it would go too deep is said.
     void moveGroupTo(UUID id, UUID parentID);
-    /// Whether both groups exist and the first can become the other's: it is not the root, does not hold the other, and
-    /// with all that it holds would not go too deep to be opened again.
+    /// Whether both groups exist and the first can become the other's subgroup: it is not the root, does not hold the
+    /// other, and what it holds would not go too deep to be opened again.
     [[nodiscard]] bool canMoveGroup(UUID id, UUID parentID) const;
     /// How many groups there may be from the root down to one that takes the group, both included.
     [[nodiscard]] std::size_t deepestParentLevel(UUID id) const;
-    /// Has a group change places with the one above or below it in the same group.
+    /// Exchanges a group with the one above or below it in the same group.
     void shiftGroup(UUID id, Shift direction);
     /// Shows or hides a group's subgroups. No step, and nothing to save by itself.
     void setGroupExpanded(UUID id, bool isExpanded);

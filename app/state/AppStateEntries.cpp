@@ -8,39 +8,40 @@
 
 namespace {
 
-/// For each place the first one whose entry has the same identifier: mostly its own.
-std::vector<std::size_t> firstPlaces(const SharedArray<KdbxEntry>& entries) {
-    std::vector<std::size_t> places;
-    places.reserve(entries.size());
+/// For each index the first one whose entry has the same identifier: mostly the index itself.
+std::vector<std::size_t> firstIndices(const SharedArray<KdbxEntry>& entries) {
+    std::vector<std::size_t> indices;
+    indices.reserve(entries.size());
     UUIDSet seen;
     seen.reserve(entries.size());
     for (const auto& entry : entries)
-        places.push_back(seen.insert(entry.id) ? places.size() : entries.indexOfID(entry.id).value_or(places.size()));
-    return places;
+        indices.push_back(seen.insert(entry.id) ? indices.size()
+                                                : entries.indexOfID(entry.id).value_or(indices.size()));
+    return indices;
 }
 
-/// The places of the entries once those that move stand before the target, or else last. `shown` has all places, and
-/// the entries that move keep the order that they have there. Of entries that share an identifier the first is the one
-/// that counts; the others come behind all: a reorder loses none.
+/// The former indices of the entries, in the order that they have once some of them are moved before the target, or
+/// else to the end. `shown` has all indices, and the entries that move keep the order that they have there. Of entries
+/// that share an identifier the first one counts, and the others follow at the end, so that a reorder loses none.
 std::vector<std::size_t> arrangement(const SharedArray<KdbxEntry>& entries, const std::vector<std::size_t>& shown,
-                                     const std::vector<std::size_t>& movingPlaces, std::optional<std::size_t> target) {
+                                     const std::vector<std::size_t>& movingIndices, std::optional<std::size_t> target) {
     std::vector<bool> isMoving(entries.size());
-    for (const auto place : movingPlaces)
-        isMoving[place] = true;
-    const auto firsts = firstPlaces(entries);
+    for (const auto index : movingIndices)
+        isMoving[index] = true;
+    const auto firsts = firstIndices(entries);
     std::vector<bool> isTaken(entries.size());
     std::vector<std::size_t> moving;
     std::vector<std::size_t> order;
-    for (const auto place : shown) {
-        const auto first = firsts[place];
+    for (const auto index : shown) {
+        const auto first = firsts[index];
         if (!isTaken[first])
             (isMoving[first] ? moving : order).push_back(first);
         isTaken[first] = true;
     }
     order.insert(target ? std::ranges::find(order, *target) : order.end(), moving.begin(), moving.end());
-    for (std::size_t place = 0; place < entries.size(); ++place)
-        if (!isTaken[place])
-            order.push_back(place);
+    for (std::size_t index = 0; index < entries.size(); ++index)
+        if (!isTaken[index])
+            order.push_back(index);
     return order;
 }
 
@@ -97,17 +98,17 @@ void AppState::moveWithinList(const std::set<UUID>& ids, std::optional<UUID> tar
     if (!m_database || isSearching())
         return;
     const auto& group = *selectedGroup();
-    const auto targetPlace = target ? group.entries.indexOfID(*target) : std::nullopt;
-    const auto movingPlaces = GroupTree::indicesOf(group.entries, ids);
-    if (movingPlaces.empty() || (target && !targetPlace))
+    const auto targetIndex = target ? group.entries.indexOfID(*target) : std::nullopt;
+    const auto movingIndices = GroupTree::indicesOf(group.entries, ids);
+    if (movingIndices.empty() || (target && !targetIndex))
         return;
     const auto shown = m_browser.orderIn(group, m_sort);
-    applyOrder(arrangement(group.entries, shown, movingPlaces, targetPlace),
+    applyOrder(arrangement(group.entries, shown, movingIndices, targetIndex),
                m_selectedGroupID.value_or(m_database->root.id));
 }
 
 // The order of a group's entries is the manual order; nothing else stores it. The step remembers the column that the
-// list had, so that one undo brings both back. `order` has the former place of each entry.
+// list had, so that one undo brings both back. `order` has the former index of each entry.
 void AppState::applyOrder(const std::vector<std::size_t>& order, UUID groupID) {
     const Step step(m_signals);
     const auto now = m_services.scheduler.now();
@@ -131,9 +132,9 @@ void AppState::duplicateEntries(std::set<UUID> ids) {
     std::set<UUID> copies;
     edit(ids.size() == 1 ? "Kaydı Çoğalt" : "Kayıtları Çoğalt", [&](KdbxDatabase& database) {
         GroupTree::mutateGroupsHolding(database.root, ids,
-                                       [&](KdbxGroup& group, const std::vector<std::size_t>& places) {
-                                           for (const auto place : places) {
-                                               auto copy = duplicateOf(group.entries[place], now);
+                                       [&](KdbxGroup& group, const std::vector<std::size_t>& indices) {
+                                           for (const auto index : indices) {
+                                               auto copy = duplicateOf(group.entries[index], now);
                                                copies.insert(copy.id);
                                                group.entries.append(std::move(copy));
                                            }

@@ -58,7 +58,7 @@ void AppState::moveGroupTo(UUID id, UUID parentID) {
         return;
     const auto& siblings = GroupTree::findGroup(m_database->root, parentID)->groups;
     if (!siblings.empty() && siblings.back().id == id)
-        return;  // it stands there
+        return;  // it is there already
     const auto now = m_services.scheduler.now();
     edit("Grubu Taşı", [&](KdbxDatabase& database) {
         auto group = GroupTree::removeGroup(database.root, id);
@@ -75,12 +75,12 @@ void AppState::shiftGroup(UUID id, Shift direction) {
     const auto parent = m_database ? GroupTree::parentOfGroup(m_database->root, id) : std::nullopt;
     if (!parent)
         return;
-    const auto place = *parent->groups.indexOfID(id);
-    if (direction == Shift::up ? place == 0 : place + 1 == parent->groups.size())
+    const auto index = *parent->groups.indexOfID(id);
+    if (direction == Shift::up ? index == 0 : index + 1 == parent->groups.size())
         return;
     std::vector<std::size_t> order(parent->groups.size());
     std::iota(order.begin(), order.end(), 0U);
-    std::swap(order[place], order[direction == Shift::up ? place - 1 : place + 1]);
+    std::swap(order[index], order[direction == Shift::up ? index - 1 : index + 1]);
     const auto now = m_services.scheduler.now();
     edit("Sırayı Değiştir", [&](KdbxDatabase& database) {
         GroupTree::mutateGroup(database.root, parent->id, [&](KdbxGroup& group) {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// Entries of a vault that somebody else owns, in an order: each is good for as long as that vault is unchanged.
+/// Entries in an order, borrowed from a vault: valid for as long as that vault is unchanged.
 using EntryReferences = std::vector<const KdbxEntry*>;
 
 /// The group's own entries in stored order.

@@ -52,7 +52,7 @@ std::vector<std::uint32_t> orderByText(const EntryReferences& entries, std::stri
 }
 
 // Times are copied out first: entries lie scattered, and a sort looks at each many times. A time that is no number
-// must have a place too, or the sort would have no order to go by.
+// needs a position too: without a total order the sort is undefined.
 std::vector<std::uint32_t> orderByTime(const EntryReferences& entries) {
     std::vector<std::pair<double, std::uint32_t>> times;
     times.reserve(entries.size());
@@ -83,7 +83,7 @@ EntryReferences EntrySort::apply(EntryReferences entries) const {
     if (column == Column::manual)
         return entries;
     EntryReferences sorted(entries.size());
-    std::ranges::transform(order(entries), sorted.begin(), [&](std::uint32_t place) { return entries[place]; });
+    std::ranges::transform(order(entries), sorted.begin(), [&](std::uint32_t index) { return entries[index]; });
     if (!ascending)
         std::ranges::reverse(sorted);
     return sorted;

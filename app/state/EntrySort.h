@@ -31,16 +31,17 @@ struct EntrySort {
     [[nodiscard]] static std::string_view label(Column column) noexcept;
 
     /// The entries in this order, texts by the user's collation. Ties keep their order; descending is the whole
-    /// ascending list turned round, ties included. The manual order is the one that the entries come in, either way.
+    /// ascending list reversed, ties included. The manual order is the one in which the entries come, in either
+    /// direction.
     [[nodiscard]] EntryReferences apply(EntryReferences entries) const;
 
-    /// The places of the entries in ascending order, whichever the direction is.
+    /// The indices of the entries in ascending order, whatever the direction.
     [[nodiscard]] std::vector<std::uint32_t> order(const EntryReferences& entries) const;
 
     /// Which of two entries comes first in ascending order; in the manual one neither.
     [[nodiscard]] static std::weak_ordering compare(Column column, const KdbxEntry& a, const KdbxEntry& b);
 
-    /// Turns the current column round, or takes another one, ascending.
+    /// Reverses the direction of the current column, or takes another one, ascending.
     void toggle(Column chosen) noexcept;
 
     friend bool operator==(const EntrySort&, const EntrySort&) = default;

@@ -3,6 +3,6 @@
 
 #include <string>
 
-/// What the user is told of the exception that is being handled: its own description where it carries one.
+/// What the user reads of the exception that is being handled: its own description if it carries one.
 /// Only within a catch block.
 [[nodiscard]] std::string failureText();

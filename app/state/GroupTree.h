@@ -47,10 +47,10 @@ namespace GroupTree {
 /// The ascending indices of those entries of a group that have these identifiers, the first of each.
 [[nodiscard]] std::vector<std::size_t> indicesOf(const SharedArray<KdbxEntry>& entries, const std::set<UUID>& ids);
 
-/// Runs `change` on the group in place. Whether it was found; `change` runs at most once.
+/// Runs `change` on the group in place, at most once. Returns whether the group was found.
 bool mutateGroup(KdbxGroup& root, const UUID& id, const std::function<void(KdbxGroup&)>& change);
 
-/// Runs `change` on the entry in place. Whether it was found; `change` runs at most once.
+/// Runs `change` on the entry in place, at most once. Returns whether the entry was found.
 bool mutateEntry(KdbxGroup& root, const UUID& id, const std::function<void(KdbxEntry&)>& change);
 
 /// The same two with how many groups there are from the root down to the one that is changed, or that holds the entry,
@@ -60,8 +60,8 @@ bool mutateGroupAtLevel(KdbxGroup& root, const UUID& id,
 bool mutateEntryAtLevel(KdbxGroup& root, const UUID& id,
                         const std::function<void(KdbxEntry&, std::size_t level)>& change);
 
-/// The entries with these identifiers, borrowed until the tree changes, in the order of the search. However many there
-/// are, the tree is walked once, here and in the two below.
+/// The entries with these identifiers, borrowed until the tree changes, in the order of the search. The tree is walked
+/// once however many there are, here and in the two below.
 [[nodiscard]] std::vector<const KdbxEntry*> findEntries(const KdbxGroup& root, const std::set<UUID>& ids);
 
 /// Runs `change` once on each group that directly holds some of the entries, with their ascending indices in it.
@@ -79,7 +79,7 @@ std::optional<KdbxEntry> removeEntry(KdbxGroup& root, const UUID& id);
 std::optional<KdbxGroup> removeGroup(KdbxGroup& root, const UUID& id);
 
 /// Gives a new random identifier to each group, and to each entry, whose identifier an earlier one of its kind has in
-/// the order of the search. A group and an entry may share one. How many got a new one.
+/// the order of the search. A group and an entry may share one. Returns how many got a new one.
 ///
 /// The sets are the caller's, empty at first; they are filled with the identifiers met.
 std::int64_t repairDuplicateIDs(KdbxGroup& root, UUIDSet& seenGroups, UUIDSet& seenEntries);

@@ -20,9 +20,9 @@ struct ListChange {
 
 /// How a list became another, one change after the other from the front. Between two changes both have the same items.
 ///
-/// The changes are few where they lie apart, or where one list is a part of the other; after many in one place the rest
-/// may be told as replaced, item by item. Each is looked for when it is asked for, so that a caller for whom they get
-/// too many stops asking, and has compared little more than it was told of.
+/// The changes are few if they lie apart, or if one list is a part of the other. After many changes close together the
+/// rest may be reported as replaced, item by item. Each change is found when it is asked for: a caller for whom they
+/// become too many stops asking, and has paid for few more than it got.
 ///
 /// Items are the same by `isSame(formerItem, presentItem)`. Both lists are borrowed.
 template <std::ranges::forward_range Former, std::ranges::forward_range Present, class IsSame>

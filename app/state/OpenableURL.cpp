@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr std::string_view schemeMark = "://";
+constexpr std::string_view schemeSeparator = "://";
 
 bool isLetterOrDigit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -17,7 +17,7 @@ bool isHexDigit(char c) {
     return std::string_view("0123456789abcdefABCDEF").find(c) != std::string_view::npos;
 }
 
-// All that RFC 3986 lets stand outside of an address in brackets (section 2), and what is not ASCII.
+// All that RFC 3986 allows outside of an address in brackets (section 2), and what is not ASCII.
 bool isURLCharacter(char c) {
     return isLetterOrDigit(c) || static_cast<unsigned char>(c) > 0x7F ||
            std::string_view("-._~:/?#@!$&'()*+,;=").find(c) != std::string_view::npos;
@@ -33,7 +33,7 @@ bool isWellEncoded(std::string_view text) {
     return true;
 }
 
-/// The text behind the host: brackets may stand in the host alone.
+/// The text behind the host. Only the host may have brackets.
 std::string_view behindHost(std::string_view url, std::string_view host) {
     return url.substr(static_cast<std::size_t>(host.data() + host.size() - url.data()));
 }
@@ -65,7 +65,7 @@ bool isURL(std::string_view text) {
 
 std::optional<std::string> openableURL(std::string_view address) {
     std::string url(address);
-    if (address.find(schemeMark) == std::string_view::npos)
+    if (address.find(schemeSeparator) == std::string_view::npos)
         url.insert(0, "https://");
     return isURL(url) ? std::optional(std::move(url)) : std::nullopt;
 }

@@ -5,6 +5,6 @@
 #include <string>
 #include <string_view>
 
-/// The URL that an entry's address opens: with "https://" before an address that names no scheme, as it stands where
-/// it holds "://". Nothing where that is no URL (RFC 3986, with the characters of other scripts as in RFC 3987).
+/// The URL that an entry's address opens: with "https://" before an address that names no scheme, unchanged if it
+/// holds "://". None if that is no URL (RFC 3986, with the characters of other scripts as in RFC 3987).
 [[nodiscard]] std::optional<std::string> openableURL(std::string_view address);

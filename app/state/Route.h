@@ -39,7 +39,7 @@ struct Route {
     static Route editGroup(UUID id) { return {EditGroup{id}}; }
     static Route generator(std::optional<UUID> target) { return {Generator{target}}; }
 
-    /// A text that tells one route from another, as in "editEntry-" and the identifier's text.
+    /// A text that identifies the route, as in "editEntry-" and the identifier's text.
     [[nodiscard]] std::string id() const;
 
     bool operator==(const Route&) const = default;

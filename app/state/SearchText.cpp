@@ -44,13 +44,13 @@ public:
         }
     }
 
-    /// Writes the lowered text to `place`, which has room for twice the text, and gives its end. None for a text with
-    /// other scalars.
-    [[nodiscard]] std::uint8_t* lower(std::string_view text, std::uint8_t* place) const {
+    /// Writes the lowered text to `output`, which has room for twice the text, and returns its end. Null for a text
+    /// with other scalars.
+    [[nodiscard]] std::uint8_t* lower(std::string_view text, std::uint8_t* output) const {
         for (std::size_t i = 0; i < text.size(); ++i) {
             const auto byte = static_cast<std::uint8_t>(text[i]);
             if (byte < 0x80) {
-                *place++ = static_cast<std::uint8_t>(m_ascii[byte]);
+                *output++ = static_cast<std::uint8_t>(m_ascii[byte]);
                 continue;
             }
             if (byte < 0xc2 || byte > 0xc5 || i + 1 == text.size())
@@ -59,9 +59,9 @@ public:
             if (trail >> 6 != 2)
                 return nullptr;
             const auto& small = m_others[static_cast<std::size_t>(byte - 0xc2) << 6 | (trail & 0x3fU)];
-            place = std::copy_n(small.bytes.begin(), small.size, place);
+            output = std::copy_n(small.bytes.begin(), small.size, output);
         }
-        return place;
+        return output;
     }
 
 private:

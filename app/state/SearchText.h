@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
-/// What a search looks through of an entry: title, user name, address, notes, tags, and names and values of unprotected
-/// custom fields. Each is closed by a space, which no word of a query holds: so no word is found across two of them.
+/// The text of an entry that a search looks through: title, user name, address, notes, tags, and names and values of
+/// unprotected custom fields. Each ends with a space, which no word of a query has, so no word is found across two.
 namespace SearchText {
 
 /// The text as `Text::lowercased` gives it.
@@ -16,8 +16,7 @@ namespace SearchText {
 /// How many bytes it has before it is lowered, which is close to what it has then.
 [[nodiscard]] std::size_t size(const KdbxEntry& entry);
 
-/// Adds the same text as `lowered` gives to `texts`. Texts in Latin letters take a road of their own, several times as
-/// fast.
+/// Adds the text that `lowered` gives to `texts`. Texts in Latin letters have a fast path, several times as fast.
 void appendLowered(Bytes& texts, const KdbxEntry& entry);
 
 }  // namespace SearchText

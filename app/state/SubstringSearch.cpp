@@ -29,7 +29,7 @@ std::size_t findFrom(std::string_view text, std::string_view part, std::size_t f
 std::size_t SubstringSearch::find(std::string_view text, std::string_view part, std::size_t from) {
     if (part.size() < 2 || part.size() > text.size())
         return text.find(part, from);
-    const auto end = text.size() - part.size() + 1;  // of the places where it may begin
+    const auto end = text.size() - part.size() + 1;  // of the positions where it may begin
     for (; from + blockSize <= end; from += blockSize) {
         const auto* block = text.data() + from;
         if (!mayBegin(block, block + part.size() - 1, part.front(), part.back()))

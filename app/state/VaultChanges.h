@@ -4,14 +4,14 @@
 #include "core/model/KdbxDatabase.h"
 
 /// The changes that a form makes of a vault, for the step of the user who confirms it and for the copy that keeps what
-/// was typed. Each says whether it found where to make it; where not, nothing has changed.
+/// was typed. Each returns whether it found its target; if not, nothing has changed.
 namespace VaultChanges {
 
 /// Appends the entry to the group.
 bool addEntry(KdbxDatabase& database, KdbxEntry entry, UUID groupID, Timestamp now);
 
-/// Replaces the entry with that identifier, and appends what was there to its history, which keeps the last
-/// `historyMaxItems`, one at the least. The history of the given entry counts for nothing.
+/// Replaces the entry with that identifier, and appends what it replaces to its history, which keeps the last
+/// `historyMaxItems`, one at the least. The history of the given entry is ignored.
 bool replaceEntry(KdbxDatabase& database, KdbxEntry entry, Timestamp now);
 
 /// Appends the group to the parent, which opens.

@@ -13,7 +13,7 @@
 /// The file of the open vault as this session left it, so that a save never loses what it did not write itself: what
 /// another program has put there since, and what the format of today does not carry over.
 ///
-/// Versions are told apart by their content. Times and sizes are only a hint that there is nothing to read.
+/// A version is known by its content. Times and sizes are only a hint that there is nothing to read.
 class VaultFile {
 public:
     /// A version that a save has put beside the vault instead of losing it.

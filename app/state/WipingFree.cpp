@@ -28,7 +28,7 @@
 
 extern "C" {
 
-// The C library's own, under the names that it keeps for those who stand in front of them.
+// The C library's own, under the names that it keeps for programs that replace them.
 void __libc_free(void* memory);
 void* __libc_malloc(std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
@@ -40,7 +40,7 @@ void free(void* memory) noexcept {
     __libc_free(memory);
 }
 
-/// Wherever memory moves, the place that it leaves is wiped; and its end where it shrinks.
+/// Memory that moves is wiped where it was, and memory that shrinks at its end.
 void* realloc(void* memory, std::size_t size) noexcept {
     if (!memory || size == 0) {
         free(memory);
@@ -48,7 +48,7 @@ void* realloc(void* memory, std::size_t size) noexcept {
     }
     const auto held = malloc_usable_size(memory);
     if (size <= held) {
-        // A block that stays in its place keeps its end as well: small ones are not worth a move.
+        // A block that is not moved keeps its end as well: small ones are not worth a move.
         secureWipe(static_cast<char*>(memory) + size, held - size);
         return __libc_realloc(memory, size);
     }
