@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/probe/Probe.h"
+#include "tests/probe/ProbeAnswers.h"
 #include "tests/probe/ProbeEntry.h"
 #include "tests/support/VaultJSON.h"
 
@@ -8,21 +8,6 @@
 namespace {
 
 using Probe::Json;
-
-Json answerTo(const Json& request) {
-    static const auto operations = [] {
-        Probe::Operations browsing;
-        Probe::addBrowsing(browsing);
-        return browsing;
-    }();
-    return Json::parse(Probe::answer(operations, request.dump()));
-}
-
-void expectRefusal(const Json& request) {
-    const auto answer = answerTo(request);
-    EXPECT_EQ(answer["ok"], false) << request;
-    EXPECT_EQ(answer.value("case", ""), "probe") << answer;
-}
 
 Json idOf(int number) {
     return "00000000-0000-0000-0000-00000000000" + std::to_string(number);

@@ -1,32 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "tests/probe/Probe.h"
+#include "tests/probe/ProbeAnswers.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using Probe::Json;
-
-Json answerTo(const Json& request) {
-    static const auto operations = [] {
-        Probe::Operations passwords;
-        Probe::addPasswords(passwords);
-        return passwords;
-    }();
-    return Json::parse(Probe::answer(operations, request.dump()));
-}
-
-Json resultOf(const Json& request) {
-    const auto answer = answerTo(request);
-    EXPECT_EQ(answer["ok"], true) << answer;
-    return answer.value("result", Json());
-}
-
-void expectRefusal(const Json& request) {
-    const auto answer = answerTo(request);
-    EXPECT_EQ(answer["ok"], false) << request;
-    EXPECT_EQ(answer.value("case", ""), "probe") << answer;
-}
 
 }  // namespace
 

@@ -24,12 +24,12 @@ protected:
     }
     ~ProbeStateTest() override { fs::remove_all(folder); }
 
-    Json answerTo(Json request) {
+    Json appAnswer(Json request) {
         request["op"] = "app";
         return Json::parse(Probe::answer(operations, request.dump()));
     }
     Json stateAfter(const Json& request) {
-        const auto answer = answerTo(request);
+        const auto answer = appAnswer(request);
         EXPECT_EQ(answer["ok"], true) << answer;
         return answer.value("result", Json());
     }
@@ -278,7 +278,7 @@ TEST_F(ProbeStateTest, refusesWhatIsNoRequest) {
                                                            {{"restart", 1}},
                                                            {{"clipboardWrite", 1}},
                                                            {{"call", "lock"}, {"full", 1}}})
-        EXPECT_EQ(answerTo(request)["case"], "probe") << request;
+        EXPECT_EQ(appAnswer(request)["case"], "probe") << request;
     EXPECT_EQ(now(), before);
 
     std::string deep = R"({"op":"app","call":"addGroup","args":[)";

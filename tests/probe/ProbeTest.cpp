@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/probe/Probe.h"
-
+#include "tests/probe/ProbeAnswers.h"
 #include "tests/support/Hex.h"
 
 #include <gtest/gtest.h>
@@ -18,39 +17,8 @@ namespace fs = std::filesystem;
 
 const std::string vaults = std::string(BRENVIK_TEST_DATA) + "/vaults/";
 
-Json answerTo(const std::string& line) {
-    static const auto operations = [] {
-        Probe::Operations all;
-        Probe::addVault(all);
-        Probe::addPrimitives(all);
-        Probe::addText(all);
-        return all;
-    }();
-    const auto text = Probe::answer(operations, line);
-    EXPECT_EQ(text.find('\n'), std::string::npos);
-    return Json::parse(text);
-}
-
-Json answerTo(const Json& request) {
-    return answerTo(request.dump());
-}
-
-/// The result of a request that succeeds.
-Json resultOf(const Json& request) {
-    const auto answer = answerTo(request);
-    EXPECT_EQ(answer["ok"], true) << answer;
-    return answer.value("result", Json());
-}
-
 void expectFailure(const Json& request, const std::string& name, const std::string& message) {
     EXPECT_EQ(answerTo(request), (Json{{"ok", false}, {"case", name}, {"message", message}})) << request;
-}
-
-void expectRefusal(const Json& request) {
-    const auto answer = answerTo(request);
-    EXPECT_EQ(answer["ok"], false) << request;
-    EXPECT_EQ(answer.value("case", ""), "probe") << answer;
-    EXPECT_FALSE(answer.value("message", "").empty()) << answer;
 }
 
 /// A vault of the test data, with the password that its answer names.
@@ -67,12 +35,12 @@ TEST(ProbeTest, answersABadLineAndGoesOn) {
     for (const std::string line :
          {"", " ", "nonsense", "{", "[]", "1", "null", "\"load\"", "{}", "{\"op\": 1}", "{\"op\": \"\"}",
           "{\"op\": \"unknown\"}", "{\"op\": \"date\"}", "{\"op\": \"escape\", \"text\": \"\xFF\"}"}) {
-        const auto answer = answerTo(line);
+        const auto answer = answerToLine(line);
         EXPECT_EQ(answer["ok"], false) << line;
         EXPECT_EQ(answer["case"], "probe") << line;
         EXPECT_TRUE(answer["message"].is_string()) << line;
     }
-    EXPECT_EQ(answerTo(std::string(100000, '['))["case"], "probe");
+    EXPECT_EQ(answerToLine(std::string(100000, '['))["case"], "probe");
 }
 
 TEST(ProbeTest, theProgramAnswersEachLineInOrderUntilItsInputEnds) {

@@ -31,3 +31,8 @@ std::vector<std::string> titlesOf(const Entries& entries) {
             titles.push_back(entry.title);
     return titles;
 }
+
+/// The titles of all entries of a group.
+inline std::vector<std::string> titlesOf(const KdbxGroup& group) {
+    return titlesOf(group.allEntries());
+}

@@ -21,9 +21,9 @@ protected:
         auto vault = smallVault();
         vault.root.entries.clear();
         for (const auto* title : {"c", "a", "d", "b"})
-            vault.root.entries.append(entryNamed(title));
+            vault.root.entries.append(entryTitled(title));
         auto group = groupNamed("Alt");
-        group.entries = {entryNamed("e")};
+        group.entries = {entryTitled("e")};
         vault.root.groups = {group};
         putVault(vault);
         unlock();

@@ -164,7 +164,7 @@ TEST_F(AppStateCommandsTest, withoutAnEntryOrAFocusedOneNoCommandDoesAnything) {
 }
 
 TEST_F(AppStateCommandsTest, aGivenEntryWinsOverTheFocusedOne) {
-    auto other = entryNamed("Başka");
+    auto other = entryTitled("Başka");
     other.username = "veli";
 
     state->copyUsername(&other);
@@ -230,7 +230,7 @@ TEST_F(AppStateCommandsTest, theNearestGroupWithASequenceComesBeforeThePreferenc
 
 TEST_F(AppStateCommandsTest, anEntryThatNoGroupHoldsTakesTheSequenceOfThePreferences) {
     state->edit("Hazırlık", [](KdbxDatabase& database) { database.root.defaultAutoTypeSequence = "kök"; });
-    const auto stranger = entryNamed("Yabancı");
+    const auto stranger = entryTitled("Yabancı");
     preferences->setDefaultAutoTypeSequence("ayar");
 
     state->performAutoType(&stranger);

@@ -24,13 +24,13 @@ protected:
             database.meta.historyMaxItems = maxItems;
             auto& entry = database.root.entries.mutableAt(0);
             for (int number = 1; number <= count; ++number)
-                entry.historyItems.append(entryNamed("Banka " + std::to_string(number)));
+                entry.historyItems.append(entryTitled("Banka " + std::to_string(number)));
         });
     }
 };
 
 TEST_F(AppStateEntriesTest, anAddedEntryStandsLastInItsGroupAndIsSelected) {
-    auto entry = entryNamed("Yeni");
+    auto entry = entryTitled("Yeni");
     entry.created = entry.modified = entry.accessed = Timestamp{42};
     state->setSelectedEntryIDs({bank().id, mail().id});
 
@@ -48,7 +48,7 @@ TEST_F(AppStateEntriesTest, anAddedEntryStandsLastInItsGroupAndIsSelected) {
 }
 
 TEST_F(AppStateEntriesTest, anEntryAddedToNoGroupIsAStepThatAddsNothing) {
-    const auto entry = entryNamed("Yeni");
+    const auto entry = entryTitled("Yeni");
 
     state->addEntry(entry, UUID::random());
 
@@ -59,7 +59,7 @@ TEST_F(AppStateEntriesTest, anEntryAddedToNoGroupIsAStepThatAddsNothing) {
 }
 
 TEST_F(AppStateEntriesTest, undoingAnAdditionTakesTheEntryOutOfTheSelection) {
-    state->addEntry(entryNamed("Yeni"), root().id);
+    state->addEntry(entryTitled("Yeni"), root().id);
 
     state->undo();
 
@@ -97,7 +97,7 @@ TEST_F(AppStateEntriesTest, anUpdateWithAnUnchangedEntryStillAddsAHistoryItemAnd
 TEST_F(AppStateEntriesTest, theHistoryOfTheGivenEntryCountsForNothing) {
     giveHistory(2, 10);
     auto entry = bank();
-    entry.historyItems = {entryNamed("Uydurma")};
+    entry.historyItems = {entryTitled("Uydurma")};
 
     state->updateEntry(entry);
 
@@ -142,7 +142,7 @@ TEST_F(AppStateEntriesTest, theSizeOfTheHistoryIsNotLookedAt) {
 }
 
 TEST_F(AppStateEntriesTest, anUpdateOfAnUnknownEntryIsAStepThatChangesNothing) {
-    state->updateEntry(entryNamed("Yok"));
+    state->updateEntry(entryTitled("Yok"));
 
     EXPECT_THAT(titlesOf(root().entries), ElementsAre("Banka", "Posta"));
     EXPECT_TRUE(bank().historyItems.empty());
@@ -349,7 +349,7 @@ TEST_F(AppStateEntriesTest, onlyAnUpdateMakesHistory) {
 TEST_F(AppStateEntriesTest, whileLockedNoVerbBringsAVaultOrAStep) {
     const auto id = bank().id;
     const auto groupID = social().id;
-    const auto entry = entryNamed("Yeni");
+    const auto entry = entryTitled("Yeni");
     state->lock();
 
     state->updateEntry(entry);
@@ -366,7 +366,7 @@ TEST_F(AppStateEntriesTest, whileLockedNoVerbBringsAVaultOrAStep) {
 }
 
 TEST_F(AppStateEntriesTest, whileLockedAnAdditionStillSelectsAndADeletionStillSelectsNone) {
-    const auto entry = entryNamed("Yeni");
+    const auto entry = entryTitled("Yeni");
     const auto groupID = root().id;
     state->lock();
 
@@ -387,7 +387,7 @@ TEST_F(AppStateEntriesTest, aVerbTellsTheViewsWhenItHasEnded) {
     });
     QObject::connect(&*state, &AppState::selectedEntryIDsChanged, [&] { heard.push_back("selection"); });
 
-    state->addEntry(entryNamed("Yeni"), root().id);
+    state->addEntry(entryTitled("Yeni"), root().id);
 
     EXPECT_THAT(heard, ElementsAre("vault", "selection"));
 }

@@ -136,7 +136,7 @@ TEST_F(AppStateGroupsTest, anUpdateTakesOverFourFieldsAndNoOther) {
 TEST_F(AppStateGroupsTest, anUpdateFromBeforeAChildAppearedKeepsTheChild) {
     const auto edited = social();
     state->addGroup(groupNamed("Çocuk"), social().id);
-    state->addEntry(entryNamed("Yeni"), social().id);
+    state->addEntry(entryTitled("Yeni"), social().id);
 
     state->updateGroup(edited);
 

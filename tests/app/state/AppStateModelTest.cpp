@@ -87,7 +87,7 @@ private:
     }
 
     KdbxEntry newEntry() {
-        auto entry = entryNamed(someName());
+        auto entry = entryTitled(someName());
         entry.created = entry.modified = entry.accessed = m_clock.now();
         entry.password = SecureString(secretMark + std::to_string(number(100)));
         return entry;

@@ -15,7 +15,7 @@ class AppStateMovesTest : public StateTest {
 protected:
     AppStateMovesTest() {
         auto vault = smallVault();
-        vault.root.entries = {entryNamed("A"), entryNamed("B"), entryNamed("C"), entryNamed("D")};
+        vault.root.entries = {entryTitled("A"), entryTitled("B"), entryTitled("C"), entryTitled("D")};
         auto work = groupNamed("İş");
         work.groups = {groupNamed("Sunucular")};
         work.isExpanded = false;
@@ -156,7 +156,7 @@ TEST_F(AppStateMovesTest, aGroupGoesNoDeeperThanCanBeOpenedAgain) {
 TEST_F(AppStateMovesTest, theHistoriesOfAGroupsEntriesCountForItsDepth) {
     state->edit("Adım", [](KdbxDatabase& database) {
         auto& home = database.root.groups.mutableAt(1);
-        home.entries = {entryNamed("Eski")};
+        home.entries = {entryTitled("Eski")};
         database.root.groups.append(groupsDownTo(2493));
     });
     EXPECT_EQ(state->deepestParentLevel(home().id), 2494U);

@@ -14,7 +14,7 @@ class AppStateOrderTest : public StateTest {
 protected:
     AppStateOrderTest() {
         auto vault = smallVault();
-        vault.root.entries = {entryNamed("C"), entryNamed("A"), entryNamed("D"), entryNamed("B")};
+        vault.root.entries = {entryTitled("C"), entryTitled("A"), entryTitled("D"), entryTitled("B")};
         putVault(vault);
         unlock();
         clock.advance(1h);
@@ -148,7 +148,7 @@ TEST_F(AppStateOrderTest, withoutASelectedGroupTheRootIsReordered) {
 }
 
 TEST_F(AppStateOrderTest, aReorderInASelectedGroupTouchesThatGroupAlone) {
-    state->addEntry(entryNamed("Ek"), social().id);
+    state->addEntry(entryTitled("Ek"), social().id);
     state->setSelectedGroupID(social().id);
     sortBy(Column::manual);
     const auto rootModified = root().modified;

@@ -440,7 +440,7 @@ TEST_F(AppStateRescueTest, aFormComesOnTopOfWhatTheLockSaved) {
     clock.advance(1min);
     state->setRoute(AppState::Route::newEntry(root().id));
     state->setFormContent([](KdbxDatabase& database) {
-        database.root.entries.append(entryNamed("Yazılıyordu"));
+        database.root.entries.append(entryTitled("Yazılıyordu"));
         return true;
     });
 

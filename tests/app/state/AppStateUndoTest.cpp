@@ -159,7 +159,7 @@ TEST_F(AppStateUndoTest, undoingLeavesNoGroupSelectedWhereNoneWas) {
 
 TEST_F(AppStateUndoTest, undoingTheCreationOfAnEntryDeselectsItAlone) {
     const auto kept = state->root()->groups[0].entries[0].id;
-    const auto entry = entryNamed("Yeni");
+    const auto entry = entryTitled("Yeni");
     state->edit("Kayıt Ekle", [&](KdbxDatabase& database) { database.root.entries.append(entry); });
     state->setSelectedEntryIDs({entry.id, kept});
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntryOrder.h"
 
+#include "tests/support/Entries.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <random>
 
 namespace {
@@ -12,20 +15,6 @@ using testing::ElementsAre;
 using Column = EntrySort::Column;
 
 constexpr EntrySort byTitle{.column = Column::title, .ascending = true};
-
-KdbxEntry entryTitled(std::string title, double modified = 0) {
-    KdbxEntry entry;
-    entry.title = std::move(title);
-    entry.modified = Timestamp{modified};
-    return entry;
-}
-
-std::vector<std::string> titlesOf(const EntryReferences& entries) {
-    std::vector<std::string> titles;
-    for (const auto* entry : entries)
-        titles.push_back(entry->title);
-    return titles;
-}
 
 TEST(EntryOrderTest, followsEntriesThatComeChangeAndGo) {
     EntryOrder order;
@@ -86,8 +75,8 @@ public:
 
 private:
     KdbxEntry entry() {
-        auto entry =
-            entryTitled(std::string(below(3), 'a') + static_cast<char>('a' + below(5)), static_cast<double>(below(9)));
+        auto entry = entryTitled(std::string(below(3), 'a') + static_cast<char>('a' + below(5)));
+        entry.modified = Timestamp{static_cast<double>(below(9))};
         entry.url = std::to_string(below(40));
         return entry;
     }
@@ -102,21 +91,20 @@ private:
             entries.mutableAt(below(entries.size())) = entry();
     }
     void shuffle() {
-        std::vector<std::size_t> places(group.entries.size());
-        for (std::size_t place = 0; place < places.size(); ++place)
-            places[place] = place;
-        for (auto count = below(4); count > 0 && !places.empty(); --count)
-            std::swap(places[below(places.size())], places[below(places.size())]);
-        group.entries.rearrange(places);
+        std::vector<std::size_t> order(group.entries.size());
+        std::iota(order.begin(), order.end(), 0U);
+        for (auto count = below(4); count > 0 && !order.empty(); --count)
+            std::swap(order[below(order.size())], order[below(order.size())]);
+        group.entries.rearrange(order);
     }
 
     std::mt19937 m_random;
 };
 
-EntryReferences entriesAt(const std::vector<std::size_t>& places, const EntryReferences& entries) {
+EntryReferences entriesAt(const std::vector<std::size_t>& indices, const EntryReferences& entries) {
     EntryReferences chosen;
-    for (const auto place : places)
-        chosen.push_back(entries[place]);
+    for (const auto index : indices)
+        chosen.push_back(entries[index]);
     return chosen;
 }
 

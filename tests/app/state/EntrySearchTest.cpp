@@ -3,6 +3,7 @@
 
 #include "app/state/SearchText.h"
 #include "app/state/SubstringSearch.h"
+#include "tests/support/Entries.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,21 +17,8 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-KdbxEntry entryTitled(std::string title) {
-    KdbxEntry entry;
-    entry.title = std::move(title);
-    return entry;
-}
-
 bool titleMatches(std::string title, std::string_view query) {
     return matches(entryTitled(std::move(title)), query);
-}
-
-std::vector<std::string> titlesOf(const EntryReferences& entries) {
-    std::vector<std::string> titles;
-    for (const auto* entry : entries)
-        titles.push_back(entry->title);
-    return titles;
 }
 
 // What a search finds, by looking at one entry after the other.

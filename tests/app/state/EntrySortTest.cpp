@@ -2,6 +2,7 @@
 #include "app/state/EntrySort.h"
 
 #include "core/text/Collation.h"
+#include "tests/support/Entries.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,15 +17,14 @@ namespace {
 using testing::ElementsAre;
 using Column = EntrySort::Column;
 
-KdbxEntry entryTitled(std::string title, std::string notes = {}) {
-    KdbxEntry entry;
-    entry.title = std::move(title);
+KdbxEntry notedEntry(std::string title, std::string notes) {
+    auto entry = entryTitled(std::move(title));
     entry.notes = std::move(notes);
     return entry;
 }
 
 KdbxEntry entryModifiedAt(double seconds, std::string notes) {
-    auto entry = entryTitled({}, std::move(notes));
+    auto entry = notedEntry({}, std::move(notes));
     entry.modified = Timestamp{seconds};
     return entry;
 }
@@ -86,7 +86,7 @@ TEST(EntrySortTest, sortsTextsAsTheUsersLanguageDoesWithoutRegardToCaseAndDigits
 }
 
 TEST(EntrySortTest, eachTextColumnSortsByItsOwnField) {
-    std::deque entries{entryTitled("a", "x"), entryTitled("b", "y")};
+    std::deque entries{notedEntry("a", "x"), notedEntry("b", "y")};
     entries[0].username = "2";
     entries[1].username = "1";
     entries[0].url = "p";
@@ -103,7 +103,7 @@ TEST(EntrySortTest, modifiedSortsOlderFirstToTheFractionOfASecond) {
 }
 
 TEST(EntrySortTest, tiesKeepTheirOrderAscendingAndAreReversedDescending) {
-    const std::deque titled{entryTitled("b", "1"), entryTitled("a", "2"), entryTitled("b", "3"), entryTitled("a", "4")};
+    const std::deque titled{notedEntry("b", "1"), notedEntry("a", "2"), notedEntry("b", "3"), notedEntry("a", "4")};
     EXPECT_THAT(notesSorted(titled, {.column = Column::title}), ElementsAre("2", "4", "1", "3"));
     EXPECT_THAT(notesSorted(titled, {.column = Column::title, .ascending = false}), ElementsAre("3", "1", "4", "2"));
 
@@ -113,8 +113,7 @@ TEST(EntrySortTest, tiesKeepTheirOrderAscendingAndAreReversedDescending) {
 }
 
 TEST(EntrySortTest, aTitleInTwoSpellingsOfOneTextIsATie) {
-    const std::deque entries{entryTitled("s\u0327eker", "1"), entryTitled("şeker", "2"),
-                             entryTitled("s\u0327eker", "3")};
+    const std::deque entries{notedEntry("s\u0327eker", "1"), notedEntry("şeker", "2"), notedEntry("s\u0327eker", "3")};
     EXPECT_THAT(notesSorted(entries, {.column = Column::title}), ElementsAre("1", "2", "3"));
     EXPECT_THAT(notesSorted(entries, {.column = Column::title, .ascending = false}), ElementsAre("3", "2", "1"));
 }

@@ -164,7 +164,7 @@ TEST_F(GlobalHotKeyTest, aPressWithoutAMatchIsReported) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressTypesTheEntryThatTheFrontWindowSpeaksOf) {
-    unlockWith({entryNamed("posta"), entryNamed("banka")});
+    unlockWith({entryTitled("posta"), entryTitled("banka")});
 
     press();
 
@@ -173,7 +173,7 @@ TEST_F(GlobalHotKeyTest, aPressTypesTheEntryThatTheFrontWindowSpeaksOf) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressTypesTheFirstOfSeveralMatches) {
-    unlockWith({entryNamed("giriş"), entryNamed("banka - giriş")});
+    unlockWith({entryTitled("giriş"), entryTitled("banka - giriş")});
 
     press();
 
@@ -181,9 +181,9 @@ TEST_F(GlobalHotKeyTest, aPressTypesTheFirstOfSeveralMatches) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressPassesOverEntriesThatWantNoAutoType) {
-    auto disabled = entryNamed("banka");
+    auto disabled = entryTitled("banka");
     disabled.autoTypeEnabled = false;
-    unlockWith({disabled, entryNamed("giriş")});
+    unlockWith({disabled, entryTitled("giriş")});
 
     press();
 
@@ -191,7 +191,7 @@ TEST_F(GlobalHotKeyTest, aPressPassesOverEntriesThatWantNoAutoType) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressFindsNoMatchWithoutATitle) {
-    unlockWith({entryNamed("")});
+    unlockWith({entryTitled("")});
     browser->title.reset();
     browser->name.reset();
 
@@ -201,7 +201,7 @@ TEST_F(GlobalHotKeyTest, aPressFindsNoMatchWithoutATitle) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressMatchesTheApplicationsNameWithoutPermission) {
-    unlockWith({entryNamed("banka"), entryNamed("gezgin")});
+    unlockWith({entryTitled("banka"), entryTitled("gezgin")});
     desktop.keyboard.permission = false;
     clock.advance(1h);
     const auto now = clock.now();
@@ -213,7 +213,7 @@ TEST_F(GlobalHotKeyTest, aPressMatchesTheApplicationsNameWithoutPermission) {
 }
 
 TEST_F(GlobalHotKeyTest, aPressReadsThePreviousApplicationsWindowWhileWeAreInFront) {
-    unlockWith({entryNamed("brenvik"), entryNamed("banka")});
+    unlockWith({entryTitled("brenvik"), entryTitled("banka")});
     autoType.captureTarget();
     desktop.applications.bringOurselvesToFront();
 
@@ -223,7 +223,7 @@ TEST_F(GlobalHotKeyTest, aPressReadsThePreviousApplicationsWindowWhileWeAreInFro
 }
 
 TEST_F(GlobalHotKeyTest, aPressCapturesTheTargetThatIsInFrontNow) {
-    unlockWith({entryNamed("banka")});
+    unlockWith({entryTitled("banka")});
     autoType.clearTarget();
 
     press();

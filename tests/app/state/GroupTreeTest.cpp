@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/GroupTree.h"
 
+#include "tests/support/Entries.h"
+
 #include <gtest/gtest.h>
 #include <malloc.h>
 
@@ -33,13 +35,6 @@ std::vector<std::string> namesOf(const std::vector<KdbxGroup>& groups) {
     for (const auto& group : groups)
         names.push_back(group.name);
     return names;
-}
-
-std::vector<std::string> titlesOf(const KdbxGroup& group) {
-    std::vector<std::string> titles;
-    for (const auto& entry : group.allEntries())
-        titles.push_back(entry.title);
-    return titles;
 }
 
 using Titles = std::vector<std::string>;

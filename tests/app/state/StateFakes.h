@@ -9,6 +9,7 @@
 #include "core/platform/RescueStore.h"
 #include "core/platform/WorkQueue.h"
 #include "core/platform/Workspace.h"
+#include "tests/support/Entries.h"
 #include "tests/support/FakeBackgroundWork.h"
 #include "tests/support/FakeClipboard.h"
 #include "tests/support/FakeScheduler.h"
@@ -271,24 +272,12 @@ private:
     std::vector<Vault> m_vaults;
 };
 
-inline KdbxEntry entryNamed(const std::string& title) {
-    KdbxEntry entry;
-    entry.title = title;
-    return entry;
-}
-
-inline KdbxGroup groupNamed(const std::string& name) {
-    KdbxGroup group;
-    group.name = name;
-    return group;
-}
-
 /// A vault with the entries "Banka" and "Posta" in the root, and in its one subgroup "Sosyal" the entry "Forum".
 inline KdbxDatabase smallVault(const std::string& name = "Kasam") {
     auto root = groupNamed("Kök");
-    root.entries = {entryNamed("Banka"), entryNamed("Posta")};
+    root.entries = {entryTitled("Banka"), entryTitled("Posta")};
     auto social = groupNamed("Sosyal");
-    social.entries = {entryNamed("Forum")};
+    social.entries = {entryTitled("Forum")};
     root.groups = {social};
     return {.meta = {.databaseName = name},
             .root = root,
@@ -366,13 +355,6 @@ protected:
     const KdbxEntry& mail() const { return root().entries[1]; }
     const KdbxGroup& social() const { return root().groups[0]; }
     const KdbxEntry& forum() const { return social().entries[0]; }
-
-    static std::vector<std::string> titlesOf(const SharedArray<KdbxEntry>& entries) {
-        std::vector<std::string> titles;
-        for (const auto& entry : entries)
-            titles.push_back(entry.title);
-        return titles;
-    }
 
     std::string firstTitle() const { return state->database()->root.entries[0].title; }
     std::string firstTitleIn(const std::filesystem::path& file) const {

@@ -74,7 +74,7 @@ TEST_F(EntryDetailPlaceTest, everythingFitsInTheNarrowestColumnWhateverTheTexts)
         entry.autoTypeEnabled = false;
         entry.autoTypeSequence = wide;
         entry.autoTypeWindowAssociations = {{wide, emoji}};
-        entry.historyItems = {entryNamed(wide)};
+        entry.historyItems = {entryTitled(wide)};
         entry.expires = true;
         entry.expiryTime = Timestamp{0};
     });

@@ -353,7 +353,7 @@ TEST_F(EntryDetailTest, timesThatNoCalendarReachesAreADash) {
 TEST_F(EntryDetailTest, theHistoryCountsAllVersionsAndListsTheSixNewest) {
     showBank([](KdbxEntry& entry) {
         for (int version = 1; version <= 7; ++version) {
-            auto item = entryNamed(version == 5 ? "" : "Sürüm " + std::to_string(version));
+            auto item = entryTitled(version == 5 ? "" : "Sürüm " + std::to_string(version));
             item.modified = Timestamp{version * 86400.0};
             entry.historyItems.append(item);
         }
@@ -413,7 +413,7 @@ TEST_F(EntryDetailTest, anotherEntryStartsAtItsTop) {
 
 TEST_F(EntryDetailTest, everyShownChangeOfTheEntryIsSeen) {
     showBank([](KdbxEntry& entry) {
-        entry.historyItems = {entryNamed("Eski")};
+        entry.historyItems = {entryTitled("Eski")};
         entry.autoTypeWindowAssociations = {{"*", std::nullopt}};
         entry.customFields = {{"Kod", "1234"}};
     });
@@ -432,7 +432,7 @@ TEST_F(EntryDetailTest, everyShownChangeOfTheEntryIsSeen) {
         [](KdbxEntry& entry) { entry.created = Timestamp{1}; },
         [](KdbxEntry& entry) { entry.modified = Timestamp{1}; },
         [](KdbxEntry& entry) { entry.historyItems.mutableAt(0).title = "Daha eski"; },
-        [](KdbxEntry& entry) { entry.historyItems.append(entryNamed("Eski")); },
+        [](KdbxEntry& entry) { entry.historyItems.append(entryTitled("Eski")); },
         [](KdbxEntry& entry) {
             entry.expires = true;
             entry.expiryTime = Timestamp{4e9};

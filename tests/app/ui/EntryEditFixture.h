@@ -7,7 +7,7 @@
 
 /// An entry that has something of everything.
 inline KdbxEntry fullEntry() {
-    auto entry = entryNamed("GitHub");
+    auto entry = entryTitled("GitHub");
     entry.username = "isilkaya";
     entry.password = SecureString("kT4}vQ9w");
     entry.url = "https://github.com/login";

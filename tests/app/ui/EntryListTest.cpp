@@ -23,7 +23,7 @@ protected:
         state->edit("Adım", [&](KdbxDatabase& database) {
             database.root.entries.clear();
             for (int number = 0; number < count; ++number)
-                database.root.entries.append(entryNamed("Kayıt " + std::to_string(1000 + number)));
+                database.root.entries.append(entryTitled("Kayıt " + std::to_string(1000 + number)));
         });
         QCoreApplication::processEvents();
     }
@@ -232,7 +232,7 @@ TEST_F(EntryListTest, anotherGroupAndASearchBeginAtTheTop) {
 
 TEST_F(EntryListTest, anEntryThatIsAddedIsSelectedAndInSight) {
     fill(200);
-    state->addEntry(entryNamed("Kayıt 1150 b"), root().id);
+    state->addEntry(entryTitled("Kayıt 1150 b"), root().id);
     QCoreApplication::processEvents();
     EXPECT_EQ(currentTitle(), "Kayıt 1150 b");
     EXPECT_TRUE(entries().viewport()->rect().contains(entries().visualRect(entries().currentIndex())));
@@ -508,7 +508,7 @@ TEST_F(EntryListTest, aDragNearTheEdgeScrolls) {
 
 TEST_F(EntryListTest, aLetterGoesToTheNextTitleThatBeginsWithIt) {
     state->edit("Adım", [](KdbxDatabase& database) {
-        database.root.entries = {entryNamed("Alan"), entryNamed("IBM"), entryNamed("Irmak"), entryNamed("İnci")};
+        database.root.entries = {entryTitled("Alan"), entryTitled("IBM"), entryTitled("Irmak"), entryTitled("İnci")};
     });
     click(entries(), 0);
     QTest::keyClick(&entries(), 'i');

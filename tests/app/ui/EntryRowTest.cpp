@@ -42,7 +42,7 @@ protected:
     }
     void give(const std::string& title, bool isExpired) {
         state->edit("Adım", [&](KdbxDatabase& database) {
-            auto entry = entryNamed(title);
+            auto entry = entryTitled(title);
             entry.username = title;
             entry.expires = isExpired;
             entry.expiryTime = Timestamp{0};

@@ -113,7 +113,7 @@ TEST_F(GroupEditTest, anEditChangesItsFourFieldsAlone) {
 TEST_F(GroupEditTest, whatComesToTheGroupBehindTheFormStays) {
     open(Route::editGroup(social().id));
     type("Grup adı", "Toplum");
-    state->addEntry(entryNamed("Yeni"), social().id);
+    state->addEntry(entryTitled("Yeni"), social().id);
     EXPECT_TRUE(shows("2 kayıt ve tüm alt gruplar silinir."));
     EXPECT_EQ(field("Grup adı").text(), "Toplum");
     click("Kaydet");
@@ -139,7 +139,7 @@ TEST_F(GroupEditTest, theRootCannotBeDeleted) {
 
 TEST_F(GroupEditTest, deletingCountsTheEntriesOfAllSubgroupsAndAsksNothing) {
     auto inner = groupNamed("İç");
-    inner.entries = {entryNamed("Derin"), entryNamed("Daha derin")};
+    inner.entries = {entryTitled("Derin"), entryTitled("Daha derin")};
     state->addGroup(inner, social().id);
     open(Route::editGroup(social().id));
     EXPECT_TRUE(shows("3 kayıt ve tüm alt gruplar silinir."));

@@ -22,7 +22,7 @@ protected:
         state->edit("Adım", [](KdbxDatabase& database) {
             auto work = groupNamed("İş");
             auto servers = groupNamed("Sunucular");
-            servers.entries = {entryNamed("Web")};
+            servers.entries = {entryTitled("Web")};
             work.groups = {servers};
             database.root.groups.append(work);
         });

@@ -96,7 +96,7 @@ TEST_F(ListModelsTest, entriesThatComeAndGoAreToldOneByOne) {
     QSignalSpy inserts(&entries, &EntryListModel::rowsInserted);
     QSignalSpy removals(&entries, &EntryListModel::rowsRemoved);
     for (const auto* const title : {"Anahtar", "Kargo", "Zil"})
-        state->addEntry(entryNamed(title), state->root()->id);
+        state->addEntry(entryTitled(title), state->root()->id);
     showAll();
     EXPECT_THAT(texts(entries), ElementsAre("Anahtar", "Banka", "Kargo", "Posta", "Zil"));
     EXPECT_EQ(inserts.count(), 3);
@@ -112,7 +112,7 @@ TEST_F(ListModelsTest, entriesThatComeAndGoAreToldOneByOne) {
 }
 
 TEST_F(ListModelsTest, aRenamedEntryMovesWithItsRow) {
-    state->addEntry(entryNamed("Kargo"), state->root()->id);
+    state->addEntry(entryTitled("Kargo"), state->root()->id);
     showAll();
     const QPersistentModelIndex bank = entries.index(0);
     QSignalSpy moves(&entries, &EntryListModel::rowsMoved);
@@ -128,7 +128,7 @@ TEST_F(ListModelsTest, aRenamedEntryMovesWithItsRow) {
 TEST_F(ListModelsTest, aListInQuiteAnotherOrderIsTold) {
     QSignalSpy resets(&entries, &EntryListModel::modelReset);
     for (const auto* const title : {"Anahtar", "Kargo", "Zil"})
-        state->addEntry(entryNamed(title), state->root()->id);
+        state->addEntry(entryTitled(title), state->root()->id);
     showAll();
     state->setSort({.column = EntrySort::Column::title, .ascending = false});
     showAll();
@@ -192,7 +192,7 @@ TEST_F(ListModelsTest, groupsSpeakTheirCount) {
 TEST_F(ListModelsTest, aTreeOfAnyDepthShows) {
     state->edit("Adım", [](KdbxDatabase& database) {
         auto group = groupNamed("en alt");
-        group.entries = {entryNamed("derin")};
+        group.entries = {entryTitled("derin")};
         for (int depth = 0; depth < 5000; ++depth) {
             auto above = groupNamed("kat");
             above.groups.append(std::move(group));

@@ -51,7 +51,7 @@ TEST_F(RouteSheetTest, theMissingViewIsLeftWithEscapeAndWithReturn) {
 }
 
 TEST_F(RouteSheetTest, anEntryThatAnUndoTakesAwayIsMissing) {
-    state->addEntry(entryNamed("Yeni"), root().id);
+    state->addEntry(entryTitled("Yeni"), root().id);
     const auto id = state->focusedEntry()->id;
     open(AppState::Route::editEntry(id));
     ASSERT_EQ(field("Başlık").text(), "Yeni");
@@ -65,7 +65,7 @@ TEST_F(RouteSheetTest, anEntryThatAnUndoTakesAwayIsMissing) {
 }
 
 TEST_F(RouteSheetTest, anEntryThatComesBackIsShownAgain) {
-    state->addEntry(entryNamed("Yeni"), root().id);
+    state->addEntry(entryTitled("Yeni"), root().id);
     open(AppState::Route::editEntry(state->focusedEntry()->id));
     state->undo();
     state->redo();

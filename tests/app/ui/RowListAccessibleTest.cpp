@@ -18,7 +18,7 @@ protected:
     void addEntries(std::initializer_list<const char*> titles) {
         state->edit("Adım", [&](KdbxDatabase& database) {
             for (const auto* const title : titles)
-                database.root.entries.append(entryNamed(title));
+                database.root.entries.append(entryTitled(title));
         });
     }
 };

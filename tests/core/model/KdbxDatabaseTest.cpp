@@ -1,22 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/KdbxDatabase.h"
 
+#include "tests/support/Entries.h"
+
 #include <gtest/gtest.h>
 
 #include <thread>
 
 namespace {
-
-KdbxEntry entryTitled(std::string title) {
-    return {.title = std::move(title)};
-}
-
-std::vector<std::string> titlesOf(const std::vector<KdbxEntry>& entries) {
-    std::vector<std::string> titles;
-    for (const auto& entry : entries)
-        titles.push_back(entry.title);
-    return titles;
-}
 
 /// A group in a group in a group, and so on.
 KdbxGroup chainOfGroups(int depth) {

@@ -4,27 +4,20 @@
 #include "core/primitives/AESRounds.h"
 #include "core/primitives/Random.h"
 #include "tests/support/Hex.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 
 #include <functional>
-#include <optional>
 #include <thread>
 
 namespace {
 
+using Error = AESCipher::Error;
+
 const Bytes zeroKey(32, 0);
 const Bytes zeroIV(16, 0);
-
-std::optional<AESCipher::Error> failureOf(const std::function<void()>& operation) {
-    try {
-        operation();
-    } catch (const AESCipher::Error& error) {
-        return error;
-    }
-    return std::nullopt;
-}
 
 Bytes joined(Bytes left, ByteView right) {
     append(left, right);
@@ -90,37 +83,38 @@ TEST(AESCipherTest, ecbGivesAsManyBytesAsItTook) {
 
 TEST(AESCipherTest, cbcTellsTheKeysLengthBeforeTheIVs) {
     const auto bad = AESCipher::Error::invalidKeyLength(31);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }),
-              bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(33, 0), .iv = zeroIV}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }), bad);
+    EXPECT_EQ(
+        thrown<Error>([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }),
+        bad);
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(33, 0), .iv = zeroIV}); }),
               AESCipher::Error::invalidKeyLength(33));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = {}, .iv = zeroIV}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = {}, .iv = zeroIV}); }),
               AESCipher::Error::invalidKeyLength(0));
 }
 
 TEST(AESCipherTest, cbcTellsTheIVsLengthBeforeTheDatas) {
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcEncrypt({}, {.key = zeroKey, .iv = Bytes(15, 0)}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = zeroKey, .iv = Bytes(15, 0)}); }),
               AESCipher::Error::invalidIVLength(15));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = zeroKey, .iv = Bytes(17, 0)}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = zeroKey, .iv = Bytes(17, 0)}); }),
               AESCipher::Error::invalidIVLength(17));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = {}}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = {}}); }),
               AESCipher::Error::invalidIVLength(0));
 }
 
 TEST(AESCipherTest, ecbTellsTheDatasLengthBeforeTheKeys) {
     const auto bad = AESCipher::Error::invalidBlockAlignment(17);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(16, 0), {.key = Bytes(16, 0)}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbDecryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(16, 0), {.key = Bytes(16, 0)}); }),
               AESCipher::Error::invalidKeyLength(16));
-    EXPECT_EQ(failureOf([] { (void)AESCipher::ecbDecryptNoPadding({}, {.key = Bytes(31, 0)}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbDecryptNoPadding({}, {.key = Bytes(31, 0)}); }),
               AESCipher::Error::invalidKeyLength(31));
 }
 
 TEST(AESCipherTest, refusesToDecipherWhatIsNotWholeBlocks) {
     for (const std::size_t size : {1, 15, 17, 31})
-        EXPECT_EQ(failureOf([&] { (void)AESCipher::cbcDecrypt(Bytes(size, 0), {.key = zeroKey, .iv = zeroIV}); }),
+        EXPECT_EQ(thrown<Error>([&] { (void)AESCipher::cbcDecrypt(Bytes(size, 0), {.key = zeroKey, .iv = zeroIV}); }),
                   AESCipher::Error::cryptoFailure(-4303))
             << size;
 }
@@ -133,20 +127,20 @@ TEST(AESCipherTest, refusesEveryKindOfWrongPadding) {
     unequal[14] = 2;
     for (const auto& lastBlock : {Bytes(16, 0), Bytes(16, 17), Bytes(16, 255), unequal})
         EXPECT_EQ(
-            failureOf([&] { (void)AESCipher::cbcDecrypt(paddedWith(lastBlock), {.key = zeroKey, .iv = zeroIV}); }),
+            thrown<Error>([&] { (void)AESCipher::cbcDecrypt(paddedWith(lastBlock), {.key = zeroKey, .iv = zeroIV}); }),
             AESCipher::Error::cryptoFailure(-4304))
             << toHex(lastBlock);
 }
 
 TEST(AESCipherTest, nothingAtAllHasNoPaddingToTakeAway) {
-    EXPECT_EQ(failureOf([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = zeroIV}); }),
+    EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcDecrypt({}, {.key = zeroKey, .iv = zeroIV}); }),
               AESCipher::Error::cryptoFailure(-4304));
 }
 
 TEST(AESCipherTest, aFailureLeavesTheNextCallAsItWouldHaveBeen) {
     const auto enciphered = AESCipher::cbcEncrypt(samplePlain, {.key = sampleKey, .iv = zeroIV});
 
-    EXPECT_TRUE(failureOf([] { (void)AESCipher::cbcDecrypt(Bytes(16, 0), {.key = zeroKey, .iv = zeroIV}); }));
+    EXPECT_TRUE(thrown<Error>([] { (void)AESCipher::cbcDecrypt(Bytes(16, 0), {.key = zeroKey, .iv = zeroIV}); }));
 
     EXPECT_EQ(AESCipher::cbcDecrypt(enciphered, {.key = sampleKey, .iv = zeroIV}), samplePlain);
     EXPECT_EQ(toHex(AESCipher::ecbEncryptNoPadding(Bytes(16, 0), {.key = zeroKey})),
@@ -174,7 +168,7 @@ TEST(AESCipherDeathTest, aLibraryWithoutTheAlgorithmIsAFailureWithItsOwnStatus) 
         EVP_set_default_properties(nullptr, "provider=none");
         std::string told;
         const auto tell = [&](const std::function<void()>& operation) {
-            const auto failure = failureOf(operation);
+            const auto failure = thrown<Error>(operation);
             told += failure ? failure->errorDescription() : "none";
         };
         std::thread([&] {

@@ -4,10 +4,10 @@
 #include "core/primitives/LittleEndian.h"
 #include "tests/core/primitives/Material.h"
 #include "tests/support/Hex.h"
+#include "tests/support/Thrown.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <optional>
 
 namespace {
@@ -16,17 +16,8 @@ using Gzip::Error;
 
 enum Flag : std::uint8_t { text = 1, headerCRC = 2, extra = 4, name = 8, comment = 16 };
 
-std::optional<Error> failureOf(const std::function<void()>& operation) {
-    try {
-        operation();
-    } catch (const Error& error) {
-        return error;
-    }
-    return std::nullopt;
-}
-
 std::optional<Error> failureOfDecompressing(ByteView data) {
-    return failureOf([&] { (void)Gzip::decompress(data); });
+    return thrown<Error>([&] { (void)Gzip::decompress(data); });
 }
 
 const Bytes plain = copyOf(bytesOf("Kasanın belgesi, kasanın belgesi, kasanın belgesi."));
@@ -316,13 +307,13 @@ TEST(GzipTest, anOutputAsLargeAsAllowedPassesAndOneByteMoreFails) {
         const auto repetitive = Bytes(size, 'a');
         const auto member = Gzip::compress(repetitive);
         EXPECT_TRUE(Gzip::decompress(member, size) == repetitive) << size;
-        EXPECT_EQ(failureOf([&] { (void)Gzip::decompress(member, size - 1); }), Error::streamFailure()) << size;
+        EXPECT_EQ(thrown<Error>([&] { (void)Gzip::decompress(member, size - 1); }), Error::streamFailure()) << size;
     }
 }
 
 TEST(GzipTest, nothingFitsWhereNothingIsAllowed) {
     EXPECT_TRUE(Gzip::decompress(Gzip::compress({}), 0).empty());
-    EXPECT_EQ(failureOf([] { (void)Gzip::decompress(Gzip::compress(plain), 0); }), Error::streamFailure());
+    EXPECT_EQ(thrown<Error>([] { (void)Gzip::decompress(Gzip::compress(plain), 0); }), Error::streamFailure());
 }
 
 TEST(GzipTest, aTrailerThatTellsTooLittleOnlyCostsTime) {
