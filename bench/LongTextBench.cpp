@@ -45,7 +45,7 @@ public:
 
     void run(const std::string& field, const std::string& text) {
         auto database = smallVault("Kıyas");
-        database.root.entries = {entryNamed("Kısa"), with(field, text)};
+        database.root.entries = {entryTitled("Kısa"), with(field, text)};
         if (field == "group")
             database.root.groups.mutableAt(0).name = text;
         putVault(database);
@@ -85,7 +85,7 @@ public:
 
 private:
     static KdbxEntry with(const std::string& field, const std::string& text) {
-        auto entry = entryNamed("Uzun");
+        auto entry = entryTitled("Uzun");
         if (field == "title")
             entry.title = text;
         if (field == "username")

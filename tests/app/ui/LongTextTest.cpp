@@ -30,7 +30,7 @@ const std::string lines = repeatedTo(2 * MiB, "Bir satır not, iki üç sözcük
 
 /// An entry all of whose texts are long.
 KdbxEntry longEntry(const std::string& text) {
-    auto entry = entryNamed("Uzun");
+    auto entry = entryTitled("Uzun");
     entry.title = text;
     entry.username = text;
     entry.password = SecureString(text);
