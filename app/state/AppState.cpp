@@ -44,6 +44,10 @@ void AppState::setLastError(std::optional<std::string> text) {
     m_statusLine.setError(std::move(text));
 }
 
+void AppState::setNotice(std::string text) {
+    m_statusLine.setNotice(std::move(text));
+}
+
 void AppState::setStatusMessage(std::optional<std::string> text) {
     m_statusLine.setMessage(std::move(text));
 }

@@ -57,6 +57,10 @@ public:
     /// The last failure, shown until it is dismissed.
     [[nodiscard]] const std::optional<std::string>& lastError() const noexcept { return m_statusLine.error(); }
     void setLastError(std::optional<std::string> text);
+    /// Whether `lastError` is no failure: a version that was kept, a change of the file.
+    [[nodiscard]] bool isNotice() const noexcept { return m_statusLine.isNotice(); }
+    /// Has something shown in the place of `lastError` that is worth knowing, and no failure.
+    void setNotice(std::string text);
     /// A confirmation that clears itself after two seconds.
     [[nodiscard]] const std::optional<std::string>& statusMessage() const noexcept { return m_statusLine.message(); }
     /// Sets it without a timer to clear it.

@@ -84,7 +84,7 @@ bool AppState::isOpenVault(const std::filesystem::path& url) const {
 void AppState::reportKept() {
     m_statusLine.takeBackNotice();
     if (const auto kept = m_vaultFile.takeKept())
-        setLastError(messageOf(*kept));
+        setNotice(messageOf(*kept));
 }
 
 void AppState::lookAtFile() {
@@ -102,9 +102,9 @@ void AppState::reportChangeOfFile() {
         case VaultFile::Change::undone:
             return m_statusLine.takeBackNotice();
         case VaultFile::Change::gone:
-            return m_statusLine.setNotice(name + " artık yerinde değil. Kaydedersen yeniden yazılır.");
+            return m_statusLine.setPassingNotice(name + " artık yerinde değil. Kaydedersen yeniden yazılır.");
         case VaultFile::Change::changed:
-            return m_statusLine.setNotice(
+            return m_statusLine.setPassingNotice(
                 name + (m_isDirty ? " diskte değişti. Kaydedersen oradaki sürüm ayrıca saklanır."
                                   : " diskte değişti. Yeni hâli için kasayı kilitleyip yeniden aç."));
     }

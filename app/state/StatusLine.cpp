@@ -38,19 +38,28 @@ void StatusLine::scheduleStatusClear() {
 }
 
 void StatusLine::setError(std::optional<std::string> text) {
-    if (text == m_error)
-        return;
-    m_error = std::move(text);
-    emit errorChanged();
+    show(std::move(text), false);
 }
 
 void StatusLine::setNotice(std::string text) {
-    m_notice = std::move(text);
-    setError(m_notice);
+    show(std::move(text), true);
+}
+
+void StatusLine::show(std::optional<std::string> text, bool isNotice) {
+    if (text == m_error && isNotice == m_isNotice)
+        return;
+    m_error = std::move(text);
+    m_isNotice = isNotice;
+    emit errorChanged();
+}
+
+void StatusLine::setPassingNotice(std::string text) {
+    m_passingNotice = text;
+    setNotice(std::move(text));
 }
 
 void StatusLine::takeBackNotice() {
-    if (m_error && m_error == m_notice)
+    if (m_error && m_error == m_passingNotice)
         setError(std::nullopt);
-    m_notice.reset();
+    m_passingNotice.reset();
 }

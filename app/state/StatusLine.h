@@ -23,9 +23,13 @@ public:
 
     [[nodiscard]] const std::optional<std::string>& error() const noexcept { return m_error; }
     void setError(std::optional<std::string> text);
-    /// Shows a failure that may become untrue.
+    /// Whether the error is none, but something worth knowing.
+    [[nodiscard]] bool isNotice() const noexcept { return m_isNotice; }
+    /// Shows in the place of the error what is worth knowing and no failure.
     void setNotice(std::string text);
-    /// Takes the last notice back, where it still shows.
+    /// The same for what may become untrue.
+    void setPassingNotice(std::string text);
+    /// Takes the last passing notice back, where it still shows.
     void takeBackNotice();
 
 signals:
@@ -34,9 +38,11 @@ signals:
 
 private:
     void scheduleStatusClear();
+    void show(std::optional<std::string> text, bool isNotice);
 
     Scheduler& m_scheduler;
     std::optional<std::string> m_message;
     std::optional<std::string> m_error;
-    std::optional<std::string> m_notice;
+    bool m_isNotice = false;  // m_error
+    std::optional<std::string> m_passingNotice;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/ShakingBanner.h"
 
-#include "app/ui/components/ErrorBanner.h"
 #include "app/ui/components/Motion.h"
 
 #include <QLayout>
@@ -31,8 +30,8 @@ ShakingBanner::ShakingBanner(QWidget* parent)
     connect(m_banner, &ErrorBanner::dismissed, this, &ShakingBanner::dismissed);
 }
 
-void ShakingBanner::setMessage(const QString& message) {
-    m_banner->setMessage(message);
+void ShakingBanner::setMessage(const QString& message, ErrorBanner::Kind kind) {
+    m_banner->setMessage(message, kind);
     updateGeometry();
 }
 

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QWidget>
+#include "app/ui/components/ErrorBanner.h"
 
-class ErrorBanner;
 class QVariantAnimation;
 
-/// The banner of a refused unlock. It shakes its head: two full swings, and ends at rest.
+/// The lock card's banner, of a refused unlock above all: then it shakes its head: two full swings, and ends at rest.
 class ShakingBanner : public QWidget {
     Q_OBJECT
 
 public:
     explicit ShakingBanner(QWidget* parent = nullptr);
 
-    void setMessage(const QString& message);
+    void setMessage(const QString& message, ErrorBanner::Kind kind = ErrorBanner::Kind::failure);
     void shake();
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -48,6 +48,7 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
       m_clearClipboard(new Button(tr("Temizle"), Button::Variant::ghost)),
       m_status(text(Palette::success)),
       m_errorSymbol(new SymbolMark(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger, symbolSide)),
+      m_noticeSymbol(new SymbolMark(QStringLiteral("info.circle.fill"), Palette::info, symbolSide)),
       m_error(text(Palette::danger)),
       m_dismissError(new IconButton(QStringLiteral("xmark"), tr("Hatayı kapat"))),
       m_unsaved(text(Palette::textMuted)),
@@ -72,8 +73,9 @@ void StatusBar::arrange() {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(Metric::m, Metric::hairline, Metric::m, 0);
     row->setSpacing(Metric::s);
-    for (QWidget* const widget : std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard,
-                                                                 m_status, m_errorSymbol, m_error, m_dismissError})
+    for (QWidget* const widget :
+         std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard, m_status, m_errorSymbol,
+                                         m_noticeSymbol, m_error, m_dismissError})
         row->addWidget(widget);
     row->addStretch(1);
     row->addWidget(m_unsaved);
@@ -94,10 +96,19 @@ void StatusBar::showAll() {
         widget->setVisible(seconds > 0);
     showMessage(*m_status, *m_spokenStatus, m_state.statusMessage());
     m_status->setMinimumWidth(std::min(m_status->sizeHint().width(), keptOfStatus));
-    showMessage(*m_error, *m_spokenError, m_state.lastError());
-    for (QWidget* const widget : std::initializer_list<QWidget*>{m_errorSymbol, m_dismissError})
-        widget->setVisible(m_state.lastError().has_value());
+    showError();
     m_unsaved->setVisible(m_state.isDirty());
+}
+
+void StatusBar::showError() {
+    const bool isShown = m_state.lastError().has_value();
+    const bool isNotice = m_state.isNotice();
+    m_error->setColour(isNotice ? Palette::text : Palette::danger);
+    showMessage(*m_error, *m_spokenError, m_state.lastError());
+    m_errorSymbol->setVisible(isShown && !isNotice);
+    m_noticeSymbol->setVisible(isShown && isNotice);
+    m_dismissError->setTip(isNotice ? tr("Bildirimi kapat") : tr("Hatayı kapat"));
+    m_dismissError->setVisible(isShown);
 }
 
 void StatusBar::paintEvent(QPaintEvent*) {

@@ -27,6 +27,7 @@ private:
     void arrange();
     void connectState();
     void showAll();
+    void showError();
 
     AppState& m_state;
     ClipboardService& m_clipboard;
@@ -36,6 +37,7 @@ private:
     Button* m_clearClipboard;
     TextLabel* m_status;
     QWidget* m_errorSymbol;
+    QWidget* m_noticeSymbol;
     TextLabel* m_error;
     IconButton* m_dismissError;
     TextLabel* m_unsaved;

@@ -89,6 +89,7 @@ UnlockView::UnlockView(AppState& state, QWidget* parent)
       m_chooseKeyFile(new Button(tr("Dosya seç…"))),
       m_keyFileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::success)),
       m_banner(new ShakingBanner),
+      m_chooserBanner(new ShakingBanner),
       m_submit(new Button({}, Button::Variant::primary)),
       m_progress(new DerivationProgress(state)) {
     makeControls();
@@ -253,7 +254,11 @@ QWidget* UnlockView::makeChooser() {
     row->addWidget(open);
     row->addWidget(create);
     chooser->addBelow(buttons);
-    return chooser;
+    auto* const block = new QWidget;
+    auto* const column = bareColumn(block, formSpacing);
+    column->addWidget(chooser);
+    column->addWidget(m_chooserBanner);
+    return block;
 }
 
 // Constant words, whatever the vault at hand uses.
@@ -278,7 +283,8 @@ void UnlockView::connectControls() {
     connect(m_confirmation, &SecretField::revealedChanged, m_password, &SecretField::setRevealed);
     connect(m_chooseKeyFile, &Button::clicked, this, &UnlockView::chooseKeyFile);
     connect(m_submit, &Button::clicked, this, &UnlockView::submit);
-    connect(m_banner, &ShakingBanner::dismissed, this, [this] { m_state.setLastError(std::nullopt); });
+    for (auto* const banner : {m_banner, m_chooserBanner})
+        connect(banner, &ShakingBanner::dismissed, this, [this] { m_state.setLastError(std::nullopt); });
     connect(&m_state, &AppState::databaseURLChanged, this, &UnlockView::takeUpDatabase);
     connect(&m_state, &AppState::offersCreationChanged, this, &UnlockView::takeUpDatabase);
     connect(&m_state, &AppState::databaseFileLookedAt, this, &UnlockView::answerFile);
@@ -358,14 +364,17 @@ void UnlockView::showSubmit() {
 
 void UnlockView::showError() {
     const auto& error = m_state.lastError();
-    if (error)
-        m_banner->setMessage(qtText(*error));
-    m_banner->setVisible(error.has_value());  // with its words already, so that they are spoken once
+    for (auto* const banner : {m_banner, m_chooserBanner}) {
+        if (error)
+            banner->setMessage(qtText(*error),
+                               m_state.isNotice() ? ErrorBanner::Kind::notice : ErrorBanner::Kind::failure);
+        banner->setVisible(error.has_value());  // with its words already, so that they are spoken once
+    }
 }
 
 void UnlockView::answerError() {
     showError();
-    if (!m_state.lastError() || !isVisible())
+    if (!m_state.lastError() || m_state.isNotice() || !isVisible())
         return;
     m_banner->shake();
     m_password->setSecret({});
@@ -378,7 +387,7 @@ void UnlockView::answerFile() {
     if (!m_isCreating || m_isBusy || !m_state.isLocked() || m_state.offersCreation())
         return;
     takeUpDatabase();
-    m_state.setLastError(vaultText(tr("“%1” yeniden yerinde. Ana parolanla açabilirsin.").arg(m_fileName->text())));
+    m_state.setNotice(vaultText(tr("“%1” yeniden yerinde. Ana parolanla açabilirsin.").arg(m_fileName->text())));
 }
 
 bool UnlockView::canSubmit() const {

@@ -94,6 +94,7 @@ private:
     TextLabel* m_keyFileName;
     FormField* m_keyFileField = nullptr;
     ShakingBanner* m_banner;
+    ShakingBanner* m_chooserBanner;
     Button* m_submit;
     QWidget* m_actions = nullptr;
     DerivationProgress* m_progress;

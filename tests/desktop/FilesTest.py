@@ -74,6 +74,17 @@ class ChangedElsewhereTest(FilesTest):
         self.enter_password()
         self.program.node("list", "Gruplar")
 
+    def test_closing_the_vault_names_the_kept_version_on_the_first_screen(self):
+        self.open_vault()
+        self.delete_an_entry()
+        self.replace_vault(self.another_version())
+        press("ctrl+shift+w")
+        self.shows("Henüz bir kasa yok")
+        self.assertEqual(self.kept(role="notification"), self.another_version())
+        self.kept()
+        self.program.push("Kapat")
+        self.program.is_gone("label", KEPT)
+
     def test_a_vault_that_is_gone_is_said_and_written_again(self):
         self.open_vault()
         self.delete_an_entry()

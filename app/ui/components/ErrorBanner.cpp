@@ -31,7 +31,9 @@ ErrorBanner::ErrorBanner(QWidget* parent)
     line->addWidget(dismiss, 0, Qt::AlignTop);
 }
 
-void ErrorBanner::setMessage(const QString& message) {
+void ErrorBanner::setMessage(const QString& message, Kind kind) {
+    m_kind = kind;
+    update();
     m_message->setText(message);
     setAccessibleName(message);
     Accessible::announce(*this);
@@ -39,9 +41,12 @@ void ErrorBanner::setMessage(const QString& message) {
 
 void ErrorBanner::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    Painting::roundedBox(painter, rect(), Radius::control, Palette::withOpacity(Palette::danger, 0.12),
-                         Palette::withOpacity(Palette::danger, 0.35));
+    const bool isFailure = m_kind == Kind::failure;
+    const QColor tint = isFailure ? Palette::danger : Palette::info;
+    Painting::roundedBox(painter, rect(), Radius::control, Palette::withOpacity(tint, 0.12),
+                         Palette::withOpacity(tint, 0.35));
     const int left = layoutDirection() == Qt::RightToLeft ? width() - Metric::m - symbolSide : Metric::m;
     Symbol::paint(painter, QRectF(left, (height() - symbolSide) / 2.0, symbolSide, symbolSide),
-                  QStringLiteral("exclamationmark.triangle.fill"), Palette::danger);
+                  isFailure ? QStringLiteral("exclamationmark.triangle.fill") : QStringLiteral("info.circle.fill"),
+                  tint);
 }

@@ -247,6 +247,21 @@ TEST_F(AppStateFileTest, aChangeOnTheDiskIsReportedOnce) {
                 Optional(StrEq("“Ev.kdbx” diskte değişti. Kaydedersen oradaki sürüm ayrıca saklanır.")));
 }
 
+TEST_F(AppStateFileTest, whatIsOnlyWorthKnowingIsNoFailure) {
+    unlock();
+    files.contents[vaultFile] = foreign;
+    state->lookAtFile();
+    EXPECT_TRUE(state->isNotice()) << "the file changed";
+
+    rename("Yeni ad");
+    state->save();
+    ASSERT_TRUE(state->lastError());
+    EXPECT_TRUE(state->isNotice()) << "a version was kept";
+
+    state->setLastError("Olmadı.");
+    EXPECT_FALSE(state->isNotice());
+}
+
 TEST_F(AppStateFileTest, whatThisSessionWritesIsNoChange) {
     unlock();
     rename("Yeni ad");

@@ -65,21 +65,21 @@ TEST_F(StatusLineTest, keepsAFailureUntilItIsDismissed) {
 }
 
 TEST_F(StatusLineTest, takesBackANoticeThatStillShows) {
-    line->setNotice("Dosya yok");
+    line->setPassingNotice("Dosya yok");
     EXPECT_EQ(line->error(), "Dosya yok");
     line->takeBackNotice();
     EXPECT_EQ(line->error(), std::nullopt);
 }
 
 TEST_F(StatusLineTest, takesBackNoFailureButTheNotice) {
-    line->setNotice("Dosya yok");
+    line->setPassingNotice("Dosya yok");
     line->setError("Disk dolu");
     line->takeBackNotice();
     EXPECT_EQ(line->error(), "Disk dolu");
 }
 
 TEST_F(StatusLineTest, takesANoticeBackOnce) {
-    line->setNotice("Dosya yok");
+    line->setPassingNotice("Dosya yok");
     line->takeBackNotice();
     line->setError("Dosya yok");
     line->takeBackNotice();

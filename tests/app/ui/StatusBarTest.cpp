@@ -102,6 +102,19 @@ TEST_F(StatusBarTest, aFailureStandsUntilItIsDismissed) {
     EXPECT_THAT(shown(), IsEmpty());
 }
 
+TEST_F(StatusBarTest, whatIsOnlyWorthKnowingDoesNotLookLikeAFailure) {
+    state->setNotice("Eski sürüm saklandı.");
+    EXPECT_THAT(shown(), ElementsAre("Eski sürüm saklandı.", "Bildirimi kapat"));
+    EXPECT_EQ(colourOf("Eski sürüm saklandı."), Palette::text);
+    state->setLastError("Olmadı.");
+    EXPECT_THAT(shown(), ElementsAre("Olmadı.", "Hatayı kapat"));
+    EXPECT_EQ(colourOf("Olmadı."), Palette::danger);
+    state->setNotice("Eski sürüm saklandı.");
+    click(bar, "Bildirimi kapat");
+    EXPECT_FALSE(state->lastError());
+    EXPECT_THAT(shown(), IsEmpty());
+}
+
 TEST_F(StatusBarTest, aMessageThatIsTooLongIsElidedAndHasItAllAsItsTooltip) {
     clipboard.copySecret("gizli");
     rename("Bankam");

@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 using namespace WindowProbe;
@@ -393,6 +395,37 @@ TEST_F(UnlockViewTest, aChangeOfTheOpenVaultsFileIsNotTheCards) {
     files.contents[missing] = copyOf(bytesOf("başkası"));
     state->lookAtFile();
     EXPECT_EQ(state->lastError(), "“Yeni.kdbx” diskte değişti. Yeni hâli için kasayı kilitleyip yeniden aç.");
+}
+
+TEST_F(UnlockViewTest, theFirstScreenShowsWhatThereIsToSayUntilItIsDismissed) {
+    ASSERT_TRUE(shows(view, "Henüz bir kasa yok"));
+    state->setNotice("Oradaki sürüm saklandı.");
+    EXPECT_TRUE(shows(view, "Oradaki sürüm saklandı."));
+    click(view, "Kapat");
+    EXPECT_FALSE(state->lastError());
+    EXPECT_FALSE(shows(view, "Oradaki sürüm saklandı."));
+    state->setLastError("Olmadı.");
+    EXPECT_TRUE(shows(view, "Olmadı."));
+}
+
+TEST_F(UnlockViewTest, aMessageShowsOnceOnTheFormToo) {
+    state->prepare(existing);
+    state->setLastError("Olmadı.");
+    QCoreApplication::processEvents();
+    const auto labels = view.findChildren<QLabel*>();
+    EXPECT_EQ(std::ranges::count_if(
+                  labels, [&](const auto* label) { return label->isVisible() && label->text() == "Olmadı."; }),
+              1);
+}
+
+TEST_F(UnlockViewTest, whatIsOnlyWorthKnowingLeavesTheFormAlone) {
+    state->prepare(existing);
+    type(view, "Ana parola", "yarım");
+    state->setNotice("Oradaki sürüm saklandı.");
+    EXPECT_TRUE(shows(view, "Oradaki sürüm saklandı."));
+    EXPECT_EQ(field(view, "Ana parola")->text(), "yarım");
+    state->setLastError("Olmadı.");
+    EXPECT_EQ(field(view, "Ana parola")->text(), "");
 }
 
 TEST_F(UnlockViewTest, afterALockTheFormStartsOver) {
