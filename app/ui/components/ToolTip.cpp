@@ -176,7 +176,7 @@ void ToolTip::placeBeside(const QRect& area) {
     const auto* const screen = QGuiApplication::screenAt(area.center());
     const QRect room = (screen ? screen : parentWidget()->screen())->availableGeometry();
     const QRect window = parentWidget()->frameGeometry() & room;
-    const QRect& frame = window.width() >= width() ? window : room;
+    const QRect frame = window.width() >= width() + 2 * gap ? window.adjusted(gap, 0, -gap, 0) : room;
     const int left = width() > area.width() ? area.center().x() - width() / 2 : area.left();
     QPoint corner(std::max(frame.left(), std::min(left, frame.right() + 1 - width())), area.bottom() + 1 + gap);
     if (corner.y() + height() > room.bottom() + 1)
