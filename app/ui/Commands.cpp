@@ -3,7 +3,6 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/FilePanels.h"
-#include "app/ui/MoveCommands.h"
 #include "app/ui/TextCommands.h"
 #include "app/ui/Texts.h"
 #include "core/clipboard/ClipboardService.h"
@@ -19,13 +18,15 @@
 
 namespace {
 
+constexpr int textBlock = 1;  // of the menu "Düzen": what is done with a text, and behind it the selection of all
+
 /// The wait cursor for as long as a vault is encrypted.
-class Waiting {
+class WaitCursor {
 public:
-    Waiting() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Waiting() { QApplication::restoreOverrideCursor(); }
-    Waiting(const Waiting&) = delete;
-    Waiting& operator=(const Waiting&) = delete;
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
 };
 
 }  // namespace
@@ -35,130 +36,101 @@ Commands::Commands(const Environment& environment, QWidget& window)
       m_environment(environment),
       m_state(environment.state),
       m_window(window),
-      m_text(new TextCommands(window)),
-      m_moves(new MoveCommands(environment.state, window)) {
-    makeFileCommands();
-    makeEditCommands();
-    makeEntryCommands();
-    makeOtherCommands();
+      m_text(new TextCommands(window)) {
+    for (const auto& command : Command::table())
+        if (command.place.menu != Command::Place::Menu::none)
+            makeAction(command);
+    showGroupColumn(true);
     connectState();
     showEnabled();
 }
 
-void Commands::makeFileCommands() {
-    m_create = make(tr("Yeni Veritabanı…"), {Qt::CTRL | Qt::Key_N}, &Commands::always, [this] { createDatabase(); });
-    m_open = make(tr("Veritabanı Aç…"), {Qt::CTRL | Qt::Key_O}, &Commands::always, [this] { openDatabase(); });
-    m_save = make(tr("Kaydet"), {Qt::CTRL | Qt::Key_S}, &Commands::canSave, [this] { save(); });
-    m_saveAs =
-        make(tr("Farklı Kaydet…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_S}, &Commands::hasDatabase, [this] { saveAs(); });
-    m_lock = make(tr("Kasayı Kilitle"), {Qt::CTRL | Qt::Key_L}, &Commands::isUnlocked, [this] { lock(); });
-    m_close = make(tr("Veritabanını Kapat"), {Qt::CTRL | Qt::SHIFT | Qt::Key_W}, &Commands::hasDatabase,
-                   [this] { closeDatabase(); });
-    m_quit = make(tr("Çık"), {Qt::CTRL | Qt::Key_Q}, &Commands::always, [this] { m_window.close(); });
-    m_quit->setMenuRole(QAction::QuitRole);
-}
-
-void Commands::makeEditCommands() {
-    m_undo = make(tr("Geri Al"), {Qt::CTRL | Qt::Key_Z}, &Commands::canUndo, [this] { m_state.undo(); });
-    m_redo = make(tr("Yinele"), {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y}, &Commands::canRedo,
-                  [this] { m_state.redo(); });
-    for (auto* const action : {m_undo, m_redo})
-        action->setAutoRepeat(true);  // a key that is held down goes on step by step
-    m_settings = make(tr("Ayarlar…"), {Qt::CTRL | Qt::Key_Comma}, &Commands::always, [this] { emit settingsWanted(); });
-    m_settings->setMenuRole(QAction::PreferencesRole);
-}
-
-void Commands::makeEntryCommands() {
-    const auto focused = &Commands::hasFocusedEntry;
-    m_copyUsername =
-        make(tr("Kullanıcı Adını Kopyala"), {Qt::CTRL | Qt::Key_B}, focused, [this] { m_state.copyUsername(); });
-    m_copyPassword = make(tr("Parolayı Kopyala"), {Qt::CTRL | Qt::Key_C}, focused, [this] { m_state.copyPassword(); });
-    m_copyURL = make(tr("Adresi Kopyala"), {Qt::CTRL | Qt::SHIFT | Qt::Key_U}, focused, [this] { m_state.copyURL(); });
-    m_autoType =
-        make(tr("Otomatik Yaz"), {Qt::CTRL | Qt::SHIFT | Qt::Key_V}, focused, [this] { m_state.performAutoType(); });
-    m_openURL =
-        make(tr("Adresi Tarayıcıda Aç"), {Qt::CTRL | Qt::SHIFT | Qt::Key_Enter, Qt::CTRL | Qt::SHIFT | Qt::Key_Return},
-             focused, [this] { m_state.openURL(); });
-    m_newEntry = make(tr("Yeni Kayıt…"), {Qt::CTRL | Qt::Key_I}, &Commands::isInReach, [this] { showNewEntry(); });
-    m_newGroup =
-        make(tr("Yeni Grup…"), {Qt::CTRL | Qt::SHIFT | Qt::Key_G}, &Commands::isInReach, [this] { showNewGroup(); });
-    m_edit = make(tr("Düzenle…"), {Qt::CTRL | Qt::Key_E}, focused, [this] { showEditor(); });
-    m_delete = make(tr("Sil"), {Qt::CTRL | Qt::Key_Delete}, &Commands::hasSelection,
-                    [this] { m_state.deleteEntries(m_state.selectedEntryIDs()); });
-}
-
-void Commands::makeOtherCommands() {
-    m_generate = make(tr("Parola Üret…"), {Qt::CTRL | Qt::Key_G}, &Commands::losesNoForm,
-                      [this] { m_state.setRoute(Route::generator(std::nullopt)); });
-    m_clearClipboard = make(tr("Panoyu Şimdi Temizle"), {Qt::CTRL | Qt::SHIFT | Qt::Key_K}, &Commands::always,
-                            [this] { m_environment.clipboard.clearNow(); });
-    m_search = make(tr("Ara"), {Qt::CTRL | Qt::Key_F}, &Commands::isInReach, [this] { m_state.focusSearch(); });
-    m_groupColumn = make({}, {Qt::Key_F9}, &Commands::isInReach, [this] { emit groupColumnToggled(); });
-    showGroupColumn(true);
-    m_columnWidths =
-        make(tr("Sütun Genişliğini Ayarla"), {Qt::Key_F8}, &Commands::isInReach, [this] { emit columnWidthsWanted(); });
-    m_about = make(tr("Brenvik Hakkında"), {}, &Commands::showsNoRoute, [this] { emit aboutWanted(); });
-    m_about->setMenuRole(QAction::AboutRole);
-}
-
-QAction* Commands::make(const QString& text, const QList<QKeySequence>& keys, Rule rule, std::function<void()> act) {
-    auto* const action = new QAction(text, this);
-    action->setShortcuts(keys);
-    action->setAutoRepeat(false);  // a key that is held down is one wish
-    connect(action, &QAction::triggered, this, [this, action, act = std::move(act)] {
-        if (!isHeldBack(action))
-            act();
+void Commands::makeAction(const Command& command) {
+    auto* const action = new QAction(command.title, this);
+    action->setShortcuts(command.keys);
+    action->setAutoRepeat(command.repeats);
+    action->setMenuRole(command.role);
+    connect(action, &QAction::triggered, this, [this, &command] {
+        if (!isHeldBack(command))
+            perform(command);
     });
-    m_rules.emplace_back(action, rule);
-    return action;
+    m_actions.emplace_back(&command, action);
+}
+
+void Commands::perform(const Command& command) {
+    if (const auto* const ask = std::get_if<Command::OnWindow>(&command.act))
+        (*ask)(*this);
+    else if (std::holds_alternative<Command::OnEntry>(command.act))
+        command(m_state, nullptr);
+    else
+        command(m_state, m_state.selectedEntryIDs());
+}
+
+QAction* Commands::action(Command::ID id) const {
+    return std::ranges::find(m_actions, id, [](const auto& made) { return made.first->id; })->second;
+}
+
+QList<QAction*> Commands::everywhere() const {
+    return {action(Command::ID::lock), action(Command::ID::quit)};
+}
+
+QList<QAction*> Commands::actionsOf(Command::Place::Menu menu, int block) const {
+    QList<QAction*> actions;
+    if (menu == Command::Place::Menu::edit && block == textBlock)
+        return m_text->editing();
+    if (menu == Command::Place::Menu::edit && block == textBlock + 1)
+        return {m_text->selectingAll()};
+    for (const auto& [command, action] : m_actions)
+        if (command->place.menu == menu && command->place.block == block)
+            actions += action;
+    return actions;
 }
 
 void Commands::fill(QMenuBar& bar) {
-    const auto menu = [&bar](const QString& title, std::initializer_list<QList<QAction*>> groups) {
+    using Menu = Command::Place::Menu;
+    static constexpr int mostBlocks = 4;
+    const auto add = [&](Menu place, const QString& title) {
         auto* const menu = bar.addMenu(title);
-        for (const auto& group : groups) {
-            if (!menu->isEmpty())
+        for (int block = 0; block < mostBlocks; ++block) {
+            const auto actions = actionsOf(place, block);
+            if (!actions.isEmpty() && !menu->isEmpty())
                 menu->addSeparator();
-            menu->addActions(group);
+            menu->addActions(actions);
         }
         return menu;
     };
-    menu(tr("&Dosya"), {{m_create, m_open}, {m_save, m_saveAs}, {m_lock, m_close}, {m_quit}});
-    auto* const edit =
-        menu(tr("Dü&zen"), {{m_undo, m_redo}, m_text->editing(), {m_text->selectingAll()}, {m_settings}});
-    connect(edit, &QMenu::aboutToShow, m_text, &TextCommands::showEnabled);
-    menu(tr("&Kayıt"), {{m_copyUsername, m_copyPassword, m_copyURL},
-                        {m_autoType, m_openURL},
-                        {m_newEntry, m_newGroup, m_edit, m_delete},
-                        m_moves->all()});
-    menu(tr("&Araçlar"), {{m_generate, m_clearClipboard}});
-    menu(tr("&Görünüm"), {{m_search}, {m_groupColumn, m_columnWidths}});
-    menu(tr("&Yardım"), {{m_about}});
+    add(Menu::file, tr("&Dosya"));
+    connect(add(Menu::edit, tr("Dü&zen")), &QMenu::aboutToShow, m_text, &TextCommands::showEnabled);
+    add(Menu::entry, tr("&Kayıt"));
+    add(Menu::tools, tr("&Araçlar"));
+    add(Menu::view, tr("&Görünüm"));
+    add(Menu::help, tr("&Yardım"));
 }
 
 void Commands::fillMore(QMenu& menu) {
     // The same commands in the words of a menu that stands beside the entry.
-    const auto add = [&menu](const QString& text, QAction* command) {
-        auto* const action = menu.addAction(text, command, &QAction::trigger);
-        const auto follow = [action, command] { action->setEnabled(command->isEnabled()); };
-        connect(command, &QAction::changed, action, follow);
+    const auto add = [&](Command::ID id) {
+        auto* const command = action(id);
+        auto* const item = menu.addAction(Command::of(id).text(), command, &QAction::trigger);
+        const auto follow = [item, command] { item->setEnabled(command->isEnabled()); };
+        connect(command, &QAction::changed, item, follow);
         follow();
     };
     menu.addSection(tr("Seçili kayıt"));
-    add(tr("Kullanıcı adını kopyala"), m_copyUsername);
-    add(tr("Parolayı kopyala"), m_copyPassword);
-    add(tr("Otomatik yaz"), m_autoType);
+    add(Command::ID::copyUsername);
+    add(Command::ID::copyPassword);
+    add(Command::ID::autoType);
     menu.addSeparator();
-    add(tr("Yeni grup…"), m_newGroup);
-    add(tr("Parola üret…"), m_generate);
-    auto* const clear = menu.addAction(tr("Panoyu temizle"), m_clearClipboard, &QAction::trigger);
+    add(Command::ID::newGroup);
+    add(Command::ID::generate);
+    auto* const clear = menu.addAction(tr("Panoyu temizle"), action(Command::ID::clearClipboard), &QAction::trigger);
     const auto showCountdown = [this, clear] { clear->setEnabled(m_environment.clipboard.secondsRemaining() > 0); };
     m_countdown = m_environment.clipboard.observe(showCountdown);
     showCountdown();
 }
 
 void Commands::showGroupColumn(bool isShown) {
-    m_groupColumn->setText(isShown ? tr("Yan Sütunu Gizle") : tr("Yan Sütunu Göster"));
+    action(Command::ID::groupColumn)->setText(isShown ? tr("Yan Sütunu Gizle") : tr("Yan Sütunu Göster"));
 }
 
 void Commands::setCovered(bool isCovered) {
@@ -172,9 +144,8 @@ void Commands::setWaiting(bool isWaiting) {
 }
 
 /// While a key is derived the session takes nothing but its end.
-bool Commands::isHeldBack(const QAction* action) const {
-    const std::initializer_list<const QAction*> never{m_lock, m_close, m_quit, m_settings, m_clearClipboard};
-    return m_state.derivation() && std::ranges::find(never, action) == never.end();
+bool Commands::isHeldBack(const Command& command) const {
+    return m_state.derivation() && !command.worksWhileDeriving;
 }
 
 void Commands::connectState() {
@@ -190,14 +161,22 @@ void Commands::connectState() {
         std::ranges::sort(ids);  // a set takes what is sorted many times as fast
         m_state.setSelectedEntryIDs(std::set(ids.begin(), ids.end()));
     });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });
+}
+
+void Commands::followFocus(const QWidget* now) {
+    if (!now || now->window() != &m_window || qobject_cast<const QMenuBar*>(now) || qobject_cast<const QMenu*>(now))
+        return;
+    m_isAmongGroups = now == m_groupList;
+    showEnabled();
 }
 
 void Commands::showEnabled() {
     m_hasFocusedEntry = m_state.focusedEntry() != nullptr;
-    for (const auto& [action, rule] : m_rules)
-        action->setEnabled((this->*rule)() && !(m_isWaiting && isHeldBack(action)));
+    for (const auto& [command, action] : m_actions)
+        action->setEnabled((!command->isEnabled || (this->*command->isEnabled)()) &&
+                           !(m_isWaiting && isHeldBack(*command)));
     m_text->setRowsInReach(isInReach());
-    m_moves->showEnabled(isInReach());
     showUndoLabels();
 }
 
@@ -205,8 +184,9 @@ void Commands::showUndoLabels() {
     const auto named = [](const QString& verb, const std::optional<std::string>& label) {
         return label ? verb + QStringLiteral(" — ") + qtText(*label) : verb;
     };
-    m_undo->setText(named(tr("Geri Al"), m_state.undoLabel()));
-    m_redo->setText(named(tr("Yinele"), m_state.redoLabel()));
+    for (const auto& [id, label] :
+         {std::pair(Command::ID::undo, m_state.undoLabel()), {Command::ID::redo, m_state.redoLabel()}})
+        action(id)->setText(named(Command::of(id).title, label));
 }
 
 bool Commands::canSave() const {
@@ -242,6 +222,20 @@ bool Commands::hasSelection() const {
     return isInReach() && !m_state.selectedEntryIDs().empty();
 }
 
+bool Commands::hasMovableGroup() const {
+    return isInReach() && movableGroup();
+}
+
+bool Commands::canShift() const {
+    return m_isAmongGroups ? hasMovableGroup() : hasSelection() && !m_state.isSearching();
+}
+
+/// The selected group; none where it is the root.
+std::optional<UUID> Commands::movableGroup() const {
+    const auto& id = m_state.selectedGroupID();
+    return id && m_state.root() && *id != m_state.root()->id ? id : std::nullopt;
+}
+
 bool Commands::showsNoRoute() const {
     return !m_state.route();
 }
@@ -271,7 +265,7 @@ void Commands::openDatabase() {
 }
 
 void Commands::save() {
-    const Waiting waiting;
+    const WaitCursor waiting;
     m_state.save();
 }
 
@@ -281,35 +275,39 @@ void Commands::saveAs() {
     const auto file = FilePanels::saveAsDestination(&m_window, suggested, url);
     if (!file)
         return;
-    const Waiting waiting;
+    const WaitCursor waiting;
     m_state.saveAs(*file);
 }
 
 void Commands::lock() {
     emit sessionWillEnd();
-    const Waiting waiting;
+    const WaitCursor waiting;
     m_state.lock();
 }
 
 void Commands::closeDatabase() {
     emit sessionWillEnd();
-    const Waiting waiting;
+    const WaitCursor waiting;
     m_state.closeDatabase();
 }
 
-void Commands::showNewEntry() {
-    if (const auto group = groupForNew())
-        m_state.setRoute(Route::newEntry(*group));
+void Commands::clearClipboard() {
+    m_environment.clipboard.clearNow();
 }
 
-void Commands::showNewGroup() {
-    if (const auto parent = groupForNew())
-        m_state.setRoute(Route::newGroup(*parent));
+void Commands::moveEntries() {
+    emit moveWanted({.entryIDs = m_state.selectedEntryIDs(), .groupID = std::nullopt});
 }
 
-void Commands::showEditor() {
-    if (const auto* entry = m_state.focusedEntry())
-        m_state.setRoute(Route::editEntry(entry->id));
+void Commands::moveGroup() {
+    emit moveWanted({.entryIDs = {}, .groupID = movableGroup()});
+}
+
+void Commands::shift(AppState::Shift direction) {
+    if (!m_isAmongGroups)
+        m_state.shiftEntries(std::set(m_state.selectedEntryIDs()), direction);
+    else if (const auto id = movableGroup())
+        m_state.shiftGroup(*id, direction);
 }
 
 std::optional<UUID> Commands::groupForNew() const {

@@ -1,28 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/AppState.h"
+#include "app/ui/Command.h"
 #include "app/ui/Environment.h"
 #include "core/clipboard/Observers.h"
 
-#include <QKeySequence>
-#include <QList>
 #include <QObject>
 
-#include <functional>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
-class MoveCommands;
-class QAction;
 class QMenu;
 class QMenuBar;
 class QWidget;
 class TextCommands;
-class UUID;
 
-/// Every command of the program, with its key and the rule by which it is enabled: one action each, for the menus, the
-/// toolbar's buttons and the keys.
+/// What is to be moved to another group: entries, or one group.
+struct MoveSubject {
+    std::set<UUID> entryIDs;
+    std::optional<UUID> groupID;
+};
+
+/// The table's commands at work in the window: one action each for the menu bar and the keys, and the rules by which
+/// they are enabled.
 class Commands : public QObject {
     Q_OBJECT
 
@@ -34,17 +37,14 @@ public:
     /// The toolbar's menu, of what is done most to the selected entry.
     void fillMore(QMenu& menu);
 
-    [[nodiscard]] QAction* saving() const noexcept { return m_save; }
-    [[nodiscard]] QAction* locking() const noexcept { return m_lock; }
-    [[nodiscard]] QAction* addingEntry() const noexcept { return m_newEntry; }
-
-    [[nodiscard]] MoveCommands* moving() const noexcept { return m_moves; }
-
+    [[nodiscard]] QAction* action(Command::ID id) const;
     /// What can be done in each window of the program.
-    [[nodiscard]] QList<QAction*> everywhere() const { return {m_lock, m_quit}; }
+    [[nodiscard]] QList<QAction*> everywhere() const;
 
     /// Names the command that hides the column of the groups, or shows it again.
     void showGroupColumn(bool isShown);
+    /// The list of the groups: while the keyboard is among them, the commands for the order are for them.
+    void setGroupList(const QWidget* list) noexcept { m_groupList = list; }
 
     /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
@@ -52,29 +52,22 @@ public:
     /// look so once it is long enough to be shown.
     void setWaiting(bool isWaiting);
 
-signals:
-    /// A command is about to end the unlocked session; what it shows is still there.
-    void sessionWillEnd();
-    void settingsWanted();
-    void groupColumnToggled();
-    void columnWidthsWanted();
-    void aboutWanted();
+    // What the table's rows ask for.
+    [[nodiscard]] AppState& state() const noexcept { return m_state; }
+    [[nodiscard]] QWidget& window() const noexcept { return m_window; }
+    [[nodiscard]] std::optional<UUID> groupForNew() const;
+    void createDatabase();
+    void openDatabase();
+    void save();
+    void saveAs();
+    void lock();
+    void closeDatabase();
+    void clearClipboard();
+    void moveEntries();
+    void moveGroup();
+    void shift(AppState::Shift direction);
 
-private:
-    using Rule = bool (Commands::*)() const;
-
-    void makeFileCommands();
-    void makeEditCommands();
-    void makeEntryCommands();
-    void makeOtherCommands();
-    QAction* make(const QString& text, const QList<QKeySequence>& keys, Rule rule, std::function<void()> act);
-    void connectState();
-    [[nodiscard]] bool isHeldBack(const QAction* action) const;
-    void showEnabled();
-    void showUndoLabels();
-
-    // The rules.
-    [[nodiscard]] bool always() const { return true; }
+    // The rules of its rows.
     [[nodiscard]] bool canSave() const;
     [[nodiscard]] bool hasDatabase() const;
     [[nodiscard]] bool isUnlocked() const;
@@ -83,54 +76,41 @@ private:
     [[nodiscard]] bool isInReach() const;
     [[nodiscard]] bool hasFocusedEntry() const;
     [[nodiscard]] bool hasSelection() const;
+    [[nodiscard]] bool hasMovableGroup() const;
+    [[nodiscard]] bool canShift() const;
     [[nodiscard]] bool showsNoRoute() const;
     [[nodiscard]] bool losesNoForm() const;
 
-    void createDatabase();
-    void openDatabase();
-    void save();
-    void saveAs();
-    void lock();
-    void closeDatabase();
-    void showNewEntry();
-    void showNewGroup();
-    void showEditor();
-    [[nodiscard]] std::optional<UUID> groupForNew() const;
+signals:
+    /// A command is about to end the unlocked session; what it shows is still there.
+    void sessionWillEnd();
+    void settingsWanted();
+    void groupColumnToggled();
+    void columnWidthsWanted();
+    void aboutWanted();
+    /// A sheet is wanted that asks where to.
+    void moveWanted(const MoveSubject& subject);
+
+private:
+    void makeAction(const Command& command);
+    void perform(const Command& command);
+    void connectState();
+    void followFocus(const QWidget* now);
+    [[nodiscard]] QList<QAction*> actionsOf(Command::Place::Menu menu, int block) const;
+    [[nodiscard]] bool isHeldBack(const Command& command) const;
+    void showEnabled();
+    void showUndoLabels();
+    [[nodiscard]] std::optional<UUID> movableGroup() const;
 
     Environment m_environment;
     AppState& m_state;
     QWidget& m_window;
     TextCommands* m_text;
-    MoveCommands* m_moves;
-    std::vector<std::pair<QAction*, Rule>> m_rules;
+    std::vector<std::pair<const Command*, QAction*>> m_actions;  // those of the menu bar, in its order
+    const QWidget* m_groupList = nullptr;
     bool m_isCovered = false;
     bool m_isWaiting = false;
+    bool m_isAmongGroups = false;    // also while a menu has the keyboard for a moment
     bool m_hasFocusedEntry = false;  // as of the last change: looking for it walks the tree
-
-    QAction* m_create = nullptr;
-    QAction* m_open = nullptr;
-    QAction* m_save = nullptr;
-    QAction* m_saveAs = nullptr;
-    QAction* m_lock = nullptr;
-    QAction* m_close = nullptr;
-    QAction* m_quit = nullptr;
-    QAction* m_undo = nullptr;
-    QAction* m_redo = nullptr;
-    QAction* m_settings = nullptr;
-    QAction* m_copyUsername = nullptr;
-    QAction* m_copyPassword = nullptr;
-    QAction* m_copyURL = nullptr;
-    QAction* m_autoType = nullptr;
-    QAction* m_openURL = nullptr;
-    QAction* m_newEntry = nullptr;
-    QAction* m_newGroup = nullptr;
-    QAction* m_edit = nullptr;
-    QAction* m_delete = nullptr;
-    QAction* m_generate = nullptr;
-    QAction* m_clearClipboard = nullptr;
-    QAction* m_search = nullptr;
-    QAction* m_groupColumn = nullptr;
-    QAction* m_columnWidths = nullptr;
-    QAction* m_about = nullptr;
     Observers::Subscription m_countdown;
 };

@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/state/Preferences.h"
 #include "app/ui/BrandDate.h"
+#include "app/ui/Command.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/Badge.h"
@@ -114,19 +115,21 @@ void EntryDetailContent::addBadges() {
 }
 
 void EntryDetailContent::addActions() {
-    auto& state = m_environment.state;
-    auto* const username = new CopyButton(tr("Kullanıcı"), QStringLiteral("person"), tr("Kullanıcı adını kopyala"));
+    const auto& copyUsername = Command::of(Command::ID::copyUsername);
+    auto* const username = new CopyButton(tr("Kullanıcı"), copyUsername.symbol, copyUsername.text());
     username->setObjectName(QStringLiteral("actions.username"));
     username->setEnabled(!m_entry.username.empty());
-    connect(username, &Button::clicked, this, [this, &state] { state.copyUsername(&m_entry); });
-    auto* const password = new CopyButton(tr("Parola"), QStringLiteral("key"), tr("Parolayı kopyala"));
+    connect(username, &Button::clicked, this, [this, &copyUsername] { copyUsername(m_environment.state, &m_entry); });
+    const auto& copyPassword = Command::of(Command::ID::copyPassword);
+    auto* const password = new CopyButton(tr("Parola"), QStringLiteral("key"), copyPassword.text());
     password->setObjectName(QStringLiteral("actions.password"));
     password->setEnabled(!m_entry.password.isEmpty());
-    connect(password, &Button::clicked, this, [this, &state] { state.copyPassword(&m_entry); });
-    auto* const type = new Button(tr("Otomatik yaz"));
+    connect(password, &Button::clicked, this, [this, &copyPassword] { copyPassword(m_environment.state, &m_entry); });
+    const auto& autoType = Command::of(Command::ID::autoType);
+    auto* const type = new Button(autoType.text());
     type->setObjectName(QStringLiteral("actions.autoType"));
-    type->setSymbol(QStringLiteral("keyboard"));
-    connect(type, &Button::clicked, this, [this, &state] { state.performAutoType(&m_entry); });
+    type->setSymbol(autoType.symbol);
+    connect(type, &Button::clicked, this, [this, &autoType] { autoType(m_environment.state, &m_entry); });
     m_column->addWidget(flow({username, password, type}, Metric::s));
 }
 
@@ -165,11 +168,12 @@ void EntryDetailContent::addLocation() {
     if (!m_entry.url.empty()) {
         const QString address = tr("Adres");
         auto* const row = valueRow(address, QStringLiteral("url"), m_entry.url);
-        auto* const open = new IconButton(QStringLiteral("arrow.up.right.square"), tr("Adresi tarayıcıda aç"));
+        const auto& openURL = Command::of(Command::ID::openURL);
+        auto* const open = new IconButton(openURL.symbol, openURL.text());
         open->setObjectName(QStringLiteral("url.open"));
         open->setSides(Metric::controlHeight, rowSymbol);
         open->setAccessibleDescription(address);
-        connect(open, &IconButton::clicked, this, [this] { m_environment.state.openURL(&m_entry); });
+        connect(open, &IconButton::clicked, this, [this, &openURL] { openURL(m_environment.state, &m_entry); });
         row->addAction(open);
         addCopy(*row, QStringLiteral("url"), address, true, [this] { m_environment.state.copyURL(&m_entry); });
         card->content()->addWidget(row);

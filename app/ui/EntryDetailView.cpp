@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/state/Preferences.h"
+#include "app/ui/CommandButton.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
@@ -64,7 +65,7 @@ void EntryDetailView::makeHeader() {
     m_title->setMostLines(mostTitleLines);
     m_title->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_title->setMinimumHeight(tileSide);
-    m_edit = new IconButton(QStringLiteral("pencil"), tr("Düzenle (⌘E)"));
+    m_edit = makeCommandButton(Command::ID::edit);
     m_edit->setFramed(true);
 
     m_header = new QWidget;

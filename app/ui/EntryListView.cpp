@@ -2,6 +2,7 @@
 #include "app/ui/EntryListView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/CommandButton.h"
 #include "app/ui/EntryDrag.h"
 #include "app/ui/EntryListModel.h"
 #include "app/ui/EntryRowActions.h"
@@ -68,7 +69,7 @@ EntryListView::EntryListView(AppState& state, QWidget* parent)
       m_model(new EntryListModel(this)),
       m_header(new SectionHeader),
       m_sort(new IconButton(QStringLiteral("arrow.up.arrow.down"), {})),
-      m_add(new IconButton(QStringLiteral("plus"), tr("Yeni kayıt (⌘I)"))),
+      m_add(makeCommandButton(Command::ID::newEntry)),
       m_content(new QStackedWidget),
       m_list(new RowListView(tr("Kayıtlar"))),
       m_spokenCount(new Announcement(this)) {

@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/ui/Command.h"
 #include "app/ui/EntryListModel.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/Theme.h"
@@ -10,16 +11,10 @@
 
 #include <QHBoxLayout>
 
-#include <functional>
-
 namespace {
 
 constexpr int buttonSide = Metric::controlHeightSmall;
 constexpr int symbolSide = 14;
-
-const char* const copyUsername = QT_TRANSLATE_NOOP("EntryRowActions", "Kullanıcı adını kopyala");
-const char* const copyPassword = QT_TRANSLATE_NOOP("EntryRowActions", "Parolayı kopyala");
-const char* const autoType = QT_TRANSLATE_NOOP("EntryRowActions", "Otomatik yaz");
 
 }  // namespace
 
@@ -35,43 +30,44 @@ EntryRowActions::EntryRowActions(AppState& state, const EntryListModel& model, R
     line->setContentsMargins(Metric::s, 0, 0, 0);
     line->setSpacing(Metric::xs);
     line->addStretch();
-    line->addWidget(add(QStringLiteral("person"), tr(copyUsername), &AppState::copyUsername));
-    line->addWidget(add(QStringLiteral("key.horizontal"), tr(copyPassword), &AppState::copyPassword));
-    m_autoType = add(QStringLiteral("keyboard"), tr(autoType), &AppState::performAutoType);
+    line->addWidget(add(Command::of(Command::ID::copyUsername)));
+    line->addWidget(add(Command::of(Command::ID::copyPassword)));
+    m_autoType = add(Command::of(Command::ID::autoType));
     line->addWidget(m_autoType);
     list.setVerbs([this](const QModelIndex& index) { return verbsOf(m_model.entry(index.row())); });
     connect(&list, &RowListView::hoverMoved, this, &EntryRowActions::follow);
     connect(&model, &QAbstractItemModel::dataChanged, this, &EntryRowActions::follow);
 }
 
-IconButton* EntryRowActions::add(const QString& symbol, const QString& tip, void (AppState::*verb)(const KdbxEntry*)) {
-    auto* const button = new IconButton(symbol, tip, this);
+IconButton* EntryRowActions::add(const Command& command) {
+    auto* const button = new IconButton(command.symbol, command.text(), this);
     button->setSides(buttonSide, symbolSide);
     button->setOnHoverGround(true);
     button->setFocusPolicy(Qt::NoFocus);  // it goes with the pointer, and the focus would go with it
     button->setCursor(Qt::ArrowCursor);
-    connect(button, &IconButton::clicked, this, [this, verb] {
+    connect(button, &IconButton::clicked, this, [this, &command] {
         if (m_entryID)
-            call(verb, *m_entryID);
+            call(command, *m_entryID);
     });
     return button;
 }
 
 QList<RowVerb> EntryRowActions::verbsOf(const KdbxEntry& entry) {
-    const auto verb = [this, id = entry.id](const char* name, void (AppState::*verb)(const KdbxEntry*)) {
-        return RowVerb{tr(name), [this, verb, id] { call(verb, id); }};
+    const auto verb = [this, id = entry.id](Command::ID commandID) {
+        const auto& command = Command::of(commandID);
+        return RowVerb{command.text(), [this, &command, id] { call(command, id); }};
     };
-    QList<RowVerb> verbs{verb(copyUsername, &AppState::copyUsername), verb(copyPassword, &AppState::copyPassword)};
+    QList<RowVerb> verbs{verb(Command::ID::copyUsername), verb(Command::ID::copyPassword)};
     if (entry.autoTypeEnabled)
-        verbs += verb(autoType, &AppState::performAutoType);
+        verbs += verb(Command::ID::autoType);
     return verbs;
 }
 
 /// With the entry as the vault has it now; not if it has gone by then.
-void EntryRowActions::call(void (AppState::*verb)(const KdbxEntry*), const UUID& id) {
+void EntryRowActions::call(const Command& command, const UUID& id) {
     const auto* root = m_state.root();
     if (const auto* entry = root ? GroupTree::findEntry(*root, id) : nullptr)
-        std::invoke(verb, m_state, entry);
+        command(m_state, entry);
 }
 
 void EntryRowActions::follow() {

@@ -8,6 +8,7 @@
 #include <optional>
 
 class AppState;
+struct Command;
 class EntryListModel;
 class IconButton;
 struct KdbxEntry;
@@ -27,10 +28,10 @@ public:
     [[nodiscard]] static int widthFor(bool hasAutoType);
 
 private:
-    IconButton* add(const QString& symbol, const QString& tip, void (AppState::*verb)(const KdbxEntry*));
+    IconButton* add(const Command& command);
     void follow();
     [[nodiscard]] QList<RowVerb> verbsOf(const KdbxEntry& entry);
-    void call(void (AppState::*verb)(const KdbxEntry*), const UUID& id);
+    void call(const Command& command, const UUID& id);
 
     AppState& m_state;
     const EntryListModel& m_model;

@@ -3,22 +3,21 @@
 
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/ui/Command.h"
+#include "app/ui/RowMenu.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("EntryRowMenu", text);
-}
+using ID = Command::ID;
 
-/// Calls a verb with the entry as the vault has it when the item is chosen; not if it has gone by then.
-std::function<void()> onEntry(AppState& state, const UUID& id, void (AppState::*verb)(const KdbxEntry*)) {
-    return [&state, id, verb] {
+/// With the entry as the vault has it when the item is chosen; not if it has gone by then.
+std::function<void()> onEntry(AppState& state, const UUID& id, const Command& command) {
+    return [&state, id, &command] {
         const auto* root = state.root();
         if (const auto* entry = root ? GroupTree::findEntry(*root, id) : nullptr)
-            (state.*verb)(entry);
+            command(state, entry);
     };
 }
 
@@ -31,30 +30,28 @@ std::set<UUID> EntryRowMenu::targetIDs(const AppState& state, const UUID& entryI
 
 QMenu* EntryRowMenu::make(AppState& state, const KdbxEntry& entry, QWidget* parent,
                           const std::function<void(const std::set<UUID>&)>& move) {
-    auto* const menu = new QMenu(parent);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
-    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::close);  // a screen reader chooses without closing it
-
+    RowMenu menu(state, parent);
     const auto id = entry.id;
-    const auto add = [&](const char* text, const std::function<void()>& act) {
-        auto* const item = menu->addAction(tr(text));
-        QObject::connect(item, &QAction::triggered, &state, act);
-        return item;
+    const auto add = [&](ID command) {
+        return menu.add(Command::of(command), onEntry(state, id, Command::of(command)));
+    };
+    const auto addForAll = [&](ID command) {
+        return menu.add(Command::of(command),
+                        [&state, id, command] { Command::of(command)(state, targetIDs(state, id)); });
     };
     const bool hasURL = !entry.url.empty();
-    add("Kullanıcı adını kopyala", onEntry(state, id, &AppState::copyUsername));
-    add("Parolayı kopyala", onEntry(state, id, &AppState::copyPassword));
-    add("Adresi kopyala", onEntry(state, id, &AppState::copyURL))->setEnabled(hasURL);
-    menu->addSeparator();
-    add("Otomatik yaz", onEntry(state, id, &AppState::performAutoType));
-    add("Adresi tarayıcıda aç", onEntry(state, id, &AppState::openURL))->setEnabled(hasURL);
-    menu->addSeparator();
-    add("Düzenle…", [&state, id] { state.setRoute(AppState::Route::editEntry(id)); });
-    add("Çoğalt", [&state, id] { state.duplicateEntries(targetIDs(state, id)); });
-    menu->addSeparator();
-    add("Sil", [&state, id] { state.deleteEntries(targetIDs(state, id)); });
-    menu->addSeparator();
-    add("Gruba taşı…", [&state, id, move] { move(targetIDs(state, id)); });
-    return menu;
+    add(ID::copyUsername);
+    add(ID::copyPassword);
+    add(ID::copyURL)->setEnabled(hasURL);
+    menu.addLine();
+    add(ID::autoType);
+    add(ID::openURL)->setEnabled(hasURL);
+    menu.addLine();
+    add(ID::edit);
+    addForAll(ID::duplicate);
+    menu.addLine();
+    addForAll(ID::remove);
+    menu.addLine();
+    menu.add(Command::of(ID::moveEntries), [&state, id, move] { move(targetIDs(state, id)); });
+    return menu.menu();
 }

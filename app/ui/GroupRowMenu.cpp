@@ -2,42 +2,40 @@
 #include "app/ui/GroupRowMenu.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/Command.h"
+#include "app/ui/RowMenu.h"
 
-#include <QCoreApplication>
 #include <QMenu>
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("GroupRowMenu", text);
-}
+using ID = Command::ID;
 
 }  // namespace
 
 QMenu* GroupRowMenu::make(AppState& state, const KdbxGroup& group, QWidget* parent, const std::function<void()>& move) {
-    auto* const menu = new QMenu(parent);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(&state, &AppState::isLockedChanged, menu, &QMenu::close);
-    QObject::connect(menu, &QMenu::triggered, menu, &QMenu::close);  // a screen reader chooses without closing it
-
+    RowMenu menu(state, parent);
     const auto id = group.id;
     const bool isRoot = state.root() && state.root()->id == id;
-    const auto add = [&](const char* text, const std::function<void()>& act) {
-        auto* const item = menu->addAction(tr(text));
-        QObject::connect(item, &QAction::triggered, &state, act);
-        return item;
+    const auto add = [&](ID command) {
+        return menu.add(Command::of(command), [&state, id, command] { Command::of(command)(state, id); });
     };
-    add("Yeni kayıt", [&state, id] { state.setRoute(AppState::Route::newEntry(id)); });
-    add("Yeni alt grup", [&state, id] { state.setRoute(AppState::Route::newGroup(id)); });
-    menu->addSeparator();
-    add("Grubu düzenle", [&state, id] { state.setRoute(AppState::Route::editGroup(id)); })->setEnabled(!isRoot);
-    add("Grubu sil", [&state, id] { state.deleteGroup(id); })->setEnabled(!isRoot);
+    add(ID::newEntryInGroup);
+    add(ID::newSubgroup);
+    menu.addLine();
+    add(ID::editGroup)->setEnabled(!isRoot);
+    add(ID::deleteGroup)->setEnabled(!isRoot);
     if (!group.groups.empty()) {
-        menu->addSeparator();
+        menu.addLine();
         const bool isExpanded = group.isExpanded;
-        add(isExpanded ? "Daralt" : "Genişlet", [&state, id, isExpanded] { state.setGroupExpanded(id, !isExpanded); });
+        menu.add(GroupRowMenu::expansionVerb(isExpanded),
+                 [&state, id, isExpanded] { state.setGroupExpanded(id, !isExpanded); });
     }
-    menu->addSeparator();
-    add("Grubu taşı…", move)->setEnabled(!isRoot);
-    return menu;
+    menu.addLine();
+    menu.add(Command::of(ID::moveGroup), move)->setEnabled(!isRoot);
+    return menu.menu();
+}
+
+QString GroupRowMenu::expansionVerb(bool isExpanded) {
+    return isExpanded ? QStringLiteral("Daralt") : QStringLiteral("Genişlet");
 }

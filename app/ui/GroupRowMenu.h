@@ -3,6 +3,8 @@
 
 #include "core/model/KdbxDatabase.h"
 
+#include <QString>
+
 #include <functional>
 
 class AppState;
@@ -16,5 +18,8 @@ namespace GroupRowMenu {
 ///
 /// @param move asks where the group is to be moved to.
 [[nodiscard]] QMenu* make(AppState& state, const KdbxGroup& group, QWidget* parent, const std::function<void()>& move);
+
+/// What unfolds a group, or folds it up again.
+[[nodiscard]] QString expansionVerb(bool isExpanded);
 
 }  // namespace GroupRowMenu

@@ -2,6 +2,7 @@
 #include "app/ui/GroupTreeView.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/CommandButton.h"
 #include "app/ui/EntryDrag.h"
 #include "app/ui/GroupDrag.h"
 #include "app/ui/GroupRowDelegate.h"
@@ -38,7 +39,7 @@ GroupTreeView::GroupTreeView(AppState& state, QWidget* parent)
       m_state(state),
       m_model(new GroupTreeModel(this)),
       m_name(new TextLabel({}, BrandFont::body(nameSize, QFont::DemiBold), Palette::text)),
-      m_add(new IconButton(QStringLiteral("folder.badge.plus"), tr("Yeni grup (⇧⌘G)"))),
+      m_add(makeCommandButton(Command::ID::newGroup)),
       m_list(new RowListView(tr("Gruplar"))) {
     arrange();
     connectList();
@@ -225,7 +226,7 @@ QList<RowVerb> GroupTreeView::verbsOf(const QModelIndex& index) {
     const auto isExpanded = m_list->isExpanded(index);
     if (!isExpanded)
         return {};
-    return {{*isExpanded ? tr("Daralt") : tr("Genişlet"),
+    return {{GroupRowMenu::expansionVerb(*isExpanded),
              [this, index, isExpanded] { setExpanded(index.row(), !*isExpanded); }}};
 }
 

@@ -3,11 +3,11 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/Columns.h"
+#include "app/ui/Commands.h"
 #include "app/ui/EntryDetailPane.h"
 #include "app/ui/EntryListView.h"
 #include "app/ui/FocusKeeper.h"
 #include "app/ui/GroupTreeView.h"
-#include "app/ui/MoveCommands.h"
 #include "app/ui/RescueBanner.h"
 #include "app/ui/RowListView.h"
 #include "app/ui/StatusBar.h"

@@ -7,7 +7,6 @@
 #include "app/ui/Commands.h"
 #include "app/ui/DerivationCover.h"
 #include "app/ui/MainView.h"
-#include "app/ui/MoveCommands.h"
 #include "app/ui/MoveView.h"
 #include "app/ui/RouteSheet.h"
 #include "app/ui/RowListView.h"
@@ -41,7 +40,7 @@ MainWindow::MainWindow(const Environment& environment)
       m_sheets(new SheetHost(m_screens, this)),
       m_sizer(new WindowSizer(*this)) {
     arrange();
-    m_commands->moving()->setGroupList(m_mainView->groupList());
+    m_commands->setGroupList(m_mainView->groupList());
     new SpokenChanges(environment, *this);
     auto* const routes = new RouteSheet(environment, m_screens, this);
     connect(routes, &RouteSheet::focusLost, this, &MainWindow::takeFocus);
@@ -76,7 +75,7 @@ void MainWindow::connectState() {
     connect(m_commands, &Commands::columnWidthsWanted, m_mainView, &MainView::goToNextDivider);
     connect(m_commands, &Commands::sessionWillEnd, this, &MainWindow::keepPicture);
     connect(m_commands, &Commands::aboutWanted, this, &MainWindow::showAbout);
-    connect(m_commands->moving(), &MoveCommands::targetWanted, this, &MainWindow::showMove);
+    connect(m_commands, &Commands::moveWanted, this, &MainWindow::showMove);
     connect(m_mainView, &MainView::moveWanted, this, &MainWindow::showMove);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
     connect(&m_state, &AppState::derivationChanged, this, &MainWindow::dropPicture);

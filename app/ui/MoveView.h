@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/Commands.h"
 #include "app/ui/GroupTreeModel.h"
-#include "app/ui/MoveCommands.h"
 #include "app/ui/components/Sheet.h"
 
 class RowListView;

@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/state/GroupTree.h"
+#include "app/ui/CommandButton.h"
 #include "app/ui/Commands.h"
 #include "app/ui/Texts.h"
 #include "app/ui/Theme.h"
@@ -32,10 +33,10 @@ Toolbar::Toolbar(AppState& state, Commands& commands, QWidget* parent)
       m_title(new TextLabel({}, BrandFont::sectionTitle(), Palette::text)),
       m_subtitle(new TextLabel({}, BrandFont::label(), Palette::textSoft)),
       m_search(new SearchField(tr("Kayıtlarda ara"))),
-      m_newEntry(new IconButton(QStringLiteral("plus"), tr("Yeni kayıt (⌘I)"))),
+      m_newEntry(makeCommandButton(Command::ID::newEntry)),
       m_more(new IconButton(QStringLiteral("ellipsis.circle"), tr("Diğer işlemler"))),
-      m_save(new IconButton(QStringLiteral("floppy"), tr("Kaydet (⌘S)"))),
-      m_lock(new IconButton(QStringLiteral("lock"), tr("Kasayı kilitle (⌘L)"))) {
+      m_save(makeCommandButton(Command::ID::save)),
+      m_lock(makeCommandButton(Command::ID::lock)) {
     arrange();
     fillMore(commands);
     connectState(commands);
@@ -78,9 +79,9 @@ void Toolbar::fillMore(Commands& commands) {
 void Toolbar::connectState(Commands& commands) {
     connect(m_search, &SearchField::textChanged, this,
             [this](const QString& text) { m_state.setSearchText(vaultText(text)); });
-    connect(m_newEntry, &IconButton::clicked, commands.addingEntry(), &QAction::trigger);
-    connect(m_save, &IconButton::clicked, commands.saving(), &QAction::trigger);
-    connect(m_lock, &IconButton::clicked, commands.locking(), &QAction::trigger);
+    connect(m_newEntry, &IconButton::clicked, commands.action(Command::ID::newEntry), &QAction::trigger);
+    connect(m_save, &IconButton::clicked, commands.action(Command::ID::save), &QAction::trigger);
+    connect(m_lock, &IconButton::clicked, commands.action(Command::ID::lock), &QAction::trigger);
     for (const auto signal : {&AppState::databaseChanged, &AppState::databaseURLChanged, &AppState::isDirtyChanged})
         connect(&m_state, signal, this, &Toolbar::showTitle);
     connect(&m_state, &AppState::searchTextChanged, this, &Toolbar::showSearch);
@@ -92,7 +93,7 @@ void Toolbar::connectState(Commands& commands) {
         m_search->setFocus(Qt::ShortcutFocusReason);
         m_search->selectAll();
     });
-    connect(commands.saving(), &QAction::changed, this, &Toolbar::showSaving);
+    connect(commands.action(Command::ID::save), &QAction::changed, this, &Toolbar::showSaving);
 }
 
 void Toolbar::startSearchAt(QWidget& column) {
