@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/BrenvikApp.h"
 
-#include "app/ui/ApplicationStyle.h"
-#include "app/ui/EnterKeyName.h"
-#include "app/ui/FontRegistrar.h"
-#include "app/ui/components/Motion.h"
+#include "app/ui/components/ApplicationStyle.h"
+#include "app/ui/components/EnterKeyName.h"
 #include "app/ui/components/ShownSecrets.h"
+#include "app/ui/theme/FontRegistrar.h"
+#include "app/ui/theme/Motion.h"
 #include "core/container/KdbxFile.h"
 #include "core/container/KdbxTransformedKey.h"
 #include "core/primitives/Sha2.h"

@@ -5,7 +5,7 @@
 #include "app/state/GlobalHotKey.h"
 #include "app/state/Preferences.h"
 #include "app/state/VaultWatch.h"
-#include "app/ui/MainWindow.h"
+#include "app/ui/window/MainWindow.h"
 #include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/platform/Desktop.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/ApplicationStyle.h"
-#include "app/ui/FontRegistrar.h"
-#include "app/ui/MainWindow.h"
+#include "app/ui/components/ApplicationStyle.h"
+#include "app/ui/theme/FontRegistrar.h"
+#include "app/ui/window/MainWindow.h"
 #include "tests/app/ui/WindowTest.h"
 
 #include <QAbstractButton>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/ApplicationStyle.h"
-#include "app/ui/FontRegistrar.h"
-#include "app/ui/MainWindow.h"
-#include "app/ui/RowListView.h"
+#include "app/ui/components/ApplicationStyle.h"
+#include "app/ui/rows/RowListView.h"
+#include "app/ui/theme/FontRegistrar.h"
+#include "app/ui/window/MainWindow.h"
 #include "bench/MadeVault.h"
 #include "tests/app/ui/WindowTest.h"
 

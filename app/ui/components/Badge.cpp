@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Badge.h"
 
-#include "app/ui/Symbol.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/LongText.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Symbol.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Button.h"
 
-#include "app/ui/Symbol.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/KeyNames.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Symbol.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Card.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 #include <QVBoxLayout>

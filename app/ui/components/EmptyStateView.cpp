@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/EmptyStateView.h"
 
-#include "app/ui/Symbol.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Symbol.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

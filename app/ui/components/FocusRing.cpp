@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/FocusRing.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/SelectableSecretText.h"
 #include "app/ui/components/TextField.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

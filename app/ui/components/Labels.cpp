@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Labels.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Bidi.h"
 #include "app/ui/components/LongText.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/LongText.h"
 
-#include "app/ui/Texts.h"
+#include "app/ui/components/Texts.h"
 #include "core/text/Text.h"
 
 #include <QCoreApplication>

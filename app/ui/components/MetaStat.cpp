@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/MetaStat.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Labels.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QVBoxLayout>
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/PagedText.h"
 
-#include "app/ui/Texts.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/LongText.h"
 #include "app/ui/components/SelectableText.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QLocale>
 #include <QVBoxLayout>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Popover.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
-#include "app/ui/components/Painting.h"
 #include "app/ui/components/TabStops.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/ProgressBar.h"
 
-#include "app/ui/Theme.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/QuickButtons.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QHBoxLayout>
 #include <QSignalBlocker>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/ScrollPage.h"
 
-#include "app/ui/Theme.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QEvent>
 #include <QScrollBar>

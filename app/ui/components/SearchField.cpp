@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SearchField.h"
 
-#include "app/ui/Symbol.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
+#include "app/ui/theme/Symbol.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QDragEnterEvent>
 #include <QKeyEvent>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SecretField.h"
 
-#include "app/ui/Texts.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/ShownSecrets.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/theme/Theme.h"
 #include "core/model/SecureString.h"
 
 #include <QAction>

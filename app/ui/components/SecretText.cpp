@@ -2,9 +2,9 @@
 #include "app/ui/components/SecretText.h"
 
 #include "app/state/WipedAtEnd.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/LongText.h"
 #include "app/ui/components/ShownSecrets.h"
+#include "app/ui/theme/Theme.h"
 #include "core/text/Text.h"
 
 #include <QAccessible>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SectionHeader.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SelectableText.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/LongText.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QKeyEvent>
 #include <QMimeData>

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Sheet.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Card.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/Motion.h"
-#include "app/ui/components/Painting.h"
 #include "app/ui/components/ScrollPage.h"
 #include "app/ui/components/TabStops.h"
+#include "app/ui/theme/Motion.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Slider.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/FocusRing.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QEvent>
 #include <QMouseEvent>

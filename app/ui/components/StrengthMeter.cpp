@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/StrengthMeter.h"
 
-#include "app/ui/Texts.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Announcement.h"
 #include "app/ui/components/Labels.h"
-#include "app/ui/components/Motion.h"
 #include "app/ui/components/Numbers.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/theme/Motion.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 #include "core/generator/PasswordGenerator.h"
 #include "core/model/SecureString.h"
 #include "core/text/Text.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SymbolMark.h"
 
-#include "app/ui/Symbol.h"
+#include "app/ui/theme/Symbol.h"
 
 #include <QPainter>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/TextArea.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/LongText.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QKeyEvent>
 #include <QMimeData>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/TextField.h"
 
-#include "app/ui/Texts.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/LongText.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Toggle.h"
 
-#include "app/ui/Theme.h"
 #include "app/ui/components/FocusRing.h"
-#include "app/ui/components/Motion.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/theme/Motion.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/ToolTip.h"
 
-#include "app/ui/Texts.h"
-#include "app/ui/Theme.h"
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/Bidi.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/KeyNames.h"
 #include "app/ui/components/LongText.h"
-#include "app/ui/components/Painting.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/theme/Painting.h"
+#include "app/ui/theme/Theme.h"
 
 #include <QApplication>
 #include <QHelpEvent>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/EntryListModel.h"
-#include "app/ui/GroupTreeModel.h"
+#include "app/ui/entries/EntryListModel.h"
+#include "app/ui/groups/GroupTreeModel.h"
 #include "tests/app/state/StateFakes.h"
 
 #include <gmock/gmock.h>

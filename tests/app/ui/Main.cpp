@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/ApplicationStyle.h"
-#include "app/ui/FontRegistrar.h"
+#include "app/ui/components/ApplicationStyle.h"
+#include "app/ui/theme/FontRegistrar.h"
 
 #include <gtest/gtest.h>
 

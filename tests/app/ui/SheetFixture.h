@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ui/MainWindow.h"
+#include "app/ui/window/MainWindow.h"
 #include "tests/app/ui/WindowProbe.h"
 #include "tests/app/ui/WindowTest.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/state/Environment.h"
 #include "app/state/GlobalHotKey.h"
-#include "app/ui/Environment.h"
 #include "core/autotype/AutoTypeService.h"
 #include "tests/app/state/StateFakes.h"
 #include "tests/support/FakeDesktop.h"

@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/editor/EntryEditView.h"
+
+#include "app/state/AppState.h"
+#include "app/state/GroupTree.h"
+#include "app/state/Preferences.h"
+#include "app/state/VaultChanges.h"
+#include "app/state/WipedAtEnd.h"
+#include "app/ui/components/AdaptiveRow.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/FormField.h"
+#include "app/ui/components/IconPicker.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/SecretField.h"
+#include "app/ui/components/StrengthMeter.h"
+#include "app/ui/components/TextArea.h"
+#include "app/ui/components/Texts.h"
+#include "app/ui/components/Toggle.h"
+#include "app/ui/editor/CustomFieldRow.h"
+#include "app/ui/editor/DateTimeField.h"
+#include "app/ui/theme/Theme.h"
+#include "core/autotype/AutoTypeService.h"
+#include "core/clipboard/ClipboardService.h"
+
+#include <QHBoxLayout>
+#include <QPointer>
+
+#include <ranges>
+#include <string_view>
+#include <tuple>
+
+namespace {
+
+constexpr QSize smallest(380, 320);
+constexpr QSize ideal(560, 640);
+constexpr double yearInSeconds = 31536000;  // of 365 days
+constexpr int narrowestPair = 400;          // below this, two fields stand one under the other
+
+std::string joined(const std::vector<std::string>& tags) {
+    std::string text;
+    for (const auto& tag : tags)
+        text += (text.empty() ? "" : ", ") + tag;
+    return text;
+}
+
+/// Whether a form shows the same of both.
+bool haveSameFields(const KdbxEntry& a, const KdbxEntry& b) {
+    const auto fields = [](const KdbxEntry& entry) {
+        return std::tie(entry.title, entry.username, entry.password, entry.url, entry.notes, entry.iconID, entry.tags,
+                        entry.expires, entry.expiryTime, entry.autoTypeEnabled, entry.autoTypeSequence,
+                        entry.customFields, entry.protectedCustomFields);
+    };
+    return fields(a) == fields(b);
+}
+
+}  // namespace
+
+EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget* parent)
+    : SheetScaffold(std::holds_alternative<Edit>(mode) ? tr("Kaydı düzenle") : tr("Yeni kayıt"), tr("Vazgeç"),
+                    std::holds_alternative<Edit>(mode) ? tr("Kaydet") : tr("Oluştur"), parent),
+      m_state(environment.state),
+      m_preferences(environment.preferences),
+      m_clipboard(environment.clipboard),
+      m_mode(std::move(mode)) {
+    setSizes(smallest, ideal);
+    makeControls();
+    arrange();
+    connectControls();
+    load();
+    showTitle();
+    showStrength();
+    showExpiry();
+    showAutoType();
+    keepTyped();
+}
+
+void EntryEditView::makeControls() {
+    m_icon = new IconPicker(0);
+    m_title = new TextField(tr("Başlık"));
+    m_title->setPlaceholderText(tr("örn. GitHub"));
+    m_username = new TextField(tr("Kullanıcı adı"));
+    m_username->setPlaceholderText(QStringLiteral("ad@ornek.com"));
+    m_url = new TextField(tr("Adres"));
+    m_url->setPlaceholderText(QStringLiteral("https://…"));
+    m_tags = new TextField(tr("Etiketler"));
+    m_tags->setPlaceholderText(tr("iş, kritik"));
+    m_expires = new Toggle(tr("Son kullanma tarihi var"));
+    m_expires->setSide(Toggle::Side::leading);
+    m_expiryDate = new DateTimeField(tr("Son kullanma tarihi"));
+    m_expiryDate->setTimestamp({Timestamp::now().seconds + yearInSeconds});
+
+    m_password = new SecretField(tr("Parola"));
+    m_password->setCopying([this](std::string_view secret) { m_clipboard.copySecret(secret); });
+    m_strength = new StrengthMeter;
+
+    m_autoTypeEnabled = new Toggle(tr("Bu kayıt için etkin"));
+    m_autoTypeEnabled->setChecked(true);
+    m_useCustomSequence = new Toggle(tr("Özel sekans kullan"));
+    m_customSequence = new TextField(tr("Sekans"));
+    m_customSequence->setMono(true);
+    m_customSequence->setWholeText(AutoTypeService::defaultSequence);
+    m_defaultSequence = new Paragraph(tr("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
+                                      BrandFont::secondary(), Palette::textSoft);
+
+    m_customFields = new CustomFieldsCard(m_clipboard);
+    m_notes = new TextArea(tr("Notlar"));
+}
+
+void EntryEditView::arrange() {
+    content()->addWidget(makeBasicsCard());
+    content()->addWidget(makePasswordCard());
+    content()->addWidget(makeAutoTypeCard());
+    content()->addWidget(m_customFields);
+    content()->addWidget(makeNotesCard());
+    setFirstField(m_title);
+}
+
+QWidget* EntryEditView::makeBasicsCard() {
+    auto* const card = new Card;
+    auto* const heading = new QHBoxLayout;
+    heading->setSpacing(Metric::m);
+    heading->addWidget(new FormField(tr("Simge"), m_icon));
+    heading->addWidget(new FormField(tr("Başlık"), m_title), 1);
+    auto* const account = new AdaptiveRow(narrowestPair);
+    account->add(new FormField(tr("Kullanıcı adı"), m_username));
+    account->add(new FormField(tr("Adres"), m_url));
+    auto* const tags = new FormField(tr("Etiketler"), m_tags);
+    tags->setHint(tr("Virgülle ayır."));
+    auto* const expiry = new AdaptiveRow(narrowestPair);
+    expiry->add(m_expires);
+    expiry->add(m_expiryDate, 0);
+    expiry->setMinimumHeight(Metric::controlHeight);  // with and without the date, so that nothing below it moves
+
+    card->content()->addLayout(heading);
+    card->content()->addWidget(account);
+    card->content()->addWidget(tags);
+    card->content()->addWidget(expiry);
+    return card;
+}
+
+QWidget* EntryEditView::makePasswordCard() {
+    auto* const card = new Card;
+    auto* const generate = new Button(tr("Parola üret"), Button::Variant::secondary);
+    generate->setSymbol(QStringLiteral("arrow.triangle.2.circlepath"));
+    connect(generate, &Button::clicked, this, &EntryEditView::generatePassword);
+    auto* const open = new Button(tr("Üreteci aç…"), Button::Variant::ghost);
+    connect(open, &Button::clicked, this, &EntryEditView::openGenerator);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(Metric::s);
+    buttons->addWidget(generate);
+    buttons->addWidget(open);
+    buttons->addStretch();
+
+    card->content()->addWidget(new FormField(tr("Parola"), m_password));
+    card->content()->addWidget(m_strength);
+    card->content()->addLayout(buttons);
+    return card;
+}
+
+QWidget* EntryEditView::makeAutoTypeCard() {
+    auto* const card = new Card(tr("Otomatik yazma"));
+    m_sequenceField = new FormField(tr("Sekans"), m_customSequence);
+    m_sequenceField->setHint(
+        tr("{USERNAME} {PASSWORD} {TAB} {ENTER} {DELAY 200} {CLEARFIELD} {URL} {TITLE} {NOTES} {S:AlanAdı}"));
+    card->content()->addWidget(m_autoTypeEnabled);
+    card->content()->addWidget(m_useCustomSequence);
+    card->content()->addWidget(m_sequenceField);
+    card->content()->addWidget(m_defaultSequence);
+    return card;
+}
+
+QWidget* EntryEditView::makeNotesCard() {
+    auto* const card = new Card(tr("Notlar"));
+    card->content()->addWidget(m_notes);
+    return card;
+}
+
+void EntryEditView::connectControls() {
+    connect(m_title, &TextField::textChanged, this, &EntryEditView::showTitle);
+    connect(m_password, &SecretField::textChanged, this, &EntryEditView::showStrength);
+    connect(m_expires, &Toggle::toggled, this, &EntryEditView::showExpiry);
+    connect(m_autoTypeEnabled, &Toggle::toggled, this, &EntryEditView::showAutoType);
+    connect(m_useCustomSequence, &Toggle::toggled, this, &EntryEditView::showAutoType);
+    connect(m_customFields, &CustomFieldsCard::rowsChanged, this, &EntryEditView::orderTabs);
+    connect(this, &EntryEditView::cancelled, this, &EntryEditView::dismiss);
+    connect(this, &EntryEditView::confirmed, this, &EntryEditView::commit);
+}
+
+void EntryEditView::load() {
+    const auto* const edit = std::get_if<Edit>(&m_mode);
+    if (!edit)
+        return;
+    const auto& entry = edit->entry;
+    m_title->setWholeText(entry.title);
+    m_title->end(false);
+    m_username->setWholeText(entry.username);
+    m_url->setWholeText(entry.url);
+    m_notes->setWholeText(qtText(entry.notes));
+    m_icon->setIconID(entry.iconID);
+    auto password = entry.password.value();
+    const WipedAtEnd passwordEnd(password);
+    m_password->setWholeText(password);
+    m_tags->setWholeText(joined(entry.tags));
+    m_expires->setChecked(entry.expires);
+    if (entry.expiryTime)
+        m_expiryDate->setTimestamp(*entry.expiryTime);
+    m_autoTypeEnabled->setChecked(entry.autoTypeEnabled);
+    m_useCustomSequence->setChecked(entry.autoTypeSequence.has_value());
+    m_customSequence->setWholeText(entry.autoTypeSequence.value_or(m_preferences.defaultAutoTypeSequence()));
+    for (const auto& [key, value] : entry.customFields)
+        m_customFields->add({.key = key, .value = value, .isProtected = entry.protectedCustomFields.contains(key)});
+}
+
+void EntryEditView::followVault() {
+    auto* const edit = std::get_if<Edit>(&m_mode);
+    const auto* const stored = edit ? GroupTree::findEntry(*m_state.root(), edit->entry.id) : nullptr;
+    if (stored)
+        edit->entry = *stored;
+}
+
+void EntryEditView::showTitle() {
+    setSubtitle(m_title->text());
+    setConfirmEnabled(!Text::trimmingWhitespace(m_title->wholeText()).empty());
+}
+
+void EntryEditView::showStrength() {
+    m_strength->showStrengthOf(m_password->text());
+}
+
+void EntryEditView::showExpiry() {
+    m_expiryDate->setVisible(m_expires->isChecked());
+}
+
+void EntryEditView::showAutoType() {
+    const bool isEnabled = m_autoTypeEnabled->isChecked();
+    const bool isCustom = m_useCustomSequence->isChecked();
+    m_useCustomSequence->setVisible(isEnabled);
+    m_sequenceField->setVisible(isEnabled && isCustom);
+    m_defaultSequence->setVisible(isEnabled && !isCustom);
+}
+
+void EntryEditView::generatePassword() {
+    auto password = PasswordGenerator::generate(m_preferences.generatorOptions());
+    const WipedAtEnd passwordEnd(password);
+    m_password->setSecret(qtText(password));
+    m_password->setRevealed(true);
+}
+
+void EntryEditView::openGenerator() {
+    m_state.setRoute(AppState::Route::generator(std::nullopt));
+}
+
+KdbxEntry EntryEditView::editedEntry() const {
+    const auto* const edit = std::get_if<Edit>(&m_mode);
+    auto entry = edit ? edit->entry : KdbxEntry();
+    entry.title = Text::trimmingWhitespace(m_title->wholeText());
+    entry.username = m_username->wholeText();
+    auto password = m_password->secret();
+    const WipedAtEnd passwordEnd(password);
+    entry.password = SecureString(password);
+    entry.url = Text::trimmingWhitespace(m_url->wholeText());
+    entry.notes = vaultText(m_notes->wholeText());
+    entry.iconID = m_icon->iconID();
+    takeTags(entry);
+    entry.expires = m_expires->isChecked();
+    entry.expiryTime = entry.expires ? std::optional(m_expiryDate->timestamp()) : std::nullopt;
+    entry.autoTypeEnabled = m_autoTypeEnabled->isChecked();
+    entry.autoTypeSequence.reset();
+    if (m_useCustomSequence->isChecked())
+        entry.autoTypeSequence = m_customSequence->wholeText();
+    takeCustomFields(entry);
+    return entry;
+}
+
+/// Those that nobody has touched stay as they are, also where one has a comma in it.
+void EntryEditView::takeTags(KdbxEntry& entry) const {
+    const auto text = m_tags->wholeText();
+    if (text == joined(entry.tags))
+        return;
+    entry.tags.clear();
+    for (const auto piece : std::views::split(text, ','))
+        if (const auto tag = Text::trimmingWhitespace({piece.begin(), piece.end()}); !tag.empty())
+            entry.tags.emplace_back(tag);
+}
+
+/// Of rows with one name the last has the value, and any can make it a protected one.
+void EntryEditView::takeCustomFields(KdbxEntry& entry) const {
+    entry.customFields.clear();
+    entry.protectedCustomFields.clear();
+    for (const auto* const row : m_customFields->rows()) {
+        auto field = row->value();
+        const WipedAtEnd valueEnd(field.value);
+        const std::string key(Text::trimmingWhitespace(field.key));
+        if (key.empty())
+            continue;
+        entry.customFields.insert_or_assign(key, field.value);
+        if (field.isProtected)
+            entry.protectedCustomFields.insert(key);
+    }
+}
+
+/// A session that ends while the form is open keeps what was typed.
+void EntryEditView::keepTyped() {
+    m_untouched = editedEntry();
+    m_state.setFormContent(
+        [view = QPointer(this)](KdbxDatabase& database) { return view && view->applyTyped(database); });
+}
+
+bool EntryEditView::applyTyped(KdbxDatabase& database) const {
+    auto entry = editedEntry();
+    if (haveSameFields(entry, m_untouched))
+        return false;
+    const auto now = Timestamp::now();
+    const auto* const create = std::get_if<Create>(&m_mode);
+    if (!create)
+        return VaultChanges::replaceEntry(database, std::move(entry), now);
+    entry.created = now;
+    entry.modified = now;
+    return VaultChanges::addEntry(database, std::move(entry), create->groupID, now);
+}
+
+void EntryEditView::commit() {
+    auto entry = editedEntry();
+    entry.modified = Timestamp::now();
+    if (const auto* const create = std::get_if<Create>(&m_mode)) {
+        entry.created = entry.modified;
+        m_state.addEntry(std::move(entry), create->groupID);
+    } else {
+        m_state.updateEntry(std::move(entry));
+    }
+    dismiss();
+}
+
+void EntryEditView::dismiss() {
+    m_state.setRoute(std::nullopt);
+}

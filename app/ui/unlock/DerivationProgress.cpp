@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "app/ui/unlock/DerivationProgress.h"
+
+#include "app/state/AppState.h"
+#include "app/ui/components/Button.h"
+#include "app/ui/components/Labels.h"
+#include "app/ui/components/ProgressBar.h"
+#include "app/ui/theme/Theme.h"
+
+#include <QHBoxLayout>
+#include <QTimer>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto refreshInterval = 100ms;
+
+}  // namespace
+
+DerivationProgress::DerivationProgress(AppState& state, QWidget* parent)
+    : QWidget(parent),
+      m_state(state),
+      m_text(new TextLabel(tr("Anahtar türetiliyor…"), BrandFont::secondary(), Palette::text)),
+      m_percent(new TextLabel({}, BrandFont::secondary(), Palette::textSoft)),
+      m_bar(new ProgressBar(tr("Anahtar türetiliyor"))),
+      m_giveUp(new Button(tr("Vazgeç"))),
+      m_timer(new QTimer(this)) {
+    arrange();
+    m_timer->setInterval(refreshInterval);
+    connect(m_timer, &QTimer::timeout, this, &DerivationProgress::showFraction);
+    connect(m_giveUp, &Button::clicked, this, [this] { m_state.giveUpDerivation(); });
+}
+
+void DerivationProgress::arrange() {
+    m_percent->setTabularFigures(true);
+    m_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
+    auto* const texts = new QHBoxLayout;
+    texts->setSpacing(Metric::s);
+    texts->addWidget(m_text, 1);
+    texts->addWidget(m_percent);
+    auto* const column = new QVBoxLayout;
+    column->setSpacing(Metric::s);
+    column->addStretch();
+    column->addLayout(texts);
+    column->addWidget(m_bar);
+    column->addStretch();
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Metric::l);
+    row->addLayout(column, 1);
+    row->addWidget(m_giveUp, 0, Qt::AlignVCenter);
+}
+
+QWidget* DerivationProgress::firstStop() const {
+    return m_bar;
+}
+
+void DerivationProgress::setLarge(bool isLarge) {
+    m_giveUp->setLarge(isLarge);
+}
+
+void DerivationProgress::showFraction() {
+    const int percent = static_cast<int>(m_state.derivationFraction() * 100);
+    m_bar->setValue(percent);
+    m_percent->setText(tr("%%1").arg(percent));
+}
+
+void DerivationProgress::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    showFraction();
+    m_timer->start();
+}
+
+void DerivationProgress::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    m_timer->stop();
+}
