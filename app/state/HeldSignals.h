@@ -18,7 +18,7 @@ public:
 
     class Step {
     public:
-        explicit Step(HeldSignals& signals) noexcept : m_signals(signals) { ++m_signals.m_openSteps; }
+        explicit Step(HeldSignals& held) noexcept : m_signals(held) { ++m_signals.m_openSteps; }
         ~Step() {
             if (--m_signals.m_openSteps == 0)
                 m_signals.sendAll();
@@ -33,8 +33,8 @@ public:
     /// A time in the middle of a step in which other things happen: these are no part of the step.
     class Interlude {
     public:
-        explicit Interlude(HeldSignals& signals) noexcept
-            : m_signals(signals), m_openSteps(std::exchange(signals.m_openSteps, 0)) {}
+        explicit Interlude(HeldSignals& held) noexcept
+            : m_signals(held), m_openSteps(std::exchange(held.m_openSteps, 0)) {}
         ~Interlude() { m_signals.m_openSteps = m_openSteps; }
         Interlude(const Interlude&) = delete;
         Interlude& operator=(const Interlude&) = delete;

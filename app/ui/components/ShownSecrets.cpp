@@ -17,5 +17,5 @@ Observers::Subscription ShownSecrets::observeEnd(std::function<void()> observer)
 }
 
 void ShownSecrets::noteEnd() {
-    observers().tell();
+    observers().notify();
 }
