@@ -25,12 +25,6 @@ constexpr std::array<std::uint8_t, 4> endOfHeaderValue{0x0D, 0x0A, 0x0D, 0x0A};
 // What a KDBX 3 file means that does not name its inner stream.
 constexpr auto defaultInnerStreamID = static_cast<std::uint32_t>(KdbxCrypto::InnerStreamID::salsa20);
 
-/// The number in a field's first bytes, and 0 where there are too few: other writers' slips are forgiven.
-template <class Number>
-Number leadingNumber(ByteView value) {
-    return value.size() < sizeof(Number) ? 0 : loadLE<Number>(value.data());
-}
-
 void readPreamble(KdbxReader& reader, KdbxHeader& header) {
     const auto first = reader.u32();
     const auto second = reader.u32();
@@ -51,7 +45,7 @@ void storeCipherID(KdbxHeader& header, ByteView value) {
 }
 
 void storeCompressionFlags(KdbxHeader& header, ByteView value) {
-    header.compressionFlags = leadingNumber<std::uint32_t>(value);
+    header.compressionFlags = leadingLE<std::uint32_t>(value);
     if (header.compressionFlags > 1)
         throw KdbxError::corruptedData("bilinmeyen sıkıştırma bayrağı " + std::to_string(header.compressionFlags));
 }
@@ -76,7 +70,7 @@ void storeField(KdbxHeader& header, FieldID id, ByteView value) {
             header.transformSeed = copyOf(value);
             break;
         case FieldID::transformRounds:
-            header.transformRounds = leadingNumber<std::uint64_t>(value);
+            header.transformRounds = leadingLE<std::uint64_t>(value);
             break;
         case FieldID::encryptionIV:
             header.encryptionIV = copyOf(value);
@@ -88,7 +82,7 @@ void storeField(KdbxHeader& header, FieldID id, ByteView value) {
             header.streamStartBytes = copyOf(value);
             break;
         case FieldID::innerRandomStreamID:
-            header.innerRandomStreamID = leadingNumber<std::uint32_t>(value);
+            header.innerRandomStreamID = leadingLE<std::uint32_t>(value);
             break;
         case FieldID::kdfParameters:
             header.kdfParameters = VariantDictionary::parse(value);

@@ -8,11 +8,6 @@ namespace {
 
 using FieldID = KdbxInnerHeader::FieldID;
 
-/// The number in the first 4 bytes, and 0 where there are fewer: the stream that changes nothing.
-std::uint32_t leadingNumber(ByteView value) {
-    return value.size() < sizeof(std::uint32_t) ? 0 : loadLE<std::uint32_t>(value.data());
-}
-
 KdbxXML::Binary binaryOf(ByteView value) {
     if (value.empty())
         throw KdbxError::corruptedData("boş iç başlık ikili verisi");
@@ -36,7 +31,7 @@ KdbxInnerHeader KdbxInnerHeader::parse(KdbxReader& reader) {
             case FieldID::end:
                 return header;
             case FieldID::innerRandomStreamID:
-                header.streamID = leadingNumber(value);
+                header.streamID = leadingLE<std::uint32_t>(value);  // 0 is the stream that changes nothing
                 break;
             case FieldID::innerRandomStreamKey:
                 header.streamKey = copyOf(value);

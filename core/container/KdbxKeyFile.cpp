@@ -4,6 +4,7 @@
 #include "core/document/KdbxXMLNode.h"
 #include "core/model/KdbxError.h"
 #include "core/primitives/Base64.h"
+#include "core/primitives/Hexadecimal.h"
 #include "core/primitives/Sha2.h"
 #include "core/text/Text.h"
 
@@ -58,12 +59,7 @@ KeyFileResult version1Key(const KdbxXMLNode& data) {
 
 /// The first bytes of a key's hash as the file's author could have read them out: "%02X" each.
 std::string hashPrefix(ByteView key) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    const auto digest = Sha2::sha256(key);
-    std::string text;
-    for (const auto byte : ByteView(digest).first(hashPrefixSize))
-        text += {digits[byte >> 4], digits[byte & 15]};
-    return text;
+    return hexadecimal(ByteView(Sha2::sha256(key)).first(hashPrefixSize), HexLetters::upper);
 }
 
 KeyFileResult version2Key(const KdbxXMLNode& data) {
@@ -93,16 +89,6 @@ std::optional<KeyFileResult> parseXMLKeyFile(ByteView data) {
     return isVersion2(*root) ? version2Key(*key) : version1Key(*key);
 }
 
-int digitValue(char digit) {
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    if (digit >= 'A' && digit <= 'F')
-        return digit - 'A' + 10;
-    if (digit >= 'a' && digit <= 'f')
-        return digit - 'a' + 10;
-    return -1;
-}
-
 }  // namespace
 
 KeyFileResult keyFileKey(ByteView data) {
@@ -115,21 +101,6 @@ KeyFileResult keyFileKey(ByteView data) {
             return {std::move(*decoded), KeyFileKind::hex64};
     }
     return {Sha2::sha256(data), KeyFileKind::hashed};
-}
-
-std::optional<Bytes> hexDecode(std::string_view text) {
-    if (text.size() % 2 != 0)
-        return std::nullopt;
-    Bytes bytes;
-    bytes.reserve(text.size() / 2);
-    for (std::size_t i = 0; i < text.size(); i += 2) {
-        const int high = digitValue(text[i]);
-        const int low = digitValue(text[i + 1]);
-        if (high < 0 || low < 0)
-            return std::nullopt;
-        bytes.push_back(static_cast<std::uint8_t>(high << 4 | low));
-    }
-    return bytes;
 }
 
 }  // namespace KdbxKeys

@@ -6,11 +6,11 @@
 #include "core/model/KdbxDatabase.h"
 #include "core/primitives/Bytes.h"
 #include "core/primitives/Derivation.h"
+#include "core/primitives/Hexadecimal.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <string_view>
 
 /// From the user's credentials to the keys that open a vault. A wrong password looks like a right one here.
 namespace KdbxKeys {
@@ -60,7 +60,6 @@ using KdbxKeyDerivation::aesKdf;
 [[nodiscard]] DerivedKeys derive(ByteView compositeKey, const KdbxHeader& header,
                                  const Transformation& transformation = transform);
 
-/// The bytes of pairs of hexadecimal digits in either case; nothing for any other text.
-[[nodiscard]] std::optional<Bytes> hexDecode(std::string_view text);
+using ::hexDecode;
 
 }  // namespace KdbxKeys

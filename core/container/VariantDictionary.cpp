@@ -3,6 +3,7 @@
 
 #include "core/container/KdbxReader.h"
 #include "core/model/KdbxError.h"
+#include "core/primitives/Hexadecimal.h"
 #include "core/primitives/LittleEndian.h"
 #include "core/primitives/Overloaded.h"
 
@@ -28,16 +29,6 @@ enum class TypeByte : std::uint8_t {
 constexpr std::array<TypeByte, std::variant_size_v<VariantValue::Case>> typeBytes{
     TypeByte::uint32, TypeByte::uint64, TypeByte::boolean, TypeByte::int32,
     TypeByte::int64,  TypeByte::string, TypeByte::bytes};
-
-std::string hexadecimal(std::uint32_t number) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    do {
-        text.insert(text.begin(), digits[number & 15]);
-        number >>= 4;
-    } while (number > 0);
-    return text;
-}
 
 template <class Number>
 Bytes littleEndian(Number number) {
@@ -72,7 +63,7 @@ VariantValue valueOf(TypeByte type, ByteView value) {
             return {copyOf(value)};
         default:
             throw KdbxError::corruptedData("bilinmeyen VariantDictionary tipi 0x" +
-                                           hexadecimal(static_cast<std::uint32_t>(type)));
+                                           hexadecimalNumber(static_cast<std::uint32_t>(type)));
     }
 }
 
@@ -144,7 +135,7 @@ VariantDictionary VariantDictionary::parse(ByteView data) {
     KdbxReader reader(data);
     const auto fileVersion = reader.u16();
     if (fileVersion >> 8 != version >> 8)
-        throw KdbxError::corruptedData("desteklenmeyen VariantDictionary sürümü " + hexadecimal(fileVersion));
+        throw KdbxError::corruptedData("desteklenmeyen VariantDictionary sürümü " + hexadecimalNumber(fileVersion));
 
     VariantDictionary dictionary;
     for (auto type = TypeByte{reader.u8()}; type != TypeByte::end; type = TypeByte{reader.u8()}) {

@@ -82,7 +82,7 @@ private:
 
     private:
         union Room {
-            Room() {}
+            Room() {}  // NOLINT(modernize-use-equals-default): a node can't be made from nothing, so none is there
             KdbxXMLNode node;
         };
         static_assert(std::is_trivially_destructible_v<KdbxXMLNode>);

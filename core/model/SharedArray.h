@@ -75,7 +75,6 @@ public:
     /// Takes the element out and gives it back; the order of what remains is kept.
     Element removeAt(std::size_t index);
     void clear() noexcept { m_root = nullptr; }
-    void replaceAll(std::vector<Element> elements) { *this = SharedArray(std::move(elements)); }
 
     /// Keeps the elements at these indices, in the order of the indices. What other arrays share of them stays shared,
     /// so this is how an array is sorted or thinned out.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/UUID.h"
 
+#include "core/primitives/Hexadecimal.h"
 #include "core/primitives/Random.h"
 
 #include <pthread.h>
@@ -32,22 +33,9 @@ thread_local RandomPool pool;
 /// A forked child would else draw the very identifiers that its parent draws.
 const int emptiesInForkedChildren = ::pthread_atfork(nullptr, nullptr, [] { pool.left = 0; });
 
-// The hyphens precede these bytes (RFC 9562, section 4).
-constexpr bool hyphenBefore(std::size_t byte) {
-    return byte == 4 || byte == 6 || byte == 8 || byte == 10;
-}
-
+// Where the text has its hyphens (RFC 9562, section 4).
+constexpr std::array<std::size_t, 4> hyphens{8, 13, 18, 23};
 constexpr std::size_t textLength = 36;
-
-std::optional<std::uint8_t> hexDigit(char character) {
-    if (character >= '0' && character <= '9')
-        return static_cast<std::uint8_t>(character - '0');
-    if (character >= 'A' && character <= 'F')
-        return static_cast<std::uint8_t>(character - 'A' + 10);
-    if (character >= 'a' && character <= 'f')
-        return static_cast<std::uint8_t>(character - 'a' + 10);
-    return std::nullopt;
-}
 
 }  // namespace
 
@@ -68,32 +56,18 @@ std::optional<UUID> UUID::fromKdbxBytes(ByteView bytes) {
 }
 
 std::optional<UUID> UUID::fromText(std::string_view text) {
-    if (text.size() != textLength)
+    if (text.size() != textLength || std::ranges::any_of(hyphens, [&](auto index) { return text[index] != '-'; }))
         return std::nullopt;
-    UUID id;
-    std::size_t position = 0;
-    for (std::size_t i = 0; i < id.m_bytes.size(); ++i) {
-        if (hyphenBefore(i) && text[position++] != '-')
-            return std::nullopt;
-        const auto high = hexDigit(text[position++]);
-        const auto low = hexDigit(text[position++]);
-        if (!high || !low)
-            return std::nullopt;
-        id.m_bytes[i] = static_cast<std::uint8_t>(*high << 4 | *low);
-    }
-    return id;
+    std::string digits(text);
+    std::erase(digits, '-');
+    const auto bytes = hexDecode(digits);
+    return bytes ? fromKdbxBytes(*bytes) : std::nullopt;
 }
 
 std::string UUID::text() const {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    text.reserve(textLength);
-    for (std::size_t i = 0; i < m_bytes.size(); ++i) {
-        if (hyphenBefore(i))
-            text += '-';
-        text += digits[m_bytes[i] >> 4];
-        text += digits[m_bytes[i] & 0x0F];
-    }
+    auto text = hexadecimal(m_bytes, HexLetters::upper);
+    for (const auto index : hyphens)
+        text.insert(index, 1, '-');
     return text;
 }
 

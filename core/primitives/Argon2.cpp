@@ -5,6 +5,7 @@
 #include "core/primitives/Argon2Segment.h"
 #include "core/primitives/Argon2Team.h"
 #include "core/primitives/Blake2b.h"
+#include "core/primitives/Hexadecimal.h"
 #include "core/primitives/LittleEndian.h"
 #include "core/primitives/Overloaded.h"
 #include "core/primitives/Precondition.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <charconv>
 #include <limits>
 #include <new>
 
@@ -24,12 +24,6 @@ constexpr std::int64_t shortestOutput = 4;
 constexpr std::size_t shortestSalt = 8;
 constexpr std::uint32_t leastBlocksPerLane = 8;
 constexpr auto longestField = std::numeric_limits<std::uint32_t>::max();
-
-std::string hexadecimal(std::uint32_t value) {
-    std::array<char, 8> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
-    return {digits.data(), end};
-}
 
 /// What H0 is made of.
 struct Parameters {
@@ -231,7 +225,9 @@ std::string ErrorCases::describe(const Case& failure) {
             [](const InvalidSaltLength& e) {
                 return "Argon2: tuz en az 8 byte olmalı (" + std::to_string(e.value) + ").";
             },
-            [](const UnsupportedVersion& e) { return "Argon2: desteklenmeyen sürüm 0x" + hexadecimal(e.value) + "."; },
+            [](const UnsupportedVersion& e) {
+                return "Argon2: desteklenmeyen sürüm 0x" + hexadecimalNumber(e.value) + ".";
+            },
             [](const AllocationFailed&) { return "Argon2: bellek ayrılamadı."s; },
         },
         failure);

@@ -20,7 +20,6 @@ public:
     ~WorkingArea();
 
     [[nodiscard]] std::uint64_t* words() const noexcept { return m_words; }
-    [[nodiscard]] std::uint64_t* block(std::uint64_t index) const noexcept { return m_words + index * wordsPerBlock; }
 
 private:
     void* m_mapping;

@@ -24,11 +24,3 @@ Implementation widestVectors() noexcept {
                                                                    : Implementation::portable;
     return widest;
 }
-
-std::vector<Implementation> supportedVectors() {
-    std::vector<Implementation> supported;
-    for (const auto implementation : {Implementation::portable, Implementation::avx2, Implementation::avx512})
-        if (isSupported(implementation))
-            supported.push_back(implementation);
-    return supported;
-}

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 /// The ways in which hot loops are written, each for what a processor has. All that a loop has give the same bytes.
 enum class Implementation : std::uint8_t {
@@ -17,6 +16,3 @@ enum class Implementation : std::uint8_t {
 
 /// The supported one over the widest vectors. Asked once, then remembered.
 [[nodiscard]] Implementation widestVectors() noexcept;
-
-/// Every supported one over vectors, `portable` first.
-[[nodiscard]] std::vector<Implementation> supportedVectors();

@@ -17,6 +17,12 @@ template <std::integral Number>
     return number;
 }
 
+/// The number in the first bytes of a field, and 0 where there are too few: other writers' slips are forgiven.
+template <std::integral Number>
+[[nodiscard]] Number leadingLE(ByteView bytes) noexcept {
+    return bytes.size() < sizeof(Number) ? 0 : loadLE<Number>(bytes.data());
+}
+
 /// Writes a number to the bytes at `bytes`; the caller has made sure of their room.
 template <std::integral Number>
 void storeLE(std::uint8_t* bytes, Number number) noexcept {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/posix/PosixRescueStore.h"
 
+#include "core/primitives/Hexadecimal.h"
 #include "core/primitives/Random.h"
 #include "core/primitives/Sha2.h"
-#include "platform/posix/Hexadecimal.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

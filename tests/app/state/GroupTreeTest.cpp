@@ -183,7 +183,7 @@ TEST(GroupTreeTest, aChangeThatReplacesTheSubgroupsIsNotWalkedFurther) {
     int calls = 0;
     EXPECT_TRUE(GroupTree::mutateGroup(root, idOf(2), [&](KdbxGroup& group) {
         ++calls;
-        group.groups.replaceAll({KdbxGroup{.id = idOf(2), .name = "again"}});
+        group.groups = {KdbxGroup{.id = idOf(2), .name = "again"}};
         group.id = idOf(9);
     }));
     EXPECT_EQ(calls, 1);

@@ -121,7 +121,7 @@ TEST(KdbxGroupTest, theOrderOfEntriesAndSubgroupsCountsInEquality) {
     const KdbxEntry b;
     const KdbxGroup group{.entries = {a, b}};
     auto other = group;
-    other.entries.replaceAll({b, a});
+    other.entries = {b, a};
     EXPECT_NE(group, other);
 }
 

@@ -194,7 +194,7 @@ TEST(SharedArrayTest, replacesAndClearsAllWithoutTouchingItsCopies) {
     auto numbers = countingTo(3);
     const auto copy = numbers;
 
-    numbers.replaceAll({7, 8});
+    numbers = {7, 8};
     EXPECT_EQ(listed(numbers), (std::vector{7, 8}));
     numbers.clear();
     EXPECT_EQ(numbers.size(), 0u);

@@ -395,7 +395,7 @@ TEST(Argon2MemoryTest, beginsWithZeros) {
     const Argon2::WorkingArea area(4096);
     for (const std::uint64_t block : {0, 2047, 4095})
         for (std::uint32_t word = 0; word < 128; ++word)
-            ASSERT_EQ(area.block(block)[word], 0U);
+            ASSERT_EQ(area.words()[block * Argon2::wordsPerBlock + word], 0U);
 }
 
 TEST(Argon2MemoryTest, isAlignedForHugePagesWhereItIsAsLargeAsOne) {
@@ -428,11 +428,13 @@ TEST(Argon2MemoryTest, wipesTheBlocksThatItIsToldAndNoOther) {
     const Argon2::WorkingArea area(16);
     std::fill_n(area.words(), 16 * 128, ~std::uint64_t{0});
 
-    Argon2::wipeBlocks(area.block(1), 14);
+    Argon2::wipeBlocks(area.words() + Argon2::wordsPerBlock, 14);
 
     for (std::uint64_t block = 0; block < 16; ++block)
         for (std::uint32_t word = 0; word < 128; ++word)
-            ASSERT_EQ(area.block(block)[word], block == 0 || block == 15 ? ~std::uint64_t{0} : 0) << block;
+            ASSERT_EQ(area.words()[block * Argon2::wordsPerBlock + word],
+                      block == 0 || block == 15 ? ~std::uint64_t{0} : 0)
+                << block;
 }
 
 TEST(Argon2DeathTest, stopsAtAnOutputLengthBeyond32Bits) {

@@ -196,4 +196,14 @@ TEST(BytesViewTest, borrowTextAndGiveItBack) {
     EXPECT_TRUE(copyOf({}).empty());
 }
 
+TEST(BytesTest, comparesInConstantTimeByEveryByteAndTheSize) {
+    const Bytes bytes{1, 2, 3};
+
+    EXPECT_TRUE(constantTimeEquals(bytes, Bytes{1, 2, 3}));
+    EXPECT_TRUE(constantTimeEquals({}, {}));
+    EXPECT_FALSE(constantTimeEquals(bytes, Bytes{0, 2, 3}));
+    EXPECT_FALSE(constantTimeEquals(bytes, Bytes{1, 2, 4}));
+    EXPECT_FALSE(constantTimeEquals(bytes, Bytes{1, 2}));
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <vector>
 
 /// A source of test material that gives the same in every run.
 class Material {
@@ -26,6 +27,15 @@ public:
 private:
     std::mt19937_64 m_engine;
 };
+
+/// Every supported implementation over vectors, `portable` first.
+inline std::vector<Implementation> supportedVectors() {
+    std::vector<Implementation> supported;
+    for (const auto implementation : {Implementation::portable, Implementation::avx2, Implementation::avx512})
+        if (isSupported(implementation))
+            supported.push_back(implementation);
+    return supported;
+}
 
 /// What an implementation over vectors is called in a test's name.
 inline std::string nameOf(Implementation implementation) {
