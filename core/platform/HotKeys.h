@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <functional>
 
-/// Modifiers as settings store them: Carbon's (HIToolbox/Events.h: cmdKey and so on).
+/// Modifiers as settings store them.
 enum HotKeyModifier : std::uint32_t {
     hotKeyCommand = 0x100,
     hotKeyShift = 0x200,

@@ -10,7 +10,7 @@
 #include <span>
 #include <string_view>
 
-/// The modifier bits of a key event: those of CGEventFlags (CoreGraphics/CGEventTypes.h).
+/// The modifier bits of a key event.
 namespace KeyFlag {
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;

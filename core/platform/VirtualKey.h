@@ -9,7 +9,7 @@
 /// position on the keyboard, whatever the layout gives there; its name is what a US keyboard has at that position.
 namespace VirtualKey {
 
-/// The codes are Carbon's (HIToolbox/Events.h: kVK_ANSI_A and so on). What is Insert here, Carbon calls Help.
+/// The codes are those of the settings, which have stored a hot key's key by them from the first version on.
 enum Code : std::uint16_t {
     // clang-format off
     a = 0, s = 1, d = 2, f = 3, h = 4, g = 5, z = 6, x = 7, c = 8, v = 9,

@@ -16,7 +16,7 @@ class PagedText : public QWidget {
     Q_OBJECT
 
 public:
-    /// `key` begins the object names of what takes the focus: "notes", "notes.next".
+    /// `key` begins the object names of what takes the focus.
     PagedText(const QString& name, const QString& key, std::string text, QWidget* parent = nullptr);
 
     [[nodiscard]] std::size_t pageCount() const noexcept { return m_pages.size(); }

@@ -196,7 +196,7 @@ TEST(BytesViewTest, borrowTextAndGiveItBack) {
     EXPECT_TRUE(copyOf({}).empty());
 }
 
-TEST(BytesTest, comparesInConstantTimeByEveryByteAndTheSize) {
+TEST_F(BytesTest, comparesInConstantTimeByEveryByteAndTheSize) {
     const Bytes bytes{1, 2, 3};
 
     EXPECT_TRUE(constantTimeEquals(bytes, Bytes{1, 2, 3}));

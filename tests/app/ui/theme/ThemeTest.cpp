@@ -161,6 +161,7 @@ std::map<QString, QString> symbolsInSources() {
     static const QRegularExpression called(
         R"re((?:IconButton|CopyButton|EmptyStateView|setSymbol|Symbol::\w+|[bB]adge|framed|\badd)\((?:[^;"]|"[^"]*"\)?,)*?)re"
         R"re(QStringLiteral\("([a-z][a-z0-9.]*)"\))re");
+    static const QRegularExpression ofCommand(R"re(\.symbol = QStringLiteral\("([a-z][a-z0-9.]*)"\))re");
     std::map<QString, QString> names;
     QDirIterator sources(QStringLiteral(BRENVIK_SOURCES "/app/ui"), {"*.cpp", "*.h"}, QDir::Files,
                          QDirIterator::Subdirectories);
@@ -171,7 +172,7 @@ std::map<QString, QString> symbolsInSources() {
         for (const auto& line : QString::fromUtf8(file.readAll()).split('\n'))
             if (!line.contains("ObjectName("))
                 text += line + '\n';
-        for (const auto* const pattern : {&dotted, &called})
+        for (const auto* const pattern : {&dotted, &called, &ofCommand})
             for (auto found = pattern->globalMatch(text); found.hasNext();)
                 names.emplace(found.next().captured(1), sources.fileName());
     }
