@@ -6,7 +6,6 @@
 #include "core/model/KdbxError.h"
 
 #include <algorithm>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -105,15 +104,21 @@ bool fitsWithItsEntries(const KdbxGroup& group, std::size_t level) {
 
 bool fits(const KdbxGroup& group, std::size_t level) {
     GroupWalk walk(group);
-    return std::ranges::all_of(
-        walk, [&](const KdbxGroup& each) { return fitsWithItsEntries(each, level + walk.level() - 1); });
+    for (const auto& each : walk)
+        if (!fitsWithItsEntries(each, level + walk.level() - 1))
+            return false;
+    return true;
 }
 
 // What fits at a level fits at each above it.
 std::size_t deepestLevelFor(const KdbxGroup& group) {
-    const auto levels = std::views::iota(std::size_t{1}, static_cast<std::size_t>(deepestElement));
-    const auto tooDeep = std::ranges::partition_point(levels, [&](std::size_t level) { return fits(group, level); });
-    return static_cast<std::size_t>(tooDeep - levels.begin());
+    std::size_t fitting = 0;
+    std::size_t tooDeep = deepestElement;
+    while (tooDeep - fitting > 1) {
+        const auto middle = fitting + (tooDeep - fitting) / 2;
+        (fits(group, middle) ? fitting : tooDeep) = middle;
+    }
+    return fitting;
 }
 
 void require(const KdbxGroup& group, std::size_t level) {
