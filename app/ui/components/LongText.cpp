@@ -12,7 +12,7 @@
 namespace {
 
 constexpr qsizetype longestWord = 500;
-constexpr std::size_t longestField = 70'000;
+constexpr std::size_t longestField = 16'000;
 constexpr qsizetype longestArea = 3'000'000;
 constexpr qsizetype longestEditedWord = 4000;
 constexpr qsizetype longestEditedLine = 30'000;

@@ -359,10 +359,10 @@ TEST_F(LongEditTest, tagsThatNobodyHasTouchedKeepTheirCommas) {
 
 TEST_F(LongEditTest, aTextThatAFieldCanTakeIsEditedInIt) {
     auto entry = fullEntry();
-    entry.url = std::string(65'536, 'u');
+    entry.url = std::string(15'000, 'u');
     entry.notes = lines;
     editThis(entry);
-    EXPECT_EQ(field("Adres").text().size(), 65'536);
+    EXPECT_EQ(field("Adres").text().size(), 15'000);
     EXPECT_FALSE(field("Adres").isReadOnly());
     EXPECT_FALSE(notes().isReadOnly());
     EXPECT_EQ(notes().toPlainText().toStdString(), lines);
