@@ -3,6 +3,8 @@
 #include "app/ui/commands/Command.h"
 #include "app/ui/commands/Commands.h"
 
+#include <QWidget>
+
 #include <algorithm>
 #include <vector>
 
