@@ -370,7 +370,7 @@ class Program:
                         f"the keyboard in {name}")
 
     def press_and_see_focus_move(self, key):
-        """A further key before that would go on from a place that nobody has seen."""
+        """A further key before that would go on from a place that was not looked at."""
         def place():
             focused = self.focused()
             if focused is None:

@@ -80,7 +80,7 @@ private:
     QAbstractButton& m_button;
 };
 
-/// What Qt tells of as a plain widget of that role.
+/// What Qt presents as a plain widget of that role.
 struct PlainKind {
     QLatin1String className;
     QAccessible::Role role;

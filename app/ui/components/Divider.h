@@ -5,9 +5,9 @@
 
 class QAccessibleInterface;
 
-/// A divider of two columns: a hairline that takes the pointer some points to either side. No stop of Tab, but whoever
-/// gives it the keyboard can move it: the arrows, Home and End move it, Return leaves it there, Escape takes back what
-/// they did. Screen readers hear and set the width of the column before it.
+/// A divider of two columns: a hairline that takes the pointer some points to either side. No stop of Tab, but once
+/// it has the keyboard it is moved by keys: the arrows, Home and End move it, Return leaves it there, Escape takes back
+/// what they did. Screen readers hear and set the width of the column before it.
 class Divider : public QSplitterHandle {
     Q_OBJECT
 
@@ -18,10 +18,10 @@ public:
     [[nodiscard]] int columnWidth() const;
     [[nodiscard]] int narrowest() const { return limits().first; }
     [[nodiscard]] int widest() const { return limits().second; }
-    /// Brought into its limits. The splitter tells of it as of a drag.
+    /// Brought into its limits. The splitter announces it as it does a drag.
     void setColumnWidth(int width);
 
-    /// What a screen reader is told of a divider.
+    /// What a screen reader hears of a divider.
     [[nodiscard]] static QAccessibleInterface* accessible(Divider& divider);
 
 signals:

@@ -30,7 +30,7 @@ inline constexpr std::size_t pageBytes = 8192;
 /// many lines would with this one.
 [[nodiscard]] bool isTooLongForField(std::size_t size);
 [[nodiscard]] bool isTooLongForArea(const QString& text);
-/// What the user is told where a text is shown in part and kept as it is.
+/// The explanation for the user where a text is shown in part and kept as it is.
 [[nodiscard]] QString whyItIsKept();
 
 /// Where a text is broken into lines: between words, unless one is so long that looking for its end at each line would

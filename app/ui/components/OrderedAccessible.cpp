@@ -71,8 +71,8 @@ QList<QList<Block>> linesOf(const QList<Block>& blocks) {
     return cut(blocks, heightOf);
 }
 
-/// A block at an end that is as high as the lines beside it keeps these from being told apart: it is one column, and
-/// they are the other.
+/// A block at an end that is as high as the lines beside it joins these into one line: it is one column, and they are
+/// the other.
 QList<QList<Block>> columnsOf(const QList<Block>& blocks, Qt::LayoutDirection direction) {
     auto columns = cut(blocks, widthOf);
     if (direction == Qt::RightToLeft)
@@ -104,7 +104,7 @@ QList<QWidget*> inReadingOrder(const QList<Block>& blocks, Qt::LayoutDirection d
     return ordered;
 }
 
-/// Lines from top to bottom, or columns where lines cannot be told apart, and so on in each. Hidden parts are last.
+/// Lines from top to bottom, or columns where no straight line parts lines, and so on in each. Hidden parts are last.
 QList<QWidget*> readingOrder(QList<Block> blocks, Qt::LayoutDirection direction) {
     const auto hidden =
         std::stable_partition(blocks.begin(), blocks.end(), [](const Block& block) { return !block.area.isNull(); });

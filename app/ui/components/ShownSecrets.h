@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// When a secret that was shown is shown no more. What painted it and what told assistive programs of it has traces
-/// left then, which those widgets cannot reach.
+/// When a secret that was shown is shown no more. What painted it, and what carried it to assistive programs, has
+/// traces left then, which those widgets cannot reach.
 namespace ShownSecrets {
 
 /// Calls `observer` after each, for as long as the subscription lives.

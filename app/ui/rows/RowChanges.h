@@ -63,7 +63,8 @@ std::vector<RowChanges::Run> RowChanges::runsWhere(const Rows& before, const Row
     return runs;
 }
 
-/// More than a view is told one by one: rows that go and rows that come, other than by one move, or too many of them.
+/// More than is announced to a view one by one: rows that go and rows that come, other than by one move, or too many of
+/// them.
 inline bool RowChanges::areMany() const noexcept {
     if (removed.empty() || inserted.empty())
         return removed.size() + inserted.size() > mostRuns;

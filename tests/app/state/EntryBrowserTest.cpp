@@ -93,7 +93,7 @@ TEST(EntryBrowserTest, holdsNoEntryOnceItHasForgotten) {
     browser.forget();
     const auto* const before = &root.entries[0];
     root.entries.mutableAt(0).title = "x";
-    EXPECT_EQ(&root.entries[0], before);  // what nobody else holds is changed in place
+    EXPECT_EQ(&root.entries[0], before);  // what is not shared is changed in place
 }
 
 }  // namespace
