@@ -72,23 +72,7 @@ class OrderTest(DesktopTest):
 
 class CardTest(OrderTest):
     def test_the_lock_card_is_read_as_it_is_seen(self):
-        self.check("the chooser")
-        press("ctrl+n")
-        self.program.node("text", "Dosya adı:")
-        self.check("the file panel")
-        self.answer_file_panel(self.program.home / "Yeni.kdbx")
-        self.program.node("password text", "Parolayı doğrula")
-        type_text("abc")
-        self.check("the card to seal")
-        self.program.push("Dosya seç…")
-        self.answer_file_panel(self.vault)
-        self.program.button("Kaldır")
-        self.check("the card with a key file")
-        self.choose_vault()
-        self.check("the card to open")
-        self.enter_password("yanlis")
-        wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
-        self.check("the card with a failure")
+        self.visit_each_card(self.check)
 
     def test_the_question_is_read_as_it_is_seen(self):
         press("ctrl+n")

@@ -108,6 +108,26 @@ class DesktopTest(unittest.TestCase):
         self.answer_file_panel(self.vault)
         self.program.focus_is_on("Ana parola")
 
+    def visit_each_card(self, check):
+        """Calls `check` with the name of each state of the lock card, from the first screen to a failed opening."""
+        check("the chooser")
+        press("ctrl+n")
+        self.program.node("text", "Dosya adı:")
+        check("the file panel")
+        self.answer_file_panel(self.program.home / "Yeni.kdbx")
+        self.program.node("password text", "Parolayı doğrula")
+        type_text("abc")
+        check("the card to seal")
+        self.program.push("Dosya seç…")
+        self.answer_file_panel(self.vault)
+        self.program.button("Kaldır")
+        check("the card with a key file")
+        self.choose_vault()
+        check("the card to open")
+        self.enter_password("yanlis")
+        wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure")
+        check("the card with a failure")
+
     def enter_password(self, password=PASSWORD):
         type_text(password)
         press("Return")
