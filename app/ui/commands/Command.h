@@ -56,6 +56,7 @@ struct Command {
         int block = 0;
     };
 
+    using OnSession = void (*)(AppState&);
     /// Asks the session for it, for one entry; without one, for the focused entry.
     using OnEntry = void (*)(AppState&, const KdbxEntry*);
     /// The same for entries, which are the selected ones in the menu bar.
@@ -69,7 +70,7 @@ struct Command {
     QString title;  // in the menu bar, where each word has a capital
     QList<QKeySequence> keys{};
     bool (Commands::*isEnabled)() const = nullptr;  // in the menu bar
-    std::variant<OnWindow, OnEntry, OnEntries, OnGroup> act;
+    std::variant<OnWindow, OnSession, OnEntry, OnEntries, OnGroup> act;
     QString symbol{};                 // of its buttons
     bool repeats = false;             // a key that is held down goes on step by step
     bool worksWhileDeriving = false;  // also while the session waits for a key
@@ -84,6 +85,7 @@ struct Command {
     /// What its button's tooltip says: "Kaydet (⌘S)".
     [[nodiscard]] QString tip() const;
 
+    void operator()(AppState& state) const { std::get<OnSession>(act)(state); }
     void operator()(AppState& state, const KdbxEntry* entry) const { std::get<OnEntry>(act)(state, entry); }
     void operator()(AppState& state, const std::set<UUID>& entryIDs) const {
         std::get<OnEntries>(act)(state, entryIDs);

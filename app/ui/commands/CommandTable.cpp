@@ -13,11 +13,11 @@ namespace {
 using ID = Command::ID;
 using Menu = Command::Place::Menu;
 
-// Of the menu bar, which acts on the group that the list shows.
+/// A form for something new in the group that the list shows.
 template <Route (*form)(UUID)>
-void showForm(Commands& commands) {
-    if (const auto group = commands.groupForNew())
-        commands.state().setRoute(form(*group));
+void showForm(AppState& state) {
+    if (const auto* const root = state.root())
+        state.setRoute(form(state.selectedGroupID().value_or(root->id)));
 }
 
 void showEditor(AppState& state, const KdbxEntry* entry) {
@@ -78,14 +78,14 @@ std::vector<Command> editCommands() {
          .title = QStringLiteral("Geri Al"),
          .keys = {Qt::CTRL | Qt::Key_Z},
          .isEnabled = &Commands::canUndo,
-         .act = [](Commands& commands) { commands.state().undo(); },
+         .act = [](AppState& state) { state.undo(); },
          .repeats = true},
         {.id = ID::redo,
          .place = {Menu::edit, 0},
          .title = QStringLiteral("Yinele"),
          .keys = {Qt::CTRL | Qt::SHIFT | Qt::Key_Z, Qt::CTRL | Qt::Key_Y},
          .isEnabled = &Commands::canRedo,
-         .act = [](Commands& commands) { commands.state().redo(); },
+         .act = [](AppState& state) { state.redo(); },
          .repeats = true},
         {.place = {Menu::edit, 3},
          .title = QStringLiteral("Ayarlar…"),
@@ -217,7 +217,7 @@ std::vector<Command> otherCommands() {
          .title = QStringLiteral("Parola Üret…"),
          .keys = {Qt::CTRL | Qt::Key_G},
          .isEnabled = &Commands::losesNoForm,
-         .act = [](Commands& commands) { commands.state().setRoute(Route::generator(std::nullopt)); }},
+         .act = [](AppState& state) { state.setRoute(Route::generator(std::nullopt)); }},
         {.id = ID::clearClipboard,
          .place = {Menu::tools, 0},
          .title = QStringLiteral("Panoyu Şimdi Temizle"),
@@ -228,7 +228,7 @@ std::vector<Command> otherCommands() {
          .title = QStringLiteral("Ara"),
          .keys = {Qt::CTRL | Qt::Key_F},
          .isEnabled = &Commands::isInReach,
-         .act = [](Commands& commands) { commands.state().focusSearch(); }},
+         .act = [](AppState& state) { state.focusSearch(); }},
         {.id = ID::groupColumn,
          .place = {Menu::view, 1},
          .title = QStringLiteral("Yan Sütunu Gizle"),

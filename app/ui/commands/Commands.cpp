@@ -5,6 +5,7 @@
 #include "app/ui/commands/TextCommands.h"
 #include "app/ui/components/FilePanels.h"
 #include "app/ui/components/Texts.h"
+#include "app/ui/components/WaitCursor.h"
 #include "core/clipboard/ClipboardService.h"
 
 #include <QAction>
@@ -19,15 +20,6 @@
 namespace {
 
 constexpr int textBlock = 1;  // of the menu "Düzen": what is done with a text, and behind it the selection of all
-
-/// The wait cursor for as long as a vault is encrypted.
-class WaitCursor {
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor&) = delete;
-    WaitCursor& operator=(const WaitCursor&) = delete;
-};
 
 }  // namespace
 
@@ -60,6 +52,8 @@ void Commands::makeAction(const Command& command) {
 void Commands::perform(const Command& command) {
     if (const auto* const ask = std::get_if<Command::OnWindow>(&command.act))
         (*ask)(*this);
+    else if (std::holds_alternative<Command::OnSession>(command.act))
+        command(m_state);
     else if (std::holds_alternative<Command::OnEntry>(command.act))
         command(m_state, nullptr);
     else
@@ -308,9 +302,4 @@ void Commands::shift(AppState::Shift direction) {
         m_state.shiftEntries(std::set(m_state.selectedEntryIDs()), direction);
     else if (const auto id = movableGroup())
         m_state.shiftGroup(*id, direction);
-}
-
-std::optional<UUID> Commands::groupForNew() const {
-    const auto* root = m_state.root();
-    return root ? m_state.selectedGroupID().value_or(root->id) : std::optional<UUID>();
 }

@@ -53,9 +53,7 @@ public:
     void setWaiting(bool isWaiting);
 
     // What the table's rows ask for.
-    [[nodiscard]] AppState& state() const noexcept { return m_state; }
     [[nodiscard]] QWidget& window() const noexcept { return m_window; }
-    [[nodiscard]] std::optional<UUID> groupForNew() const;
     void createDatabase();
     void openDatabase();
     void save();

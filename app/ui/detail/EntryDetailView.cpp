@@ -93,7 +93,7 @@ void EntryDetailView::arrange() {
 void EntryDetailView::connectControls() {
     connect(m_edit, &IconButton::clicked, this, [this] {
         if (m_entry)
-            m_environment.state.setRoute(AppState::Route::editEntry(m_entry->id));
+            Command::of(Command::ID::edit)(m_environment.state, &*m_entry);
     });
     connect(&m_environment.preferences, &Preferences::defaultAutoTypeSequenceChanged, this, [this] {
         if (m_entry)

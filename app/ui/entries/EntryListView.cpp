@@ -84,7 +84,7 @@ void EntryListView::makeHeader() {
     m_sort->setMenu(new EntrySortMenu(m_state, this));
     m_header->addAction(m_sort);
     m_header->addAction(m_add);
-    connect(m_add, &IconButton::clicked, this, &EntryListView::addEntry);
+    connect(m_add, &IconButton::clicked, this, [this] { Command::of(Command::ID::newEntry)(m_state); });
 }
 
 void EntryListView::arrange() {
@@ -106,7 +106,7 @@ void EntryListView::arrange() {
 void EntryListView::connectList() {
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &EntryListView::storeSelection);
     connect(m_list, &RowListView::menuRequested, this, &EntryListView::openMenu);
-    connect(m_list, &RowListView::clickedTwice, this, &EntryListView::editFocusedEntry);
+    connect(m_list, &RowListView::clickedTwice, this, [this] { Command::of(Command::ID::edit)(m_state, nullptr); });
     connect(m_list, &RowListView::dragStarted, this, &EntryListView::drag);
     new RowDropTarget(*m_list,
                       {.placeAt = [this](const QPoint& position) { return dropPlaceAt(position); },
@@ -214,7 +214,7 @@ EmptyStateView* EntryListView::emptyState() {
         auto* const empty = new EmptyStateView(
             QStringLiteral("tray"), tr("Bu grup boş"),
             tr("Buraya ilk kaydını ekle; kullanıcı adı, parola ve otomatik yazma sekansı saklanır."));
-        empty->setAction(tr("Kayıt ekle"), [this] { addEntry(); });
+        empty->setAction(tr("Kayıt ekle"), [this] { Command::of(Command::ID::newEntry)(m_state); });
         return empty;
     }
     auto* const empty = new EmptyStateView(QStringLiteral("magnifyingglass"), tr("Eşleşme yok"),
@@ -273,16 +273,6 @@ void EntryListView::storeSelection() {
     std::sort(ids.begin(), ids.end());  // a set takes what is sorted many times as fast
     const QScopedValueRollback showing(m_isShowing, true);
     m_state.setSelectedEntryIDs(std::set(ids.begin(), ids.end()));
-}
-
-void EntryListView::addEntry() {
-    if (const auto* root = m_state.root())
-        m_state.setRoute(AppState::Route::newEntry(m_state.selectedGroupID().value_or(root->id)));
-}
-
-void EntryListView::editFocusedEntry() {
-    if (const auto* entry = m_state.focusedEntry())
-        m_state.setRoute(AppState::Route::editEntry(entry->id));
 }
 
 void EntryListView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {

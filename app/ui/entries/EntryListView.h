@@ -66,8 +66,6 @@ private:
     void showCurrent(const std::optional<UUID>& id, int row);
     void storeSelection();
 
-    void addEntry();
-    void editFocusedEntry();
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);
     bool answerKey(const QKeyEvent& event);
     bool selectCurrent();

@@ -75,7 +75,7 @@ void GroupTreeView::arrange() {
 }
 
 void GroupTreeView::connectList() {
-    connect(m_add, &IconButton::clicked, this, &GroupTreeView::addGroup);
+    connect(m_add, &IconButton::clicked, this, [this] { Command::of(Command::ID::newGroup)(m_state); });
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &GroupTreeView::storeSelection);
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &GroupTreeView::followSelection);
     connect(m_list, &RowListView::clicked, this, &GroupTreeView::choose);
@@ -139,11 +139,6 @@ void GroupTreeView::choose(const QModelIndex& index) {
         return;
     m_state.setSelectedGroupID(m_model->group(index.row()).id);
     m_state.setSelectedEntryIDs({});
-}
-
-void GroupTreeView::addGroup() {
-    if (const auto* root = m_state.root())
-        m_state.setRoute(AppState::Route::newGroup(m_state.selectedGroupID().value_or(root->id)));
 }
 
 void GroupTreeView::openMenu(const QModelIndex& index, const QPoint& globalPosition) {

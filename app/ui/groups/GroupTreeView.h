@@ -46,7 +46,6 @@ private:
     void storeSelection();
     void followSelection();
     void choose(const QModelIndex& index);
-    void addGroup();
     void openMenu(const QModelIndex& index, const QPoint& globalPosition);
 
     bool answerKey(const QKeyEvent& event);
