@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/Preferences.h"
 
+#include "core/autotype/AutoTypeSequence.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/platform/HotKeys.h"
 
@@ -102,8 +103,8 @@ Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObj
       m_sortColumn(stored<std::string>(store, "sortColumn").value_or("title")),
       m_sortAscending(stored<bool>(store, "sortAscending").value_or(true)),
       m_clipboardTimeout(clipboardTimeoutFrom(storedNumber(store, "clipboardTimeout"))),
-      m_defaultAutoTypeSequence(
-          stored<std::string>(store, "defaultAutoTypeSequence").value_or("{USERNAME}{TAB}{PASSWORD}{ENTER}")),
+      m_defaultAutoTypeSequence(stored<std::string>(store, "defaultAutoTypeSequence")
+                                    .value_or(std::string(AutoTypeSequence::defaultSequence))),
       m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(HotKey().keyCode)),
       m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(HotKey().modifiers)),
       m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/SecretField.h"
 
-#include "app/ui/components/IconButton.h"
+#include "app/ui/components/EyeButton.h"
 #include "app/ui/components/ShownSecrets.h"
 #include "app/ui/components/Texts.h"
 #include "app/ui/theme/Theme.h"
@@ -31,8 +31,7 @@ void overwrite(const QString& shared) {
 
 }  // namespace
 
-SecretField::SecretField(const QString& name, QWidget* parent)
-    : TextField(name, parent), m_eye(new IconButton(QStringLiteral("eye"), tr("Göster"), this)) {
+SecretField::SecretField(const QString& name, QWidget* parent) : TextField(name, parent), m_eye(new EyeButton(this)) {
     setDragEnabled(false);
     m_eye->setSides(eyeSide, eyeSymbol);
     connect(this, &SecretField::textChanged, this, &SecretField::showLetters);
@@ -82,8 +81,7 @@ void SecretField::showRevealed() {
     setInputMethodHints(m_isMasking ? secretHints : Qt::ImhNone);
     setTrailingRoom(m_isMasking ? eyeSide : 0);
     m_eye->setVisible(m_isMasking);
-    m_eye->setSymbol(m_isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
-    m_eye->setTip(m_isRevealed ? tr("Gizle") : tr("Göster"));
+    m_eye->showRevealed(m_isRevealed);
     showLetters();
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-class IconButton;
+class EyeButton;
 
 /// A text field for a secret, with an eye at its end that shows and hides it.
 /// Hidden or shown, its text is never offered for dragging, prediction, undo after use or the primary selection.
@@ -54,7 +54,7 @@ private:
     bool select(const QKeyEvent& event);
     bool deleteLine(const QKeyEvent& event);
 
-    IconButton* m_eye;
+    EyeButton* m_eye;
     std::function<void(std::string_view)> m_copy;
     bool m_isRevealed = false;
     bool m_isMasking = true;

@@ -8,6 +8,7 @@
 #include "app/ui/components/BrandDate.h"
 #include "app/ui/components/Card.h"
 #include "app/ui/components/CopyButton.h"
+#include "app/ui/components/EyeButton.h"
 #include "app/ui/components/FieldRow.h"
 #include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/IconButton.h"
@@ -240,11 +241,10 @@ FieldRow* EntryDetailContent::valueRow(const QString& label, const QString& key,
 /// An eye at the row's end. `turnRound` gives whether the secret shows from now on.
 void EntryDetailContent::addEye(FieldRow& row, SecretText& secret, const QString& key, const QString& field,
                                 std::function<bool()> turnRound) {
-    auto* const eye = new IconButton(QStringLiteral("eye"), tr("Göster"));
+    auto* const eye = new EyeButton;
     const auto show = [eye, &secret](bool isRevealed) {
         secret.setRevealed(isRevealed);
-        eye->setSymbol(isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
-        eye->setTip(isRevealed ? tr("Gizle") : tr("Göster"));
+        eye->showRevealed(isRevealed);
     };
     show(secret.isRevealed());
     eye->setObjectName(key + QStringLiteral(".reveal"));

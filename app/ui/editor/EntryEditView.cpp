@@ -12,6 +12,7 @@
 #include "app/ui/components/IconPicker.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/SecretField.h"
+#include "app/ui/components/SequenceHint.h"
 #include "app/ui/components/StrengthMeter.h"
 #include "app/ui/components/TextArea.h"
 #include "app/ui/components/Texts.h"
@@ -160,8 +161,7 @@ QWidget* EntryEditView::makePasswordCard() {
 QWidget* EntryEditView::makeAutoTypeCard() {
     auto* const card = new Card(tr("Otomatik yazma"));
     m_sequenceField = new FormField(tr("Sekans"), m_customSequence);
-    m_sequenceField->setHint(
-        tr("{USERNAME} {PASSWORD} {TAB} {ENTER} {DELAY 200} {CLEARFIELD} {URL} {TITLE} {NOTES} {S:AlanAdı}"));
+    m_sequenceField->setHint(sequenceHint());
     card->content()->addWidget(m_autoTypeEnabled);
     card->content()->addWidget(m_useCustomSequence);
     card->content()->addWidget(m_sequenceField);
@@ -272,7 +272,7 @@ KdbxEntry EntryEditView::editedEntry() const {
     return entry;
 }
 
-/// Those that nobody has touched stay as they are, also where one has a comma in it.
+/// Tags that were not edited stay as they are, also where one has a comma in it.
 void EntryEditView::takeTags(KdbxEntry& entry) const {
     const auto text = m_tags->wholeText();
     if (text == joined(entry.tags))

@@ -7,7 +7,7 @@
 #include "app/state/WipedAtEnd.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Card.h"
-#include "app/ui/components/IconButton.h"
+#include "app/ui/components/EyeButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/QuickButtons.h"
 #include "app/ui/components/SelectableSecretText.h"
@@ -59,7 +59,7 @@ Card* PasswordGeneratorView::makePreview() {
     m_preview = new SelectableSecretText(tr("Önizleme"));
     m_preview->setFontSizes(previewSize, longPreviewSize);
     m_preview->setMinimumHeight(previewHeight);
-    m_eye = new IconButton(QStringLiteral("eye"), tr("Göster"));
+    m_eye = new EyeButton;
     m_eye->setSides(Metric::controlHeightSmall, eyeSymbol);
 
     auto* const copy = new Button(tr("Kopyala"));
@@ -178,8 +178,7 @@ void PasswordGeneratorView::showOptions() {
 
 void PasswordGeneratorView::setRevealed(bool isRevealed) {
     m_preview->setRevealed(isRevealed);
-    m_eye->setSymbol(isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
-    m_eye->setTip(isRevealed ? tr("Gizle") : tr("Göster"));
+    m_eye->showRevealed(isRevealed);
 }
 
 void PasswordGeneratorView::copy() const {

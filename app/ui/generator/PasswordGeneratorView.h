@@ -10,7 +10,7 @@
 #include <optional>
 
 class Card;
-class IconButton;
+class EyeButton;
 class SelectableSecretText;
 class QuickButtons;
 class Slider;
@@ -51,7 +51,7 @@ private:
     PasswordGenerator::Options m_options;
     SecureString m_generated;
     SelectableSecretText* m_preview = nullptr;
-    IconButton* m_eye = nullptr;
+    EyeButton* m_eye = nullptr;
     TextLabel* m_lengthText = nullptr;
     Slider* m_length = nullptr;
     QuickButtons* m_quickLengths = nullptr;

@@ -9,6 +9,7 @@
 #include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/QuickButtons.h"
+#include "app/ui/components/SequenceHint.h"
 #include "app/ui/components/Slider.h"
 #include "app/ui/components/TextField.h"
 #include "app/ui/components/Texts.h"
@@ -104,9 +105,7 @@ void AutoTypeCard::arrange() {
     field->setSpacing(labelGap);
     field->addWidget(label);
     field->addWidget(m_sequence);
-    field->addWidget(new Paragraph(
-        tr("{USERNAME} {PASSWORD} {TAB} {ENTER} {DELAY 200} {CLEARFIELD} {URL} {TITLE} {NOTES} {S:AlanAdı}"),
-        BrandFont::mono(11), Palette::textSoft));
+    field->addWidget(new Paragraph(sequenceHint(), BrandFont::mono(11), Palette::textSoft));
     content()->addLayout(field);
     content()->addWidget(m_reset, 0, Qt::AlignLeading);
     content()->addWidget(m_permission);

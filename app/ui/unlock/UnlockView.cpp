@@ -16,6 +16,7 @@
 #include "app/ui/components/StrengthMeter.h"
 #include "app/ui/components/SymbolMark.h"
 #include "app/ui/components/Texts.h"
+#include "app/ui/components/WaitCursor.h"
 #include "app/ui/theme/Theme.h"
 #include "app/ui/unlock/DerivationProgress.h"
 #include "app/ui/unlock/ShakingBanner.h"
@@ -398,17 +399,20 @@ bool UnlockView::canSubmit() const {
     return !m_password->text().isEmpty() || m_keyFile;
 }
 
+void UnlockView::openOrSeal() {
+    const WaitCursor waiting;
+    if (m_isCreating)
+        m_state.sealDatabase(*m_state.databaseURL(), m_password->secret(), m_keyFile);
+    else
+        m_state.unlock(m_password->secret(), m_keyFile);
+}
+
 void UnlockView::submit() {
     if (!canSubmit())
         return;
     m_isBusy = true;
     showSubmit();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    if (m_isCreating)
-        m_state.sealDatabase(*m_state.databaseURL(), m_password->secret(), m_keyFile);
-    else
-        m_state.unlock(m_password->secret(), m_keyFile);
-    QApplication::restoreOverrideCursor();
+    openOrSeal();
     if (!m_state.isLocked()) {
         m_password->setSecret({});
         m_confirmation->setSecret({});

@@ -67,6 +67,7 @@ private:
     void answerFile();
 
     void submit();
+    void openOrSeal();
     void chooseDatabase();
     void chooseNewDatabase();
     void chooseKeyFile();
