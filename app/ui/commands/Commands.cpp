@@ -93,12 +93,12 @@ void Commands::fill(QMenuBar& bar) {
         }
         return menu;
     };
-    add(Menu::file, tr("&Dosya"));
-    connect(add(Menu::edit, tr("Dü&zen")), &QMenu::aboutToShow, m_text, &TextCommands::showEnabled);
-    add(Menu::entry, tr("&Kayıt"));
-    add(Menu::tools, tr("&Araçlar"));
-    add(Menu::view, tr("&Görünüm"));
-    add(Menu::help, tr("&Yardım"));
+    add(Menu::file, QStringLiteral("&Dosya"));
+    connect(add(Menu::edit, QStringLiteral("Dü&zen")), &QMenu::aboutToShow, m_text, &TextCommands::showEnabled);
+    add(Menu::entry, QStringLiteral("&Kayıt"));
+    add(Menu::tools, QStringLiteral("&Araçlar"));
+    add(Menu::view, QStringLiteral("&Görünüm"));
+    add(Menu::help, QStringLiteral("&Yardım"));
 }
 
 void Commands::fillMore(QMenu& menu) {
@@ -110,21 +110,23 @@ void Commands::fillMore(QMenu& menu) {
         connect(command, &QAction::changed, item, follow);
         follow();
     };
-    menu.addSection(tr("Seçili kayıt"));
+    menu.addSection(QStringLiteral("Seçili kayıt"));
     add(Command::ID::copyUsername);
     add(Command::ID::copyPassword);
     add(Command::ID::autoType);
     menu.addSeparator();
     add(Command::ID::newGroup);
     add(Command::ID::generate);
-    auto* const clear = menu.addAction(tr("Panoyu temizle"), action(Command::ID::clearClipboard), &QAction::trigger);
+    auto* const clear =
+        menu.addAction(QStringLiteral("Panoyu temizle"), action(Command::ID::clearClipboard), &QAction::trigger);
     const auto showCountdown = [this, clear] { clear->setEnabled(m_environment.clipboard.secondsRemaining() > 0); };
     m_countdown = m_environment.clipboard.observe(showCountdown);
     showCountdown();
 }
 
 void Commands::showGroupColumn(bool isShown) {
-    action(Command::ID::groupColumn)->setText(isShown ? tr("Yan Sütunu Gizle") : tr("Yan Sütunu Göster"));
+    action(Command::ID::groupColumn)
+        ->setText(isShown ? QStringLiteral("Yan Sütunu Gizle") : QStringLiteral("Yan Sütunu Göster"));
 }
 
 void Commands::setCovered(bool isCovered) {

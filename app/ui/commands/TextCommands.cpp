@@ -59,10 +59,10 @@ bool redoes(const QKeyEvent& key) {
 TextCommands::TextCommands(QWidget& window)
     : QObject(&window),
       m_window(window),
-      m_cut(make(tr("Kes"), "cut", Qt::CTRL | Qt::Key_X)),
-      m_copy(make(tr("Kopyala"), "copy", Qt::CTRL | Qt::Key_C)),
-      m_paste(make(tr("Yapıştır"), "paste", Qt::CTRL | Qt::Key_V)),
-      m_selectAll(new QAction(tr("Tümünü Seç"), this)) {
+      m_cut(make(QStringLiteral("Kes"), "cut", Qt::CTRL | Qt::Key_X)),
+      m_copy(make(QStringLiteral("Kopyala"), "copy", Qt::CTRL | Qt::Key_C)),
+      m_paste(make(QStringLiteral("Yapıştır"), "paste", Qt::CTRL | Qt::Key_V)),
+      m_selectAll(new QAction(QStringLiteral("Tümünü Seç"), this)) {
     m_selectAll->setShortcut(Qt::CTRL | Qt::Key_A);
     connect(m_selectAll, &QAction::triggered, this, &TextCommands::selectAll);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { followFocus(now); });

@@ -40,7 +40,7 @@ public:
         m_isChosen = isChosen;
         setText(QString::number(day.day()));
         setAccessibleName(turkish().toString(day, QStringLiteral("d MMMM yyyy dddd")));
-        setAccessibleDescription(isChosen ? tr("Seçili") : QString());
+        setAccessibleDescription(isChosen ? QStringLiteral("Seçili") : QString());
         update();
     }
     [[nodiscard]] QDate day() const noexcept { return m_day; }
@@ -103,8 +103,8 @@ void Calendar::arrange() {
 }
 
 QWidget* Calendar::makeHeader() {
-    auto* const former = new IconButton(QStringLiteral("chevron.left"), tr("Önceki ay"));
-    auto* const next = new IconButton(QStringLiteral("chevron.right"), tr("Sonraki ay"));
+    auto* const former = new IconButton(QStringLiteral("chevron.left"), QStringLiteral("Önceki ay"));
+    auto* const next = new IconButton(QStringLiteral("chevron.right"), QStringLiteral("Sonraki ay"));
     connect(former, &IconButton::clicked, this, [this] { showMonth(m_month.addMonths(-1)); });
     connect(next, &IconButton::clicked, this, [this] { showMonth(m_month.addMonths(1)); });
     auto* const header = new QWidget;

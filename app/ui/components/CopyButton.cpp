@@ -11,7 +11,8 @@ constexpr std::chrono::milliseconds confirmation{1200};
 
 }  // namespace
 
-CopyButton::CopyButton(const QString& field, QWidget* parent) : Button(tr("Kopyala"), Variant::ghost, parent) {
+CopyButton::CopyButton(const QString& field, QWidget* parent)
+    : Button(QStringLiteral("Kopyala"), Variant::ghost, parent) {
     setSmall(true);
     setAccessibleDescription(field);
     confirmWhenClicked();

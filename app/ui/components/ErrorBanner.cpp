@@ -20,7 +20,7 @@ constexpr int symbolSide = 14;
 ErrorBanner::ErrorBanner(QWidget* parent)
     : QWidget(parent), m_message(new Paragraph({}, BrandFont::body(12, QFont::Medium), Palette::text, this)) {
     Accessible::setRole(*this, QAccessible::Notification);
-    auto* const dismiss = new IconButton(QStringLiteral("xmark"), tr("Kapat"), this);
+    auto* const dismiss = new IconButton(QStringLiteral("xmark"), QStringLiteral("Kapat"), this);
     dismiss->setSides(Metric::controlHeightSmall, 10);
     connect(dismiss, &IconButton::clicked, this, &ErrorBanner::dismissed);
 

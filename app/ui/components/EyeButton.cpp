@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/EyeButton.h"
 
-EyeButton::EyeButton(QWidget* parent) : IconButton(QStringLiteral("eye"), tr("Göster"), parent) {}
+EyeButton::EyeButton(QWidget* parent) : IconButton(QStringLiteral("eye"), QStringLiteral("Göster"), parent) {}
 
 void EyeButton::showRevealed(bool isRevealed) {
     setSymbol(isRevealed ? QStringLiteral("eye.slash") : QStringLiteral("eye"));
-    setTip(isRevealed ? tr("Gizle") : tr("Göster"));
+    setTip(isRevealed ? QStringLiteral("Gizle") : QStringLiteral("Göster"));
 }

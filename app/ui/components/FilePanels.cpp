@@ -5,7 +5,6 @@
 #include "app/ui/components/ReplaceQuestion.h"
 #include "app/ui/components/Texts.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
@@ -13,14 +12,11 @@
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("FilePanels", text);
-}
-
 QString lastFolder;  // in which a panel of this run was answered
 
 QString vaultFilter() {
-    return tr("Parola kasaları (*.kdbx *.KDBX)") + QStringLiteral(";;") + tr("Tüm dosyalar (*)");
+    return QStringLiteral("Parola kasaları (*.kdbx *.KDBX)") + QStringLiteral(";;") +
+           QStringLiteral("Tüm dosyalar (*)");
 }
 
 QString documents() {
@@ -93,17 +89,23 @@ FilePanels::File ask(QWidget* parent, const Panel& panel, const FilePanels::File
 }  // namespace
 
 FilePanels::File FilePanels::chooseDatabase(QWidget* parent, const File& vault) {
-    return ask(parent, {.title = tr("Veritabanı Aç"), .prompt = tr("Aç"), .filter = vaultFilter(), .name = {}}, vault);
+    return ask(
+        parent,
+        {.title = QStringLiteral("Veritabanı Aç"), .prompt = QStringLiteral("Aç"), .filter = vaultFilter(), .name = {}},
+        vault);
 }
 
 FilePanels::File FilePanels::chooseKeyFile(QWidget* parent, const File& vault) {
-    return ask(parent, {.title = tr("Anahtar Dosyası Seç"), .prompt = tr("Seç"), .filter = {}, .name = {}}, vault);
+    return ask(
+        parent,
+        {.title = QStringLiteral("Anahtar Dosyası Seç"), .prompt = QStringLiteral("Seç"), .filter = {}, .name = {}},
+        vault);
 }
 
 std::optional<FilePanels::Destination> FilePanels::newDatabaseDestination(QWidget* parent, const File& vault) {
     const auto file = ask(parent,
-                          {.title = tr("Yeni Veritabanı"),
-                           .prompt = tr("Oluştur"),
+                          {.title = QStringLiteral("Yeni Veritabanı"),
+                           .prompt = QStringLiteral("Oluştur"),
                            .filter = vaultFilter(),
                            .name = QStringLiteral("Kasam.kdbx")},
                           vault);
@@ -113,13 +115,15 @@ std::optional<FilePanels::Destination> FilePanels::newDatabaseDestination(QWidge
     const bool replaces = QFileInfo::exists(qtPath(vaultFile));
     // The panel has asked about the name that was typed, not about the one that it becomes.
     if (vaultFile != *file && replaces &&
-        !ReplaceQuestion::isAllowed(parent, tr("Yeni Veritabanı"), qtPath(vaultFile.filename())))
+        !ReplaceQuestion::isAllowed(parent, QStringLiteral("Yeni Veritabanı"), qtPath(vaultFile.filename())))
         return std::nullopt;
     return Destination{.file = vaultFile, .replaces = replaces};
 }
 
 FilePanels::File FilePanels::saveAsDestination(QWidget* parent, const QString& suggested, const File& vault) {
-    return ask(parent, {.title = tr("Farklı Kaydet"), .prompt = {}, .filter = vaultFilter(), .name = suggested}, vault);
+    return ask(parent,
+               {.title = QStringLiteral("Farklı Kaydet"), .prompt = {}, .filter = vaultFilter(), .name = suggested},
+               vault);
 }
 
 std::filesystem::path FilePanels::withVaultExtension(std::filesystem::path file) {

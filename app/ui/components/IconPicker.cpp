@@ -33,7 +33,7 @@ public:
         setFixedSize(choiceSide, choiceSide);
         setFocusPolicy(Qt::StrongFocus);
         setAccessibleName(EntryIcon::name(iconID));
-        setAccessibleDescription(isCurrent ? tr("Seçili") : QString());
+        setAccessibleDescription(isCurrent ? QStringLiteral("Seçili") : QString());
         setToolTip(EntryIcon::name(iconID));
         setAttribute(Qt::WA_Hover);
     }
@@ -105,8 +105,8 @@ private:
 }  // namespace
 
 IconPicker::IconPicker(std::int64_t iconID, QWidget* parent) : QAbstractButton(parent), m_iconID(iconID - 1) {
-    setAccessibleName(tr("Simge seç"));
-    setToolTip(tr("Simge seç"));
+    setAccessibleName(QStringLiteral("Simge seç"));
+    setToolTip(QStringLiteral("Simge seç"));
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setIconID(iconID);
@@ -128,7 +128,7 @@ QSize IconPicker::sizeHint() const {
 void IconPicker::expand() {
     if (m_popover)
         return;
-    m_popover = new Popover(tr("Simge seç"), this);
+    m_popover = new Popover(QStringLiteral("Simge seç"), this);
     auto* const grid = makeGrid(*m_popover);
     m_popover->content()->addWidget(grid);
     connect(m_popover, &Popover::closed, this, [this] {

@@ -4,7 +4,6 @@
 #include "app/ui/components/Texts.h"
 #include "core/text/Text.h"
 
-#include <QCoreApplication>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -103,8 +102,7 @@ bool LongText::isTooLongForArea(const QString& text) {
 }
 
 QString LongText::whyItIsKept() {
-    return QCoreApplication::translate(
-        "LongText",
+    return QStringLiteral(
         "Bu metin burada değiştirilemeyecek kadar uzun; olduğu gibi kalır. Yerine başka bir şey yazmak için "
         "önce tümünü seçip sil.");
 }

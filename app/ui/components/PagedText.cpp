@@ -43,10 +43,10 @@ void PagedText::addPager(const QString& key) {
         side.push_back(button);
         line->addWidget(button);
     };
-    add("first", tr("Başa"), m_back, [] { return std::size_t{0}; });
-    add("previous", tr("Önceki"), m_back, [this] { return m_page - 1; });
-    add("next", tr("Sonraki"), m_forth, [this] { return m_page + 1; });
-    add("last", tr("Sona"), m_forth, [this] { return m_pages.size() - 1; });
+    add("first", QStringLiteral("Başa"), m_back, [] { return std::size_t{0}; });
+    add("previous", QStringLiteral("Önceki"), m_back, [this] { return m_page - 1; });
+    add("next", QStringLiteral("Sonraki"), m_forth, [this] { return m_page + 1; });
+    add("last", QStringLiteral("Sona"), m_forth, [this] { return m_pages.size() - 1; });
     layout()->addWidget(pager);
 }
 
@@ -64,7 +64,7 @@ void PagedText::showPage() {
     if (m_place == nullptr)
         return;
     const QLocale locale;
-    m_place->setText(tr("Sayfa %1 / %2").arg(locale.toString(m_page + 1), locale.toString(m_pages.size())));
+    m_place->setText(QStringLiteral("Sayfa %1 / %2").arg(locale.toString(m_page + 1), locale.toString(m_pages.size())));
     const auto* const focused = window()->focusWidget();
     const bool isOurs = isAncestorOf(focused);
     for (auto* const button : m_back)

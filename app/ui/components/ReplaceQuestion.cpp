@@ -3,12 +3,10 @@
 
 #include "app/ui/components/Bidi.h"
 
-#include <QCoreApplication>
 #include <QMessageBox>
 
 bool ReplaceQuestion::isAllowed(QWidget* parent, const QString& title, const QString& fileName) {
-    const auto question =
-        QCoreApplication::translate("ReplaceQuestion", "“%1” zaten var. Yerine yenisini koymak istiyor musun?");
+    const auto question = QStringLiteral("“%1” zaten var. Yerine yenisini koymak istiyor musun?");
     QMessageBox box(QMessageBox::Warning, title, Bidi::withQuotesIsolated(question.arg(fileName)),
                     QMessageBox::Yes | QMessageBox::No, parent);
     box.setTextFormat(Qt::PlainText);  // a name may look like markup

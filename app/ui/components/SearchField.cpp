@@ -23,7 +23,7 @@ constexpr int mostLetters = 4000;  // more than anybody looks for, where a whole
 
 SearchField::SearchField(const QString& placeholder, QWidget* parent)
     : TextField(placeholder, parent),
-      m_clear(new IconButton(QStringLiteral("xmark.circle.fill"), tr("Aramayı temizle"), this)) {
+      m_clear(new IconButton(QStringLiteral("xmark.circle.fill"), QStringLiteral("Aramayı temizle"), this)) {
     setPlaceholderText(placeholder);
     setMaxLength(mostLetters);
     setMinimumWidth(narrowest);

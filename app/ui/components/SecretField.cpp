@@ -183,10 +183,10 @@ void SecretField::cut() {
 void SecretField::contextMenuEvent(QContextMenuEvent* event) {
     QMenu menu(this);
     const bool isCopied = hasSelectedText() && (!m_isMasking || (showsSecret() && m_copy));
-    menu.addAction(tr("Kes"), this, &SecretField::cut)->setEnabled(isCopied && !isReadOnly());
-    menu.addAction(tr("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
-    menu.addAction(tr("Yapıştır"), this, &SecretField::paste)->setEnabled(!isReadOnly());
+    menu.addAction(QStringLiteral("Kes"), this, &SecretField::cut)->setEnabled(isCopied && !isReadOnly());
+    menu.addAction(QStringLiteral("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
+    menu.addAction(QStringLiteral("Yapıştır"), this, &SecretField::paste)->setEnabled(!isReadOnly());
     menu.addSeparator();
-    menu.addAction(tr("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
+    menu.addAction(QStringLiteral("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
     menu.exec(event->globalPos());
 }

@@ -28,20 +28,20 @@ constexpr int barHeight = 6;
 constexpr auto barMotion = 200ms;
 
 struct Grade {
-    const char* label;
+    QString label;
     QColor colour;
 };
 
 Grade gradeOf(int score) {
     if (score < 25)
-        return {QT_TRANSLATE_NOOP("StrengthMeter", "Çok zayıf"), Palette::danger};
+        return {QStringLiteral("Çok zayıf"), Palette::danger};
     if (score < 50)
-        return {QT_TRANSLATE_NOOP("StrengthMeter", "Zayıf"), Palette::warn};
+        return {QStringLiteral("Zayıf"), Palette::warn};
     if (score < 75)
-        return {QT_TRANSLATE_NOOP("StrengthMeter", "İyi"), Palette::info};
+        return {QStringLiteral("İyi"), Palette::info};
     if (score < 90)
-        return {QT_TRANSLATE_NOOP("StrengthMeter", "Güçlü"), Palette::success};
-    return {QT_TRANSLATE_NOOP("StrengthMeter", "Çok güçlü"), Palette::success};
+        return {QStringLiteral("Güçlü"), Palette::success};
+    return {QStringLiteral("Çok güçlü"), Palette::success};
 }
 
 }  // namespace
@@ -79,12 +79,12 @@ void StrengthMeter::showStrengthOf(const QString& password) {
 
     const auto grade = gradeOf(strength.score);
     m_colour = grade.colour;
-    m_label->setText(tr(grade.label));
-    const bool isJudged = count > 0;  // nobody is warned before the first key
+    m_label->setText(grade.label);
+    const bool isJudged = count > 0;  // no warning before the first key
     m_label->setColour(isJudged ? grade.colour : Palette::textSoft);
     m_spoken->say(isJudged ? m_label->text() : QString());  // and not the figures, which change with every letter
-    m_entropy->setText(tr("%1 bit entropi").arg(static_cast<qint64>(std::round(strength.entropyBits))));
-    m_count->setText(tr("%1 karakter").arg(Numbers::grouped(count)));
+    m_entropy->setText(QStringLiteral("%1 bit entropi").arg(static_cast<qint64>(std::round(strength.entropyBits))));
+    m_count->setText(QStringLiteral("%1 karakter").arg(Numbers::grouped(count)));
     setAccessibleName(QStringLiteral("%1, %2, %3").arg(m_label->text(), m_entropy->text(), m_count->text()));
 
     m_motion->stop();

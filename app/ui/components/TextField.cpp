@@ -210,8 +210,8 @@ void TextField::contextMenuEvent(QContextMenuEvent* event) {
     if (!m_kept)
         return QLineEdit::contextMenuEvent(event);
     QMenu menu(this);
-    menu.addAction(tr("Kopyala"), this, &TextField::copy)->setEnabled(hasSelectedText());
-    menu.addAction(tr("Tümünü Seç"), this, &TextField::selectAll);
+    menu.addAction(QStringLiteral("Kopyala"), this, &TextField::copy)->setEnabled(hasSelectedText());
+    menu.addAction(QStringLiteral("Tümünü Seç"), this, &TextField::selectAll);
     menu.exec(event->globalPos());
 }
 

@@ -71,7 +71,7 @@ QWidget* versionLine(const KdbxEntry& version) {
     auto* const row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Metric::m);
-    const QString title = version.title.empty() ? EntryDetailContent::tr("Adsız") : LongText::beginning(version.title);
+    const QString title = version.title.empty() ? QStringLiteral("Adsız") : LongText::beginning(version.title);
     auto* const date = new TextLabel(brandFormatted(version.modified), BrandFont::secondary(), Palette::textSoft);
     date->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     row->addWidget(new TextLabel(title, BrandFont::bodyText(), Palette::text), 1);
@@ -105,10 +105,10 @@ void EntryDetailContent::addBadges() {
     auto* const badges = flow({}, Metric::s);
     if (m_entry.isExpired())
         badges->layout()->addWidget(
-            new Badge(tr("Süresi doldu"), Palette::warn, QStringLiteral("clock.badge.exclamationmark")));
+            new Badge(QStringLiteral("Süresi doldu"), Palette::warn, QStringLiteral("clock.badge.exclamationmark")));
     if (!m_entry.autoTypeEnabled)
         badges->layout()->addWidget(
-            new Badge(tr("Otomatik yazma kapalı"), Palette::textMuted, QStringLiteral("keyboard")));
+            new Badge(QStringLiteral("Otomatik yazma kapalı"), Palette::textMuted, QStringLiteral("keyboard")));
     if (badges->layout()->isEmpty())
         delete badges;
     else
@@ -117,12 +117,12 @@ void EntryDetailContent::addBadges() {
 
 void EntryDetailContent::addActions() {
     const auto& copyUsername = Command::of(Command::ID::copyUsername);
-    auto* const username = new CopyButton(tr("Kullanıcı"), copyUsername.symbol, copyUsername.text());
+    auto* const username = new CopyButton(QStringLiteral("Kullanıcı"), copyUsername.symbol, copyUsername.text());
     username->setObjectName(QStringLiteral("actions.username"));
     username->setEnabled(!m_entry.username.empty());
     connect(username, &Button::clicked, this, [this, &copyUsername] { copyUsername(m_environment.state, &m_entry); });
     const auto& copyPassword = Command::of(Command::ID::copyPassword);
-    auto* const password = new CopyButton(tr("Parola"), QStringLiteral("key"), copyPassword.text());
+    auto* const password = new CopyButton(QStringLiteral("Parola"), QStringLiteral("key"), copyPassword.text());
     password->setObjectName(QStringLiteral("actions.password"));
     password->setEnabled(!m_entry.password.isEmpty());
     connect(password, &Button::clicked, this, [this, &copyPassword] { copyPassword(m_environment.state, &m_entry); });
@@ -144,14 +144,14 @@ Card* EntryDetailContent::addRowsCard() {
 
 void EntryDetailContent::addCredentials() {
     auto* const card = addRowsCard();
-    const QString username = tr("Kullanıcı adı");
+    const QString username = QStringLiteral("Kullanıcı adı");
     auto* const usernameRow = valueRow(username, QStringLiteral("username"), m_entry.username);
     addCopy(*usernameRow, QStringLiteral("username"), username, !m_entry.username.empty(),
             [this] { m_environment.state.copyUsername(&m_entry); });
     card->content()->addWidget(usernameRow);
     card->addDivider();
 
-    const QString password = tr("Parola");
+    const QString password = QStringLiteral("Parola");
     auto* const secret = new SecretText(m_entry.password, passwordDots, password);
     secret->setRevealed(m_revealed.password);
     auto* const passwordRow = new FieldRow(password, secret);
@@ -167,7 +167,7 @@ void EntryDetailContent::addLocation() {
         return;
     auto* const card = addRowsCard();
     if (!m_entry.url.empty()) {
-        const QString address = tr("Adres");
+        const QString address = QStringLiteral("Adres");
         auto* const row = valueRow(address, QStringLiteral("url"), m_entry.url);
         const auto& openURL = Command::of(Command::ID::openURL);
         auto* const open = new IconButton(openURL.symbol, openURL.text());
@@ -189,7 +189,7 @@ FieldRow* EntryDetailContent::tagsRow() {
     auto* const tags = flow({}, Metric::s);
     for (const auto& tag : m_entry.tags)
         tags->layout()->addWidget(new Badge(LongText::beginning(tag), Palette::textSoft));
-    auto* const row = new FieldRow(tr("Etiketler"), tags);
+    auto* const row = new FieldRow(QStringLiteral("Etiketler"), tags);
     row->setLabelGap(widgetGap);
     return row;
 }
@@ -197,7 +197,7 @@ FieldRow* EntryDetailContent::tagsRow() {
 void EntryDetailContent::addCustomFields() {
     if (m_entry.customFields.empty())
         return;
-    auto* const card = new Card(tr("Özel alanlar"));
+    auto* const card = new Card(QStringLiteral("Özel alanlar"));
     card->content()->setContentsMargins(Metric::l, Metric::l, copyMargin, Metric::l);
     for (const auto& [name, value] : m_entry.customFields)
         card->content()->addWidget(customFieldRow(name, value));
@@ -268,12 +268,13 @@ void EntryDetailContent::addCopy(FieldRow& row, const QString& key, const QStrin
 
 void EntryDetailContent::addAutoType() {
     const auto& own = m_entry.autoTypeSequence;
-    auto* const card = new Card(tr("Otomatik yazma"));
-    card->headingLine()->addWidget(new Badge(own ? tr("Özel") : tr("Varsayılan"), Palette::textSoft));
+    auto* const card = new Card(QStringLiteral("Otomatik yazma"));
+    card->headingLine()->addWidget(
+        new Badge(own ? QStringLiteral("Özel") : QStringLiteral("Varsayılan"), Palette::textSoft));
     card->content()->addWidget(sequenceText(own ? *own : m_environment.preferences.defaultAutoTypeSequence()));
     if (!m_entry.autoTypeWindowAssociations.empty()) {
         auto* const windows =
-            new FieldRow(tr("Pencere eşleşmeleri"), associationLines(m_entry.autoTypeWindowAssociations));
+            new FieldRow(QStringLiteral("Pencere eşleşmeleri"), associationLines(m_entry.autoTypeWindowAssociations));
         windows->setLabelGap(widgetGap);
         card->content()->addWidget(windows);
     }
@@ -283,11 +284,11 @@ void EntryDetailContent::addAutoType() {
 void EntryDetailContent::addNotes() {
     if (m_entry.notes.empty())
         return;
-    auto* const card = new Card(tr("Notlar"));
-    auto* const text = new PagedText(tr("Notlar"), QStringLiteral("notes"), m_entry.notes);
+    auto* const card = new Card(QStringLiteral("Notlar"));
+    auto* const text = new PagedText(QStringLiteral("Notlar"), QStringLiteral("notes"), m_entry.notes);
     connect(text, &PagedText::turned, this, [this, text] { emit reflowed(text); });
     if (text->pageCount() > 1) {
-        auto* const copy = new CopyButton(tr("Notlar"));
+        auto* const copy = new CopyButton(QStringLiteral("Notlar"));
         copy->setObjectName(QStringLiteral("notes.copy"));
         connect(copy, &CopyButton::clicked, this, [this] { m_environment.clipboard.copyPlain(m_entry.notes); });
         card->headingLine()->addWidget(copy);
@@ -297,12 +298,13 @@ void EntryDetailContent::addNotes() {
 }
 
 void EntryDetailContent::addTimestamps() {
-    m_accessed = new MetaStat(tr("Erişildi"), brandFormatted(m_entry.accessed));
-    auto* const times = flow({new MetaStat(tr("Oluşturuldu"), brandFormatted(m_entry.created)),
-                              new MetaStat(tr("Değiştirildi"), brandFormatted(m_entry.modified)), m_accessed},
-                             Metric::m);
+    m_accessed = new MetaStat(QStringLiteral("Erişildi"), brandFormatted(m_entry.accessed));
+    auto* const times =
+        flow({new MetaStat(QStringLiteral("Oluşturuldu"), brandFormatted(m_entry.created)),
+              new MetaStat(QStringLiteral("Değiştirildi"), brandFormatted(m_entry.modified)), m_accessed},
+             Metric::m);
     if (m_entry.expires && m_entry.expiryTime)
-        times->layout()->addWidget(new MetaStat(tr("Son kullanma"), brandFormatted(*m_entry.expiryTime)));
+        times->layout()->addWidget(new MetaStat(QStringLiteral("Son kullanma"), brandFormatted(*m_entry.expiryTime)));
     auto* const card = new Card;
     card->content()->addWidget(times);
     m_column->addWidget(card);
@@ -312,8 +314,8 @@ void EntryDetailContent::addHistory() {
     const auto& versions = m_entry.historyItems;
     if (versions.empty())
         return;
-    auto* const card = new Card(tr("Geçmiş"));
-    card->headingLine()->addWidget(new TextLabel(tr("%1 sürüm").arg(Numbers::grouped(versions.size())),
+    auto* const card = new Card(QStringLiteral("Geçmiş"));
+    card->headingLine()->addWidget(new TextLabel(QStringLiteral("%1 sürüm").arg(Numbers::grouped(versions.size())),
                                                  BrandFont::secondary(), Palette::textMuted));
     const auto shown = std::min(versions.size(), shownVersions);
     for (std::size_t i = 1; i <= shown; ++i)

@@ -48,11 +48,12 @@ void EntryDetailPane::drop(QWidget* placeholder) {
 EmptyStateView* EntryDetailPane::placeholder(std::size_t count) const {
     switch (count) {
         case 0:
-            return new EmptyStateView(QStringLiteral("square.righthalf.filled"), tr("Kayıt seçilmedi"),
-                                      tr("Ayrıntıları görmek için listeden bir kayıt seç."));
+            return new EmptyStateView(QStringLiteral("square.righthalf.filled"), QStringLiteral("Kayıt seçilmedi"),
+                                      QStringLiteral("Ayrıntıları görmek için listeden bir kayıt seç."));
         case 1:
-            return new EmptyStateView(QStringLiteral("exclamationmark.triangle"), tr("Kayıt bulunamadı"),
-                                      tr("Seçili kayıt veritabanı ağacında yok. Kasayı kapatıp yeniden açmayı dene."));
+            return new EmptyStateView(
+                QStringLiteral("exclamationmark.triangle"), QStringLiteral("Kayıt bulunamadı"),
+                QStringLiteral("Seçili kayıt veritabanı ağacında yok. Kasayı kapatıp yeniden açmayı dene."));
         default:
             return new MultiSelectionSummary(m_state, static_cast<std::int64_t>(count));
     }

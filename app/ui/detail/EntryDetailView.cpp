@@ -120,7 +120,7 @@ void EntryDetailView::show(const KdbxEntry& entry) {
 
 void EntryDetailView::showHeader() {
     m_tile->setIconID(m_entry->iconID);
-    m_title->setText(m_entry->title.empty() ? tr("Adsız kayıt") : LongText::beginning(m_entry->title));
+    m_title->setText(m_entry->title.empty() ? QStringLiteral("Adsız kayıt") : LongText::beginning(m_entry->title));
 }
 
 /// Puts a new content in the old one's place. The control that has the focus gives it to its successor, and what was

@@ -10,8 +10,9 @@
 #include <QHBoxLayout>
 
 MultiSelectionSummary::MultiSelectionSummary(AppState& state, std::int64_t count, QWidget* parent)
-    : EmptyStateView(QStringLiteral("square.stack.3d.up"), tr("%1 kayıt seçildi").arg(Numbers::grouped(count)),
-                     tr("Toplu işlemler için aşağıdaki düğmeleri ya da sağ tık menüsünü kullan."), parent) {
+    : EmptyStateView(QStringLiteral("square.stack.3d.up"),
+                     QStringLiteral("%1 kayıt seçildi").arg(Numbers::grouped(count)),
+                     QStringLiteral("Toplu işlemler için aşağıdaki düğmeleri ya da sağ tık menüsünü kullan."), parent) {
     const auto makeButton = [&state](Command::ID id, Button::Variant variant) {
         const auto& command = Command::of(id);
         auto* const button = new Button(command.text(), variant);

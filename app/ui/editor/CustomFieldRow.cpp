@@ -23,15 +23,15 @@ constexpr int narrowestRow = 400;  // below this, the value goes under its name
 
 CustomFieldRow::CustomFieldRow(const Value& value, ClipboardService& clipboard, QWidget* parent)
     : QWidget(parent),
-      m_key(new TextField(tr("Alan adı"), this)),
-      m_value(new SecretField(tr("Değer"), this)),
-      m_protection(new IconButton(QStringLiteral("lock.fill"), tr("Korumalı"), this)),
-      m_remove(new IconButton(QStringLiteral("trash"), tr("Alanı sil"), this)),
+      m_key(new TextField(QStringLiteral("Alan adı"), this)),
+      m_value(new SecretField(QStringLiteral("Değer"), this)),
+      m_protection(new IconButton(QStringLiteral("lock.fill"), QStringLiteral("Korumalı"), this)),
+      m_remove(new IconButton(QStringLiteral("trash"), QStringLiteral("Alanı sil"), this)),
       m_isProtected(value.isProtected) {
     Accessible::setRole(*this, QAccessible::Grouping);
-    m_key->setPlaceholderText(tr("Alan adı"));
+    m_key->setPlaceholderText(QStringLiteral("Alan adı"));
     m_key->setWholeText(value.key);
-    m_value->setPlaceholderText(tr("Değer"));
+    m_value->setPlaceholderText(QStringLiteral("Değer"));
     m_value->setWholeText(value.value);
     m_value->setCopying([&clipboard](std::string_view secret) { clipboard.copySecret(secret); });
     connect(m_protection, &IconButton::clicked, this, [this] {
@@ -78,21 +78,21 @@ CustomFieldRow::Value CustomFieldRow::value() const {
 
 /// The controls of all rows are called the same; a screen reader tells them apart by what is around them.
 void CustomFieldRow::tellName() {
-    setAccessibleName(m_key->text().isEmpty() ? tr("Adsız alan") : LongText::beginning(m_key->text()));
+    setAccessibleName(m_key->text().isEmpty() ? QStringLiteral("Adsız alan") : LongText::beginning(m_key->text()));
 }
 
 void CustomFieldRow::showProtection() {
     m_protection->setSymbol(m_isProtected ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"));
-    m_protection->setTip(m_isProtected ? tr("Korumalı") : tr("Düz metin"));
+    m_protection->setTip(m_isProtected ? QStringLiteral("Korumalı") : QStringLiteral("Düz metin"));
     m_protection->setTint(m_isProtected ? Palette::text : Palette::textSoft);
     m_value->setMasking(m_isProtected);
 }
 
 CustomFieldsCard::CustomFieldsCard(ClipboardService& clipboard, QWidget* parent)
-    : Card(tr("Özel alanlar"), parent),
+    : Card(QStringLiteral("Özel alanlar"), parent),
       m_clipboard(clipboard),
-      m_add(new Button(tr("Alan ekle"), Button::Variant::secondary)),
-      m_nothing(new Paragraph(tr("Henüz özel alan yok."), BrandFont::secondary(), Palette::textSoft)) {
+      m_add(new Button(QStringLiteral("Alan ekle"), Button::Variant::secondary)),
+      m_nothing(new Paragraph(QStringLiteral("Henüz özel alan yok."), BrandFont::secondary(), Palette::textSoft)) {
     m_add->setSmall(true);
     m_add->setSymbol(QStringLiteral("plus"));
     headingLine()->addWidget(m_add);

@@ -26,7 +26,8 @@ constexpr int symbolSide = 14;
 }  // namespace
 
 DateTimeField::DateTimeField(const QString& name, QWidget* parent)
-    : QDateTimeEdit(parent), m_calendarButton(new IconButton(QStringLiteral("calendar"), tr("Takvimi aç"), this)) {
+    : QDateTimeEdit(parent),
+      m_calendarButton(new IconButton(QStringLiteral("calendar"), QStringLiteral("Takvimi aç"), this)) {
     setAccessibleName(name);
     setDisplayFormat(QStringLiteral("dd.MM.yyyy HH:mm"));
     setButtonSymbols(QAbstractSpinBox::NoButtons);
@@ -51,7 +52,7 @@ void DateTimeField::setTimestamp(Timestamp timestamp) {
 void DateTimeField::openCalendar() {
     if (m_popover)
         return;
-    m_popover = new Popover(tr("Takvim"), m_calendarButton);
+    m_popover = new Popover(QStringLiteral("Takvim"), m_calendarButton);
     auto* const calendar = new Calendar(date());
     m_popover->content()->addWidget(calendar);
     m_popover->setFrame(this);

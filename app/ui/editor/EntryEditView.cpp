@@ -57,8 +57,9 @@ bool haveSameFields(const KdbxEntry& a, const KdbxEntry& b) {
 }  // namespace
 
 EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget* parent)
-    : SheetScaffold(std::holds_alternative<Edit>(mode) ? tr("Kaydı düzenle") : tr("Yeni kayıt"), tr("Vazgeç"),
-                    std::holds_alternative<Edit>(mode) ? tr("Kaydet") : tr("Oluştur"), parent),
+    : SheetScaffold(std::holds_alternative<Edit>(mode) ? QStringLiteral("Kaydı düzenle") : QStringLiteral("Yeni kayıt"),
+                    QStringLiteral("Vazgeç"),
+                    std::holds_alternative<Edit>(mode) ? QStringLiteral("Kaydet") : QStringLiteral("Oluştur"), parent),
       m_state(environment.state),
       m_preferences(environment.preferences),
       m_clipboard(environment.clipboard),
@@ -77,34 +78,35 @@ EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget*
 
 void EntryEditView::makeControls() {
     m_icon = new IconPicker(0);
-    m_title = new TextField(tr("Başlık"));
-    m_title->setPlaceholderText(tr("örn. GitHub"));
-    m_username = new TextField(tr("Kullanıcı adı"));
+    m_title = new TextField(QStringLiteral("Başlık"));
+    m_title->setPlaceholderText(QStringLiteral("örn. GitHub"));
+    m_username = new TextField(QStringLiteral("Kullanıcı adı"));
     m_username->setPlaceholderText(QStringLiteral("ad@ornek.com"));
-    m_url = new TextField(tr("Adres"));
+    m_url = new TextField(QStringLiteral("Adres"));
     m_url->setPlaceholderText(QStringLiteral("https://…"));
-    m_tags = new TextField(tr("Etiketler"));
-    m_tags->setPlaceholderText(tr("iş, kritik"));
-    m_expires = new Toggle(tr("Son kullanma tarihi var"));
+    m_tags = new TextField(QStringLiteral("Etiketler"));
+    m_tags->setPlaceholderText(QStringLiteral("iş, kritik"));
+    m_expires = new Toggle(QStringLiteral("Son kullanma tarihi var"));
     m_expires->setSide(Toggle::Side::leading);
-    m_expiryDate = new DateTimeField(tr("Son kullanma tarihi"));
+    m_expiryDate = new DateTimeField(QStringLiteral("Son kullanma tarihi"));
     m_expiryDate->setTimestamp({Timestamp::now().seconds + yearInSeconds});
 
-    m_password = new SecretField(tr("Parola"));
+    m_password = new SecretField(QStringLiteral("Parola"));
     m_password->setCopying([this](std::string_view secret) { m_clipboard.copySecret(secret); });
     m_strength = new StrengthMeter;
 
-    m_autoTypeEnabled = new Toggle(tr("Bu kayıt için etkin"));
+    m_autoTypeEnabled = new Toggle(QStringLiteral("Bu kayıt için etkin"));
     m_autoTypeEnabled->setChecked(true);
-    m_useCustomSequence = new Toggle(tr("Özel sekans kullan"));
-    m_customSequence = new TextField(tr("Sekans"));
+    m_useCustomSequence = new Toggle(QStringLiteral("Özel sekans kullan"));
+    m_customSequence = new TextField(QStringLiteral("Sekans"));
     m_customSequence->setMono(true);
     m_customSequence->setWholeText(AutoTypeService::defaultSequence);
-    m_defaultSequence = new Paragraph(tr("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
-                                      BrandFont::secondary(), Palette::textSoft);
+    m_defaultSequence =
+        new Paragraph(QStringLiteral("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
+                      BrandFont::secondary(), Palette::textSoft);
 
     m_customFields = new CustomFieldsCard(m_clipboard);
-    m_notes = new TextArea(tr("Notlar"));
+    m_notes = new TextArea(QStringLiteral("Notlar"));
 }
 
 void EntryEditView::arrange() {
@@ -120,13 +122,13 @@ QWidget* EntryEditView::makeBasicsCard() {
     auto* const card = new Card;
     auto* const heading = new QHBoxLayout;
     heading->setSpacing(Metric::m);
-    heading->addWidget(new FormField(tr("Simge"), m_icon));
-    heading->addWidget(new FormField(tr("Başlık"), m_title), 1);
+    heading->addWidget(new FormField(QStringLiteral("Simge"), m_icon));
+    heading->addWidget(new FormField(QStringLiteral("Başlık"), m_title), 1);
     auto* const account = new AdaptiveRow(narrowestPair);
-    account->add(new FormField(tr("Kullanıcı adı"), m_username));
-    account->add(new FormField(tr("Adres"), m_url));
-    auto* const tags = new FormField(tr("Etiketler"), m_tags);
-    tags->setHint(tr("Virgülle ayır."));
+    account->add(new FormField(QStringLiteral("Kullanıcı adı"), m_username));
+    account->add(new FormField(QStringLiteral("Adres"), m_url));
+    auto* const tags = new FormField(QStringLiteral("Etiketler"), m_tags);
+    tags->setHint(QStringLiteral("Virgülle ayır."));
     auto* const expiry = new AdaptiveRow(narrowestPair);
     expiry->add(m_expires);
     expiry->add(m_expiryDate, 0);
@@ -141,10 +143,10 @@ QWidget* EntryEditView::makeBasicsCard() {
 
 QWidget* EntryEditView::makePasswordCard() {
     auto* const card = new Card;
-    auto* const generate = new Button(tr("Parola üret"), Button::Variant::secondary);
+    auto* const generate = new Button(QStringLiteral("Parola üret"), Button::Variant::secondary);
     generate->setSymbol(QStringLiteral("arrow.triangle.2.circlepath"));
     connect(generate, &Button::clicked, this, &EntryEditView::generatePassword);
-    auto* const open = new Button(tr("Üreteci aç…"), Button::Variant::ghost);
+    auto* const open = new Button(QStringLiteral("Üreteci aç…"), Button::Variant::ghost);
     connect(open, &Button::clicked, this, &EntryEditView::openGenerator);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(Metric::s);
@@ -152,15 +154,15 @@ QWidget* EntryEditView::makePasswordCard() {
     buttons->addWidget(open);
     buttons->addStretch();
 
-    card->content()->addWidget(new FormField(tr("Parola"), m_password));
+    card->content()->addWidget(new FormField(QStringLiteral("Parola"), m_password));
     card->content()->addWidget(m_strength);
     card->content()->addLayout(buttons);
     return card;
 }
 
 QWidget* EntryEditView::makeAutoTypeCard() {
-    auto* const card = new Card(tr("Otomatik yazma"));
-    m_sequenceField = new FormField(tr("Sekans"), m_customSequence);
+    auto* const card = new Card(QStringLiteral("Otomatik yazma"));
+    m_sequenceField = new FormField(QStringLiteral("Sekans"), m_customSequence);
     m_sequenceField->setHint(sequenceHint());
     card->content()->addWidget(m_autoTypeEnabled);
     card->content()->addWidget(m_useCustomSequence);
@@ -170,7 +172,7 @@ QWidget* EntryEditView::makeAutoTypeCard() {
 }
 
 QWidget* EntryEditView::makeNotesCard() {
-    auto* const card = new Card(tr("Notlar"));
+    auto* const card = new Card(QStringLiteral("Notlar"));
     card->content()->addWidget(m_notes);
     return card;
 }

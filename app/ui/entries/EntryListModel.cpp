@@ -21,7 +21,7 @@ QString shownText(std::string_view text) {
 }
 
 QString titleOf(const KdbxEntry& entry) {
-    return entry.title.empty() ? EntryListModel::tr("Adsız kayıt") : shownText(entry.title);
+    return entry.title.empty() ? QStringLiteral("Adsız kayıt") : shownText(entry.title);
 }
 
 QString displayURL(const KdbxEntry& entry) {
@@ -51,7 +51,7 @@ QString subtitleOf(const KdbxEntry& entry) {
 
 QString spoken(const KdbxEntry& entry) {
     const auto subtitle = joined(subtitleParts(entry));
-    return entry.isExpired() ? subtitle + QStringLiteral(", ") + EntryListModel::tr("Süresi dolmuş") : subtitle;
+    return entry.isExpired() ? subtitle + QStringLiteral(", ") + QStringLiteral("Süresi dolmuş") : subtitle;
 }
 
 }  // namespace

@@ -71,7 +71,7 @@ EntryListView::EntryListView(AppState& state, QWidget* parent)
       m_sort(new IconButton(QStringLiteral("arrow.up.arrow.down"), {})),
       m_add(makeCommandButton(Command::ID::newEntry)),
       m_content(new QStackedWidget),
-      m_list(new RowListView(tr("Kayıtlar"))),
+      m_list(new RowListView(QStringLiteral("Kayıtlar"))),
       m_spokenCount(new Announcement(this)) {
     makeHeader();
     arrange();
@@ -156,7 +156,7 @@ void EntryListView::showSearch() {
 
 void EntryListView::sayCount() {
     const int count = m_model->rowCount();
-    m_spokenCount->say(count == 0 ? tr("Eşleşme yok") : tr("%1 eşleşme").arg(count));
+    m_spokenCount->say(count == 0 ? QStringLiteral("Eşleşme yok") : QStringLiteral("%1 eşleşme").arg(count));
 }
 
 /// The same list, perhaps changed: the reader stays where he is.
@@ -180,14 +180,15 @@ void EntryListView::showHeader() {
     const auto* group = m_state.selectedGroup();
     const int count = m_model->rowCount();
     if (m_state.isSearching()) {
-        m_header->setTitle(tr("Arama sonuçları"));
+        m_header->setTitle(QStringLiteral("Arama sonuçları"));
         // In one go: what is searched for may itself look like a place to fill.
-        m_header->setSubtitle(tr("“%1” · %2 eşleşme").arg(qtText(m_state.searchText()), Numbers::grouped(count)));
+        m_header->setSubtitle(
+            QStringLiteral("“%1” · %2 eşleşme").arg(qtText(m_state.searchText()), Numbers::grouped(count)));
     } else {
-        m_header->setTitle(group ? qtText(group->name) : tr("Tümü"));
-        m_header->setSubtitle(tr("%1 kayıt").arg(Numbers::grouped(count)));
+        m_header->setTitle(group ? qtText(group->name) : QStringLiteral("Tümü"));
+        m_header->setSubtitle(QStringLiteral("%1 kayıt").arg(Numbers::grouped(count)));
     }
-    m_sort->setTip(tr("Sıralama: %1").arg(qtText(EntrySort::label(m_state.sort().column))));
+    m_sort->setTip(QStringLiteral("Sıralama: %1").arg(qtText(EntrySort::label(m_state.sort().column))));
 }
 
 void EntryListView::showContent() {
@@ -212,15 +213,16 @@ void EntryListView::showContent() {
 EmptyStateView* EntryListView::emptyState() {
     if (!m_state.isSearching()) {
         auto* const empty = new EmptyStateView(
-            QStringLiteral("tray"), tr("Bu grup boş"),
-            tr("Buraya ilk kaydını ekle; kullanıcı adı, parola ve otomatik yazma sekansı saklanır."));
-        empty->setAction(tr("Kayıt ekle"), [this] { Command::of(Command::ID::newEntry)(m_state); });
+            QStringLiteral("tray"), QStringLiteral("Bu grup boş"),
+            QStringLiteral("Buraya ilk kaydını ekle; kullanıcı adı, parola ve otomatik yazma sekansı saklanır."));
+        empty->setAction(QStringLiteral("Kayıt ekle"), [this] { Command::of(Command::ID::newEntry)(m_state); });
         return empty;
     }
-    auto* const empty = new EmptyStateView(QStringLiteral("magnifyingglass"), tr("Eşleşme yok"),
-                                           tr("“%1” için kayıt bulunamadı. Başka bir terim dene ya da aramayı temizle.")
-                                               .arg(qtText(m_state.searchText())));
-    empty->setAction(tr("Aramayı temizle"), [this] { m_state.clearSearch(); });
+    auto* const empty =
+        new EmptyStateView(QStringLiteral("magnifyingglass"), QStringLiteral("Eşleşme yok"),
+                           QStringLiteral("“%1” için kayıt bulunamadı. Başka bir terim dene ya da aramayı temizle.")
+                               .arg(qtText(m_state.searchText())));
+    empty->setAction(QStringLiteral("Aramayı temizle"), [this] { m_state.clearSearch(); });
     return empty;
 }
 

@@ -28,7 +28,7 @@ constexpr int lineGap = 2;
 constexpr int narrowestTitle = 56;  // what a badge leaves of a longer one
 
 QString expiredText() {
-    return EntryRowDelegate::tr("Süresi dolmuş");
+    return QStringLiteral("Süresi dolmuş");
 }
 
 /// Where the parts of a row stand, in the logical direction, and what they have room for.

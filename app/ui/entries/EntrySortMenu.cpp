@@ -16,8 +16,8 @@ constexpr int titleMargin = 10;  // where the menu's texts begin
 }  // namespace
 
 EntrySortMenu::EntrySortMenu(AppState& state, QWidget* parent) : QMenu(parent), m_state(state) {
-    setAccessibleName(tr("Sıralama"));
-    m_columns = addChoice(tr("Sırala"));
+    setAccessibleName(QStringLiteral("Sıralama"));
+    m_columns = addChoice(QStringLiteral("Sırala"));
     for (const auto column : EntrySort::allCases) {
         auto* const item = m_columns->addAction(qtText(EntrySort::label(column)));
         item->setData(static_cast<int>(column));
@@ -25,9 +25,9 @@ EntrySortMenu::EntrySortMenu(AppState& state, QWidget* parent) : QMenu(parent), 
                 [this, column] { m_state.setSort({.column = column, .ascending = m_state.sort().ascending}); });
     }
     addActions(m_columns->actions());
-    m_directions = addChoice(tr("Yön"));
+    m_directions = addChoice(QStringLiteral("Yön"));
     for (const bool ascending : {true, false}) {
-        auto* const item = m_directions->addAction(ascending ? tr("Artan") : tr("Azalan"));
+        auto* const item = m_directions->addAction(ascending ? QStringLiteral("Artan") : QStringLiteral("Azalan"));
         item->setData(ascending);
         connect(item, &QAction::triggered, this,
                 [this, ascending] { m_state.setSort({.column = m_state.sort().column, .ascending = ascending}); });

@@ -39,7 +39,8 @@ constexpr int rowGap = Metric::xs;
 
 PasswordGeneratorView::PasswordGeneratorView(const Environment& environment, const std::optional<UUID>& applyTo,
                                              QWidget* parent)
-    : SheetScaffold(tr("Parola üreteci"), tr("Kapat"), applyTo ? tr("Kayda uygula") : tr("Panoya kopyala"), parent),
+    : SheetScaffold(QStringLiteral("Parola üreteci"), QStringLiteral("Kapat"),
+                    applyTo ? QStringLiteral("Kayda uygula") : QStringLiteral("Panoya kopyala"), parent),
       m_environment(environment),
       m_applyTo(applyTo),
       m_options(environment.preferences.generatorOptions()) {
@@ -56,16 +57,16 @@ PasswordGeneratorView::PasswordGeneratorView(const Environment& environment, con
 
 Card* PasswordGeneratorView::makePreview() {
     auto* const card = new Card;
-    m_preview = new SelectableSecretText(tr("Önizleme"));
+    m_preview = new SelectableSecretText(QStringLiteral("Önizleme"));
     m_preview->setFontSizes(previewSize, longPreviewSize);
     m_preview->setMinimumHeight(previewHeight);
     m_eye = new EyeButton;
     m_eye->setSides(Metric::controlHeightSmall, eyeSymbol);
 
-    auto* const copy = new Button(tr("Kopyala"));
+    auto* const copy = new Button(QStringLiteral("Kopyala"));
     copy->setSymbol(QStringLiteral("doc.on.doc"));
     connect(copy, &Button::clicked, this, &PasswordGeneratorView::copy);
-    auto* const again = new Button(tr("Yeniden üret"));
+    auto* const again = new Button(QStringLiteral("Yeniden üret"));
     again->setSymbol(QStringLiteral("arrow.triangle.2.circlepath"));
     connect(again, &Button::clicked, this, &PasswordGeneratorView::regenerate);
     // A click leaves the focus where it is: Return then goes on meaning the way out.
@@ -73,7 +74,7 @@ Card* PasswordGeneratorView::makePreview() {
         button->setFocusPolicy(Qt::TabFocus);
 
     auto* const heading = new QHBoxLayout;
-    heading->addWidget(new FieldLabel(tr("Önizleme")), 1);
+    heading->addWidget(new FieldLabel(QStringLiteral("Önizleme")), 1);
     heading->addWidget(m_eye);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(Metric::s);
@@ -92,11 +93,11 @@ Card* PasswordGeneratorView::makeLength() {
     auto* const card = new Card;
     m_lengthText = new TextLabel({}, BrandFont::display(lengthSize), Palette::accent);
     m_lengthText->setTabularFigures(true);
-    m_length = new Slider(tr("Uzunluk"), shortest, longest);
+    m_length = new Slider(QStringLiteral("Uzunluk"), shortest, longest);
     m_quickLengths = new QuickButtons({12, 16, 20, 32, 64}, QStringLiteral("%1"), QuickButtons::Width::equal);
 
     auto* const heading = new QHBoxLayout;
-    heading->addWidget(new FieldLabel(tr("Uzunluk")), 1);
+    heading->addWidget(new FieldLabel(QStringLiteral("Uzunluk")), 1);
     heading->addWidget(m_lengthText);
     card->content()->setSpacing(Metric::xs);
     card->content()->addLayout(heading);
@@ -108,13 +109,13 @@ Card* PasswordGeneratorView::makeLength() {
 Card* PasswordGeneratorView::makeCharacterSets() {
     auto* const card = new Card;
     card->content()->setSpacing(rowGap);
-    card->content()->addWidget(new FieldLabel(tr("Karakter kümesi")));
+    card->content()->addWidget(new FieldLabel(QStringLiteral("Karakter kümesi")));
     const std::pair<QString, Choice> rows[] = {
-        {tr("Büyük harf  A–Z"), &PasswordGenerator::Options::upper},
-        {tr("Küçük harf  a–z"), &PasswordGenerator::Options::lower},
-        {tr("Rakam  0–9"), &PasswordGenerator::Options::digits},
-        {tr("Sembol  !@#$…"), &PasswordGenerator::Options::symbols},
-        {tr("Karışabilecek karakterleri ele  (l 1 I O 0)"), &PasswordGenerator::Options::excludeAmbiguous},
+        {QStringLiteral("Büyük harf  A–Z"), &PasswordGenerator::Options::upper},
+        {QStringLiteral("Küçük harf  a–z"), &PasswordGenerator::Options::lower},
+        {QStringLiteral("Rakam  0–9"), &PasswordGenerator::Options::digits},
+        {QStringLiteral("Sembol  !@#$…"), &PasswordGenerator::Options::symbols},
+        {QStringLiteral("Karışabilecek karakterleri ele  (l 1 I O 0)"), &PasswordGenerator::Options::excludeAmbiguous},
     };
     for (const auto& [text, choice] : rows) {
         auto* const toggle = new Toggle(text);
@@ -126,7 +127,8 @@ Card* PasswordGeneratorView::makeCharacterSets() {
         });
         card->content()->addWidget(toggle);
     }
-    m_warning = new TextLabel(tr("En az bir karakter kümesi seçmelisin."), BrandFont::secondary(), Palette::warn);
+    m_warning =
+        new TextLabel(QStringLiteral("En az bir karakter kümesi seçmelisin."), BrandFont::secondary(), Palette::warn);
     card->content()->addWidget(m_warning);
     return card;
 }

@@ -32,8 +32,9 @@ constexpr std::int64_t folderIcon = 48;
 }  // namespace
 
 GroupEditView::GroupEditView(const Environment& environment, Mode mode, QWidget* parent)
-    : SheetScaffold(std::holds_alternative<Edit>(mode) ? tr("Grubu düzenle") : tr("Yeni grup"), tr("Vazgeç"),
-                    std::holds_alternative<Edit>(mode) ? tr("Kaydet") : tr("Oluştur"), parent),
+    : SheetScaffold(std::holds_alternative<Edit>(mode) ? QStringLiteral("Grubu düzenle") : QStringLiteral("Yeni grup"),
+                    QStringLiteral("Vazgeç"),
+                    std::holds_alternative<Edit>(mode) ? QStringLiteral("Kaydet") : QStringLiteral("Oluştur"), parent),
       m_state(environment.state),
       m_mode(std::move(mode)) {
     setSizes(smallest, ideal);
@@ -48,10 +49,10 @@ GroupEditView::GroupEditView(const Environment& environment, Mode mode, QWidget*
 
 void GroupEditView::makeControls() {
     m_icon = new IconPicker(folderIcon);
-    m_name = new TextField(tr("Grup adı"));
-    m_notes = new TextArea(tr("Notlar"));
-    m_useCustomSequence = new Toggle(tr("Bu grup için varsayılan sekans"));
-    m_customSequence = new TextField(tr("Sekans"));
+    m_name = new TextField(QStringLiteral("Grup adı"));
+    m_notes = new TextArea(QStringLiteral("Notlar"));
+    m_useCustomSequence = new Toggle(QStringLiteral("Bu grup için varsayılan sekans"));
+    m_customSequence = new TextField(QStringLiteral("Sekans"));
     m_customSequence->setMono(true);
     m_customSequence->setText(qtText(AutoTypeService::defaultSequence));
 }
@@ -71,17 +72,17 @@ QWidget* GroupEditView::makeBasicsCard() {
     auto* const card = new Card;
     auto* const heading = new QHBoxLayout;
     heading->setSpacing(Metric::m);
-    heading->addWidget(new FormField(tr("Simge"), m_icon));
-    heading->addWidget(new FormField(tr("Grup adı"), m_name), 1);
+    heading->addWidget(new FormField(QStringLiteral("Simge"), m_icon));
+    heading->addWidget(new FormField(QStringLiteral("Grup adı"), m_name), 1);
     card->content()->addLayout(heading);
-    card->content()->addWidget(new FormField(tr("Notlar"), m_notes));
+    card->content()->addWidget(new FormField(QStringLiteral("Notlar"), m_notes));
     return card;
 }
 
 QWidget* GroupEditView::makeAutoTypeCard() {
-    auto* const card = new Card(tr("Otomatik yazma"));
-    m_sequenceField = new FormField(tr("Sekans"), m_customSequence);
-    m_sequenceField->setHint(tr("Alt gruplar ve kayıtlar bunu devralır."));
+    auto* const card = new Card(QStringLiteral("Otomatik yazma"));
+    m_sequenceField = new FormField(QStringLiteral("Sekans"), m_customSequence);
+    m_sequenceField->setHint(QStringLiteral("Alt gruplar ve kayıtlar bunu devralır."));
     card->content()->addWidget(m_useCustomSequence);
     card->content()->addWidget(m_sequenceField);
     return card;
@@ -89,7 +90,7 @@ QWidget* GroupEditView::makeAutoTypeCard() {
 
 QWidget* GroupEditView::makeDeleteSection() {
     auto* const section = new Card;
-    auto* const remove = new Button(tr("Grubu sil"), Button::Variant::danger);
+    auto* const remove = new Button(QStringLiteral("Grubu sil"), Button::Variant::danger);
     remove->setSymbol(QStringLiteral("trash"));
     connect(remove, &Button::clicked, this, &GroupEditView::deleteGroup);
     m_entryCount = new Paragraph({}, BrandFont::secondary(), Palette::textSoft);
@@ -139,7 +140,7 @@ void GroupEditView::showSequence() {
 
 void GroupEditView::showEntryCount() {
     if (m_entryCount)
-        m_entryCount->setText(tr("%1 kayıt ve tüm alt gruplar silinir.")
+        m_entryCount->setText(QStringLiteral("%1 kayıt ve tüm alt gruplar silinir.")
                                   .arg(Numbers::grouped(GroupTree::totalEntryCount(std::get<Edit>(m_mode).group))));
 }
 

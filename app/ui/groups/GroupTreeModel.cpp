@@ -12,7 +12,7 @@ namespace {
 
 QString nameOf(const KdbxGroup& group) {
     constexpr std::size_t mostBytes = 4096;  // more than a row shows or a voice would speak
-    return group.name.empty() ? GroupTreeModel::tr("Adsız grup") : qtText(LongText::prefix(group.name, mostBytes));
+    return group.name.empty() ? QStringLiteral("Adsız grup") : qtText(LongText::prefix(group.name, mostBytes));
 }
 
 }  // namespace
@@ -92,7 +92,7 @@ QVariant GroupTreeModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleTextRole:
             return nameOf(*row.group);
         case Qt::AccessibleDescriptionRole:
-            return tr("%1 kayıt, düzey %2").arg(Numbers::grouped(row.entryCount)).arg(row.depth + 1);
+            return QStringLiteral("%1 kayıt, düzey %2").arg(Numbers::grouped(row.entryCount)).arg(row.depth + 1);
         case depthRole:
             return row.depth;
         case countRole:

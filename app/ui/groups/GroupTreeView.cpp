@@ -40,7 +40,7 @@ GroupTreeView::GroupTreeView(AppState& state, QWidget* parent)
       m_model(new GroupTreeModel(this)),
       m_name(new TextLabel({}, BrandFont::body(nameSize, QFont::DemiBold), Palette::text)),
       m_add(makeCommandButton(Command::ID::newGroup)),
-      m_list(new RowListView(tr("Gruplar"))) {
+      m_list(new RowListView(QStringLiteral("Gruplar"))) {
     arrange();
     connectList();
     connectState();

@@ -35,11 +35,12 @@ public:
 }  // namespace
 
 MoveView::MoveView(AppState& state, MoveSubject subject, QWidget* parent)
-    : SheetScaffold(subject.groupID ? tr("Grubu taşı") : tr("Gruba taşı"), tr("Vazgeç"), tr("Taşı"), parent),
+    : SheetScaffold(subject.groupID ? QStringLiteral("Grubu taşı") : QStringLiteral("Gruba taşı"),
+                    QStringLiteral("Vazgeç"), QStringLiteral("Taşı"), parent),
       m_state(state),
       m_subject(std::move(subject)),
       m_model(new GroupTreeModel(this)),
-      m_list(new RowListView(tr("Hedef grup"))) {
+      m_list(new RowListView(QStringLiteral("Hedef grup"))) {
     setSizes(smallest, ideal);
     setSubtitle(subjectText());
     arrange();
@@ -88,12 +89,12 @@ std::optional<GroupTreeModel::Moving> MoveView::movingGroup() const {
 QString MoveView::subjectText() const {
     if (m_subject.groupID) {
         const auto* const group = GroupTree::findGroup(*m_state.root(), *m_subject.groupID);
-        return !group || group->name.empty() ? tr("Adsız grup") : LongText::beginning(group->name);
+        return !group || group->name.empty() ? QStringLiteral("Adsız grup") : LongText::beginning(group->name);
     }
     if (m_subject.entryIDs.size() > 1)
-        return tr("%1 kayıt").arg(m_subject.entryIDs.size());
+        return QStringLiteral("%1 kayıt").arg(m_subject.entryIDs.size());
     const auto* const entry = GroupTree::findEntry(*m_state.root(), *m_subject.entryIDs.begin());
-    return !entry || entry->title.empty() ? tr("Adsız kayıt") : LongText::beginning(entry->title);
+    return !entry || entry->title.empty() ? QStringLiteral("Adsız kayıt") : LongText::beginning(entry->title);
 }
 
 /// The group that holds what moves, or the first of it; none once that has gone.

@@ -39,7 +39,7 @@ QFont keyNamesFont() {
 }
 
 QString recordingText() {
-    return HotKeyRecorder::tr("Tuş kombinasyonuna bas…");
+    return QStringLiteral("Tuş kombinasyonuna bas…");
 }
 
 int recordingWidth() {
@@ -148,7 +148,7 @@ void HotKeyRecorder::showCombination() {
 }
 
 QString HotKeyRecorder::hint() {
-    return tr("esc ile vazgeç");
+    return QStringLiteral("esc ile vazgeç");
 }
 
 void HotKeyRecorder::showKeyNames() {

@@ -24,7 +24,7 @@ PermissionRow::PermissionRow(QWidget* parent)
     : QWidget(parent),
       m_title(new TextLabel({}, BrandFont::rowTitle(), Palette::text)),
       m_subtitle(new Paragraph({}, BrandFont::body(11), Palette::textSoft)),
-      m_ask(new Button(tr("İzin ver…"))) {
+      m_ask(new Button(QStringLiteral("İzin ver…"))) {
     m_ask->setSmall(true);
     auto* const texts = new QVBoxLayout;
     texts->setSpacing(2);
@@ -41,9 +41,10 @@ PermissionRow::PermissionRow(QWidget* parent)
 
 void PermissionRow::showGranted(bool isGranted, Asking asking) {
     m_isGranted = isGranted;
-    m_title->setText(isGranted ? tr("Erişilebilirlik izni verildi") : tr("Erişilebilirlik izni gerekli"));
-    m_subtitle->setText(isGranted ? tr("Otomatik yazma kullanılabilir.")
-                                  : tr("İzin olmadan tuş vuruşları gönderilemez."));
+    m_title->setText(isGranted ? QStringLiteral("Erişilebilirlik izni verildi")
+                               : QStringLiteral("Erişilebilirlik izni gerekli"));
+    m_subtitle->setText(isGranted ? QStringLiteral("Otomatik yazma kullanılabilir.")
+                                  : QStringLiteral("İzin olmadan tuş vuruşları gönderilemez."));
     m_ask->setVisible(!isGranted && asking == Asking::possible);
     update();
 }

@@ -38,16 +38,16 @@ constexpr int rowGap = 10;
 constexpr int labelGap = 6;
 
 QString seconds() {
-    return ClipboardCard::tr("%1 sn");
+    return QStringLiteral("%1 sn");
 }
 
 }  // namespace
 
 ClipboardCard::ClipboardCard(Preferences& preferences, QWidget* parent)
-    : Card(tr("Pano"), parent),
+    : Card(QStringLiteral("Pano"), parent),
       m_preferences(preferences),
       m_value(new TextLabel({}, BrandFont::rowTitle(), Palette::accent)),
-      m_slider(new Slider(tr("Otomatik temizleme"), shortestTimeout, longestTimeout)),
+      m_slider(new Slider(QStringLiteral("Otomatik temizleme"), shortestTimeout, longestTimeout)),
       m_quickTimes(new QuickButtons({10, 12, 30, 60}, seconds(), QuickButtons::Width::natural)) {
     arrange();
     connectControls();
@@ -58,12 +58,12 @@ void ClipboardCard::arrange() {
     content()->setSpacing(rowGap);
     m_value->setTabularFigures(true);
     auto* const row = new QHBoxLayout;
-    row->addWidget(new TextLabel(tr("Otomatik temizleme"), BrandFont::bodyText(), Palette::text), 1);
+    row->addWidget(new TextLabel(QStringLiteral("Otomatik temizleme"), BrandFont::bodyText(), Palette::text), 1);
     row->addWidget(m_value);
     content()->addLayout(row);
     content()->addWidget(m_slider);
-    content()->addWidget(
-        new Paragraph(tr("Kopyalanan gizli değerin silinme süresi"), BrandFont::body(11), Palette::textSoft));
+    content()->addWidget(new Paragraph(QStringLiteral("Kopyalanan gizli değerin silinme süresi"), BrandFont::body(11),
+                                       Palette::textSoft));
     content()->addWidget(m_quickTimes);
 }
 
@@ -82,11 +82,11 @@ void ClipboardCard::showTimeout() {
 }
 
 AutoTypeCard::AutoTypeCard(Preferences& preferences, AutoTypeService& autoType, QWidget* parent)
-    : Card(tr("Otomatik yazma"), parent),
+    : Card(QStringLiteral("Otomatik yazma"), parent),
       m_preferences(preferences),
       m_autoType(autoType),
-      m_sequence(new TextField(tr("Varsayılan tuş sekansı"))),
-      m_reset(new Button(tr("Varsayılana dön"))),
+      m_sequence(new TextField(QStringLiteral("Varsayılan tuş sekansı"))),
+      m_reset(new Button(QStringLiteral("Varsayılana dön"))),
       m_permission(new PermissionRow),
       m_polling(new QTimer(this)) {
     arrange();
@@ -99,7 +99,7 @@ void AutoTypeCard::arrange() {
     content()->setSpacing(rowGap);
     m_sequence->setMono(true);
     m_reset->setSmall(true);
-    auto* const label = new FieldLabel(tr("Varsayılan tuş sekansı"));
+    auto* const label = new FieldLabel(QStringLiteral("Varsayılan tuş sekansı"));
     label->setBuddy(m_sequence);
     auto* const field = new QVBoxLayout;
     field->setSpacing(labelGap);
@@ -151,12 +151,13 @@ void AutoTypeCard::hideEvent(QHideEvent* event) {
 }
 
 HotKeyCard::HotKeyCard(Preferences& preferences, GlobalHotKey& hotKey, QWidget* parent)
-    : Card(tr("Genel kısayol"), parent),
+    : Card(QStringLiteral("Genel kısayol"), parent),
       m_preferences(preferences),
       m_hotKey(hotKey),
       m_recorder(new HotKeyRecorder(preferences, hotKey)),
-      m_reset(new Button(tr("Varsayılana dön  (⌘⌥A)"), Button::Variant::ghost)),
-      m_rejected(new TextLabel(tr("En az bir değiştirici tuş gerekli"), BrandFont::label(), Palette::danger)),
+      m_reset(new Button(QStringLiteral("Varsayılana dön  (⌘⌥A)"), Button::Variant::ghost)),
+      m_rejected(
+          new TextLabel(QStringLiteral("En az bir değiştirici tuş gerekli"), BrandFont::label(), Palette::danger)),
       m_refused(new Paragraph({}, BrandFont::body(11), Palette::warn)),
       m_spoken(new Announcement(this)),
       m_polling(new QTimer(this)) {
@@ -170,10 +171,12 @@ void HotKeyCard::arrange() {
     content()->setSpacing(rowGap);
     auto* const texts = new QVBoxLayout;
     texts->setSpacing(Metric::xs);
-    texts->addWidget(new TextLabel(tr("Her uygulamadan otomatik yazma"), BrandFont::rowTitle(), Palette::text));
-    texts->addWidget(new Paragraph(tr("Herhangi bir uygulamadayken bu kısayola bas; ön plandaki pencerenin başlığıyla "
-                                      "eşleşen kayıt otomatik yazılır."),
-                                   BrandFont::secondary(), Palette::textSoft));
+    texts->addWidget(
+        new TextLabel(QStringLiteral("Her uygulamadan otomatik yazma"), BrandFont::rowTitle(), Palette::text));
+    texts->addWidget(
+        new Paragraph(QStringLiteral("Herhangi bir uygulamadayken bu kısayola bas; ön plandaki pencerenin başlığıyla "
+                                     "eşleşen kayıt otomatik yazılır."),
+                      BrandFont::secondary(), Palette::textSoft));
     auto* const row = new QWidget;
     auto* const flow = new FlowLayout(Metric::s, row);
     flow->addWidget(m_recorder);
@@ -234,10 +237,11 @@ void HotKeyCard::look() {
 void HotKeyCard::showState() {
     const bool wasShown = !m_refused->isHidden();
     const bool isShown = m_hotKey.isRefused();
-    m_refused->setText(m_hotKey.isPossible()
-                           ? tr("Bu kısayol şu anda devrede değil; başka bir uygulama kullanıyor olabilir. Başka bir "
-                                "kombinasyon seçebilirsin.")
-                           : tr("Bu masaüstünde genel kısayol kullanılamıyor."));
+    m_refused->setText(
+        m_hotKey.isPossible()
+            ? QStringLiteral("Bu kısayol şu anda devrede değil; başka bir uygulama kullanıyor olabilir. Başka bir "
+                             "kombinasyon seçebilirsin.")
+            : QStringLiteral("Bu masaüstünde genel kısayol kullanılamıyor."));
     m_refused->setVisible(isShown);
     m_recorder->setNote(isShown ? m_refused->text() : QString());
     if (!isShown || wasShown || !isVisible())

@@ -38,7 +38,7 @@ void SettingsView::open(const Environment& environment, QWidget& owner, const QL
 
 SettingsView::SettingsView(const Environment& environment, QWidget* owner) : QWidget(owner, Qt::Window) {
     Accessible::setRole(*this, QAccessible::Dialog);
-    setWindowTitle(tr("Ayarlar"));
+    setWindowTitle(QStringLiteral("Ayarlar"));
     const QSize room = screen()->availableGeometry().size() - screenReserve;
     setMinimumSize(smallestSize.boundedTo(room));
     resize(idealSize.boundedTo(room));

@@ -21,10 +21,10 @@ constexpr auto refreshInterval = 100ms;
 DerivationProgress::DerivationProgress(AppState& state, QWidget* parent)
     : QWidget(parent),
       m_state(state),
-      m_text(new TextLabel(tr("Anahtar türetiliyor…"), BrandFont::secondary(), Palette::text)),
+      m_text(new TextLabel(QStringLiteral("Anahtar türetiliyor…"), BrandFont::secondary(), Palette::text)),
       m_percent(new TextLabel({}, BrandFont::secondary(), Palette::textSoft)),
-      m_bar(new ProgressBar(tr("Anahtar türetiliyor"))),
-      m_giveUp(new Button(tr("Vazgeç"))),
+      m_bar(new ProgressBar(QStringLiteral("Anahtar türetiliyor"))),
+      m_giveUp(new Button(QStringLiteral("Vazgeç"))),
       m_timer(new QTimer(this)) {
     arrange();
     m_timer->setInterval(refreshInterval);
@@ -64,7 +64,7 @@ void DerivationProgress::setLarge(bool isLarge) {
 void DerivationProgress::showFraction() {
     const int percent = static_cast<int>(m_state.derivationFraction() * 100);
     m_bar->setValue(percent);
-    m_percent->setText(tr("%%1").arg(percent));
+    m_percent->setText(QStringLiteral("%%1").arg(percent));
 }
 
 void DerivationProgress::showEvent(QShowEvent* event) {

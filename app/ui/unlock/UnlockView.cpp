@@ -83,11 +83,11 @@ UnlockView::UnlockView(AppState& state, QWidget* parent)
       m_subtitle(new TextLabel({}, BrandFont::secondary(), Palette::textSoft)),
       m_fileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::text)),
       m_folder(new TextLabel({}, BrandFont::body(smallTextSize), Palette::textSoft)),
-      m_password(new SecretField(tr("Ana parola"))),
-      m_confirmation(new SecretField(tr("Parolayı doğrula"))),
+      m_password(new SecretField(QStringLiteral("Ana parola"))),
+      m_confirmation(new SecretField(QStringLiteral("Parolayı doğrula"))),
       m_strength(new StrengthMeter),
-      m_mismatch(new TextLabel(tr("Parolalar eşleşmiyor."), BrandFont::label(), Palette::danger)),
-      m_chooseKeyFile(new Button(tr("Dosya seç…"))),
+      m_mismatch(new TextLabel(QStringLiteral("Parolalar eşleşmiyor."), BrandFont::label(), Palette::danger)),
+      m_chooseKeyFile(new Button(QStringLiteral("Dosya seç…"))),
       m_keyFileName(new TextLabel({}, BrandFont::body(12, QFont::DemiBold), Palette::success)),
       m_banner(new ShakingBanner),
       m_chooserBanner(new ShakingBanner),
@@ -108,7 +108,7 @@ UnlockView::~UnlockView() {
 void UnlockView::makeControls() {
     for (auto* const field : {m_password, m_confirmation})
         field->setSize(TextField::Size::large);
-    m_confirmation->setPlaceholderText(tr("Tekrar yaz"));
+    m_confirmation->setPlaceholderText(QStringLiteral("Tekrar yaz"));
     m_folder->setElideMode(Qt::ElideMiddle);
     m_chooseKeyFile->setSymbol(QStringLiteral("key.horizontal"));
     m_submit->setLarge(true);
@@ -159,9 +159,9 @@ QWidget* UnlockView::makeForm() {
     auto* const form = new QWidget;
     auto* const column = bareColumn(form, formSpacing);
     column->addWidget(makePathCard());
-    column->addWidget(new FormField(tr("Ana parola"), m_password));
+    column->addWidget(new FormField(QStringLiteral("Ana parola"), m_password));
     column->addWidget(makeConfirmation());
-    m_keyFileField = new FormField(tr("Anahtar dosyası"), makeKeyFileField());
+    m_keyFileField = new FormField(QStringLiteral("Anahtar dosyası"), makeKeyFileField());
     column->addWidget(m_keyFileField);
     column->addWidget(m_banner);
     column->addWidget(makeActionRow());
@@ -173,7 +173,7 @@ QWidget* UnlockView::makeConfirmation() {
     m_strength->hide();
     m_confirmationBlock = new QWidget;
     auto* const column = bareColumn(m_confirmationBlock, 10);
-    column->addWidget(new FormField(tr("Parolayı doğrula"), m_confirmation));
+    column->addWidget(new FormField(QStringLiteral("Parolayı doğrula"), m_confirmation));
     column->addWidget(m_strength);
     column->addWidget(m_mismatch);
     return m_confirmationBlock;
@@ -186,7 +186,7 @@ QWidget* UnlockView::makePathCard() {
     names->setSpacing(2);
     names->addWidget(m_fileName);
     names->addWidget(m_folder);
-    auto* const change = new Button(tr("Değiştir"));
+    auto* const change = new Button(QStringLiteral("Değiştir"));
     change->setSmall(true);
     connect(change, &Button::clicked, this, &UnlockView::chooseDatabase);
 
@@ -202,7 +202,7 @@ QWidget* UnlockView::makePathCard() {
 QWidget* UnlockView::makeKeyFileField() {
     m_chosenKeyFile = new QWidget;
     auto* const chosen = bareRow(m_chosenKeyFile, Metric::s);
-    auto* const remove = new Button(tr("Kaldır"));
+    auto* const remove = new Button(QStringLiteral("Kaldır"));
     remove->setSmall(true);
     connect(remove, &Button::clicked, this, [this] { setKeyFile(std::nullopt); });
     chosen->addWidget(new SymbolMark(QStringLiteral("key.horizontal"), Palette::success, keySymbolSide));
@@ -229,9 +229,10 @@ QWidget* UnlockView::makeActionRow() {
     m_actions = new QWidget;
     auto* const row = bareRow(m_actions, Metric::s);
     row->addWidget(m_submit, 1);
-    row->addWidget(framed(QStringLiteral("folder"), tr("Başka bir veritabanı aç"), &UnlockView::chooseDatabase));
     row->addWidget(
-        framed(QStringLiteral("doc.badge.plus"), tr("Yeni veritabanı oluştur"), &UnlockView::chooseNewDatabase));
+        framed(QStringLiteral("folder"), QStringLiteral("Başka bir veritabanı aç"), &UnlockView::chooseDatabase));
+    row->addWidget(framed(QStringLiteral("doc.badge.plus"), QStringLiteral("Yeni veritabanı oluştur"),
+                          &UnlockView::chooseNewDatabase));
     m_progress->setLarge(true);
     m_progress->hide();
     auto* const place = new QWidget;
@@ -244,10 +245,10 @@ QWidget* UnlockView::makeActionRow() {
 
 QWidget* UnlockView::makeChooser() {
     auto* const chooser =
-        new EmptyStateView(QStringLiteral("lock.doc"), tr("Henüz bir kasa yok"),
-                           tr("Var olan bir .kdbx dosyasını aç ya da sıfırdan yeni bir kasa oluştur."));
-    auto* const open = new Button(tr("Veritabanı aç…"), Button::Variant::primary);
-    auto* const create = new Button(tr("Yeni kasa…"));
+        new EmptyStateView(QStringLiteral("lock.doc"), QStringLiteral("Henüz bir kasa yok"),
+                           QStringLiteral("Var olan bir .kdbx dosyasını aç ya da sıfırdan yeni bir kasa oluştur."));
+    auto* const open = new Button(QStringLiteral("Veritabanı aç…"), Button::Variant::primary);
+    auto* const create = new Button(QStringLiteral("Yeni kasa…"));
     connect(open, &Button::clicked, this, &UnlockView::chooseDatabase);
     connect(create, &Button::clicked, this, &UnlockView::chooseNewDatabase);
     auto* const buttons = new QWidget;
@@ -273,7 +274,7 @@ QWidget* UnlockView::makeFooter() {
     };
     badge(QStringLiteral("KDBX 4.x"), QStringLiteral("doc.badge.gearshape"));
     badge(QStringLiteral("Argon2id"), QStringLiteral("cpu"));
-    badge(tr("Yerel"), QStringLiteral("externaldrive"));
+    badge(QStringLiteral("Yerel"), QStringLiteral("externaldrive"));
     return footer;
 }
 
@@ -339,11 +340,12 @@ void UnlockView::showDatabase() {
 }
 
 void UnlockView::showMode() {
-    m_subtitle->setText(m_isCreating ? tr("Ana parolanı belirle, kasayı mühürleyelim.")
-                                     : tr("Parolaların yerel, şifreli ve sende."));
-    m_password->setPlaceholderText(m_isCreating ? tr("Güçlü bir parola seç") : tr("Ana parolan"));
+    m_subtitle->setText(m_isCreating ? QStringLiteral("Ana parolanı belirle, kasayı mühürleyelim.")
+                                     : QStringLiteral("Parolaların yerel, şifreli ve sende."));
+    m_password->setPlaceholderText(m_isCreating ? QStringLiteral("Güçlü bir parola seç")
+                                                : QStringLiteral("Ana parolan"));
     m_confirmationBlock->setVisible(m_isCreating);
-    m_submit->setText(m_isCreating ? tr("Kasayı oluştur") : tr("Kilidi aç"));
+    m_submit->setText(m_isCreating ? QStringLiteral("Kasayı oluştur") : QStringLiteral("Kilidi aç"));
     m_submit->setSymbol(m_isCreating ? QStringLiteral("lock.fill") : QStringLiteral("lock.open.fill"));
     showSubmit();
 }
@@ -351,7 +353,7 @@ void UnlockView::showMode() {
 void UnlockView::showKeyFile() {
     m_chooseKeyFile->setVisible(!m_keyFile);
     m_chosenKeyFile->setVisible(m_keyFile.has_value());
-    m_keyFileField->setHint(m_keyFile ? QString() : tr("İsteğe bağlı — ikinci bir faktör."));
+    m_keyFileField->setHint(m_keyFile ? QString() : QStringLiteral("İsteğe bağlı — ikinci bir faktör."));
     m_keyFileName->setText(m_keyFile ? qtPath(m_keyFile->filename()) : QString());
 }
 
@@ -388,7 +390,8 @@ void UnlockView::answerFile() {
     if (!m_isCreating || m_isBusy || !m_state.isLocked() || m_state.offersCreation())
         return;
     takeUpDatabase();
-    m_state.setNotice(vaultText(tr("“%1” yeniden yerinde. Ana parolanla açabilirsin.").arg(m_fileName->text())));
+    m_state.setNotice(
+        vaultText(QStringLiteral("“%1” yeniden yerinde. Ana parolanla açabilirsin.").arg(m_fileName->text())));
 }
 
 bool UnlockView::canSubmit() const {

@@ -27,8 +27,8 @@ Paragraph* centred(const QString& text, const QFont& font, const QColor& colour)
 
 AboutView::AboutView(QWidget* parent) : QWidget(parent) {
     Accessible::setRole(*this, QAccessible::Dialog);
-    setAccessibleName(tr("Brenvik Hakkında"));
-    auto* const close = new Button(tr("Kapat"));
+    setAccessibleName(QStringLiteral("Brenvik Hakkında"));
+    auto* const close = new Button(QStringLiteral("Kapat"));
     connect(close, &Button::clicked, this, &AboutView::dismissed);
 
     auto* const column = new QVBoxLayout(this);
@@ -38,15 +38,17 @@ AboutView::AboutView(QWidget* parent) : QWidget(parent) {
     column->addSpacing(Metric::m);
     column->addWidget(new TextLabel(QStringLiteral("Brenvik"), BrandFont::sheetTitle(), Palette::text), 0,
                       Qt::AlignHCenter);
-    column->addWidget(
-        new TextLabel(tr("Sürüm %1").arg(QStringLiteral(BRENVIK_VERSION)), BrandFont::secondary(), Palette::textSoft),
-        0, Qt::AlignHCenter);
+    column->addWidget(new TextLabel(QStringLiteral("Sürüm %1").arg(QStringLiteral(BRENVIK_VERSION)),
+                                    BrandFont::secondary(), Palette::textSoft),
+                      0, Qt::AlignHCenter);
     column->addSpacing(Metric::m);
-    column->addWidget(centred(tr("Parolaların yerel, şifreli ve sende."), BrandFont::bodyText(), Palette::text));
+    column->addWidget(
+        centred(QStringLiteral("Parolaların yerel, şifreli ve sende."), BrandFont::bodyText(), Palette::text));
     column->addSpacing(Metric::s);
-    column->addWidget(centred(tr("MIT lisansıyla özgür yazılım. Yazı tipi Inter (SIL OFL 1.1), simgeler Bootstrap "
-                                 "Icons (MIT), arayüz Qt (LGPL 3)."),
-                              BrandFont::label(), Palette::textSoft));
+    column->addWidget(
+        centred(QStringLiteral("MIT lisansıyla özgür yazılım. Yazı tipi Inter (SIL OFL 1.1), simgeler Bootstrap "
+                               "Icons (MIT), arayüz Qt (LGPL 3)."),
+                BrandFont::label(), Palette::textSoft));
     column->addStretch();
     column->addSpacing(Metric::l);
     column->addWidget(close, 0, Qt::AlignHCenter);

@@ -28,7 +28,7 @@ ClipboardNotice::ClipboardNotice(AppState& state, ClipboardService& clipboard, Q
       m_text(new TextLabel({}, BrandFont::secondary(), Palette::text)),
       m_spoken(new Announcement(this)) {
     hide();
-    auto* const clear = new Button(tr("Temizle"), Button::Variant::ghost);
+    auto* const clear = new Button(QStringLiteral("Temizle"), Button::Variant::ghost);
     clear->setSmall(true);
     m_text->setTabularFigures(true);
     auto* const row = new QHBoxLayout(this);
@@ -47,12 +47,12 @@ ClipboardNotice::ClipboardNotice(AppState& state, ClipboardService& clipboard, Q
 void ClipboardNotice::showCountdown() {
     const auto seconds = m_clipboard.secondsRemaining();
     const bool isNeeded = m_state.isLocked() && seconds > 0;
-    m_text->setText(tr("Kopyalandı. Pano %1 sn sonra temizlenecek").arg(seconds));
+    m_text->setText(QStringLiteral("Kopyalandı. Pano %1 sn sonra temizlenecek").arg(seconds));
     place();
     setVisible(isNeeded);
     if (isNeeded)
         raise();
-    m_spoken->say(isNeeded ? tr("Kopyalandı") : QString());
+    m_spoken->say(isNeeded ? QStringLiteral("Kopyalandı") : QString());
 }
 
 /// Over the foot of the card, where nothing is to be done.

@@ -52,10 +52,11 @@ Columns::Columns(Preferences& preferences, QWidget* groups, QWidget* entries, QW
     for (auto* const column : {groups, entries, detail})
         addWidget(column);
     setStretchFactor(2, 1);
-    for (const auto& [divider, name] :
-         {std::pair{1, tr("Grup sütununun genişliği")}, std::pair{2, tr("Kayıt sütununun genişliği")}}) {
+    for (const auto& [divider, name] : {std::pair{1, QStringLiteral("Grup sütununun genişliği")},
+                                        std::pair{2, QStringLiteral("Kayıt sütununun genişliği")}}) {
         handle(divider)->setAccessibleName(name);
-        handle(divider)->setAccessibleDescription(tr("Sol ve sağ oklarla değiştir; Enter bitirir, Esc vazgeçer."));
+        handle(divider)->setAccessibleDescription(
+            QStringLiteral("Sol ve sağ oklarla değiştir; Enter bitirir, Esc vazgeçer."));
     }
     m_settling.setSingleShot(true);
     m_settling.setInterval(settlingTime);

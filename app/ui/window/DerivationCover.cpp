@@ -57,10 +57,10 @@ bool isEscape(const QEvent& event) {
 
 QString titleOf(const std::optional<AppState::DerivationPurpose>& purpose) {
     if (purpose == AppState::DerivationPurpose::locking)
-        return DerivationCover::tr("Kasa kaydedilip kilitleniyor");
+        return QStringLiteral("Kasa kaydedilip kilitleniyor");
     if (purpose == AppState::DerivationPurpose::restoring)
-        return DerivationCover::tr("Saklanan değişiklikler açılıyor");
-    return DerivationCover::tr("Kasa kaydediliyor");
+        return QStringLiteral("Saklanan değişiklikler açılıyor");
+    return QStringLiteral("Kasa kaydediliyor");
 }
 
 }  // namespace

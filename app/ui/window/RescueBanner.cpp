@@ -27,8 +27,8 @@ RescueBanner::RescueBanner(AppState& state, QWidget* parent)
       m_state(state),
       m_message(new Paragraph({}, BrandFont::body(12, QFont::Medium), Palette::text, this)),
       m_detail(new Paragraph({}, BrandFont::body(11), Palette::textSoft, this)),
-      m_restore(new Button(tr("Geri getir"))),
-      m_delete(new Button(tr("Sil"), Button::Variant::ghost)) {
+      m_restore(new Button(QStringLiteral("Geri getir"))),
+      m_delete(new Button(QStringLiteral("Sil"), Button::Variant::ghost)) {
     Accessible::setRole(*this, QAccessible::Notification);
     arrange();
     connectState();
@@ -70,10 +70,11 @@ void RescueBanner::showOffer() {
             emit decided();
         return;
     }
-    const auto message =
-        tr("Bu kasanın %1 tarihli, kaydedilmemiş değişiklikleri saklandı.").arg(brandFormatted(offer->kept));
-    const auto detail = offer->failure ? tr("Geri getirilemedi: %1").arg(qtText(*offer->failure))
-                                       : tr("Geri getirirsen kasa o andaki hâline döner; bu adımı geri alabilirsin.");
+    const auto message = QStringLiteral("Bu kasanın %1 tarihli, kaydedilmemiş değişiklikleri saklandı.")
+                             .arg(brandFormatted(offer->kept));
+    const auto detail = offer->failure
+                            ? QStringLiteral("Geri getirilemedi: %1").arg(qtText(*offer->failure))
+                            : QStringLiteral("Geri getirirsen kasa o andaki hâline döner; bu adımı geri alabilirsin.");
     m_message->setText(message);
     m_detail->setText(detail);
     const auto spoken = message + QLatin1Char(' ') + detail;

@@ -85,12 +85,12 @@ void RouteSheet::refresh() {
 }
 
 QWidget* RouteSheet::makeMissingView() const {
-    auto* const missing =
-        new EmptyStateView(QStringLiteral("questionmark.folder"), tr("Bulunamadı"), tr("Bu kayıt artık mevcut değil."));
+    auto* const missing = new EmptyStateView(QStringLiteral("questionmark.folder"), QStringLiteral("Bulunamadı"),
+                                             QStringLiteral("Bu kayıt artık mevcut değil."));
     auto& state = m_environment.state;
-    missing->setAction(tr("Kapat"), [&state] { state.setRoute(std::nullopt); });
+    missing->setAction(QStringLiteral("Kapat"), [&state] { state.setRoute(std::nullopt); });
     auto* const sheet = new SheetCard(missing, missingSize);
-    sheet->setAccessibleName(tr("Bulunamadı"));
+    sheet->setAccessibleName(QStringLiteral("Bulunamadı"));
     connect(sheet, &SheetCard::cancelled, &state, [&state] { state.setRoute(std::nullopt); });
     connect(sheet, &SheetCard::confirmed, &state, [&state] { state.setRoute(std::nullopt); });
     return sheet;

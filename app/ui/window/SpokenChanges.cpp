@@ -18,16 +18,16 @@ constexpr auto spokenFor = 5s;
 QString outcomeOf(const QString& label) {
     const auto several = QStringLiteral(" Kaydı Sil");
     if (label.endsWith(several))
-        return SpokenChanges::tr("%1 kayıt silindi").arg(label.chopped(several.size()));
+        return QStringLiteral("%1 kayıt silindi").arg(label.chopped(several.size()));
     if (label == QStringLiteral("Kaydı Sil"))
-        return SpokenChanges::tr("Kayıt silindi");
+        return QStringLiteral("Kayıt silindi");
     if (label == QStringLiteral("Grubu Sil"))
-        return SpokenChanges::tr("Grup silindi");
+        return QStringLiteral("Grup silindi");
     if (label == QStringLiteral("Kayıtları Taşı"))
-        return SpokenChanges::tr("Kayıtlar taşındı");
+        return QStringLiteral("Kayıtlar taşındı");
     if (label == QStringLiteral("Grubu Taşı"))
-        return SpokenChanges::tr("Grup taşındı");
-    return label == QStringLiteral("Sırayı Değiştir") ? SpokenChanges::tr("Sıra değişti") : QString();
+        return QStringLiteral("Grup taşındı");
+    return label == QStringLiteral("Sırayı Değiştir") ? QStringLiteral("Sıra değişti") : QString();
 }
 
 QString messageOf(const AppState::Change& change) {
@@ -36,9 +36,9 @@ QString messageOf(const AppState::Change& change) {
         case AppState::Change::Kind::made:
             return outcomeOf(label);
         case AppState::Change::Kind::undone:
-            return SpokenChanges::tr("Geri alındı: %1").arg(label);
+            return QStringLiteral("Geri alındı: %1").arg(label);
         case AppState::Change::Kind::redone:
-            return SpokenChanges::tr("Yinelendi: %1").arg(label);
+            return QStringLiteral("Yinelendi: %1").arg(label);
     }
     return {};
 }
@@ -63,7 +63,7 @@ void SpokenChanges::sayChange() {
 /// A countdown may also end because another program has something on the clipboard, which is left there.
 void SpokenChanges::sayWipe() {
     if (std::exchange(m_wipes, m_environment.clipboard.wipeCount()) != m_wipes)
-        say(tr("Pano temizlendi"));
+        say(QStringLiteral("Pano temizlendi"));
 }
 
 /// Also what was said a moment ago.

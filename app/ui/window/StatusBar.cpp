@@ -45,12 +45,12 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
       m_clipboard(clipboard),
       m_countdownSymbol(new SymbolMark(QStringLiteral("doc.on.clipboard"), Palette::warn, symbolSide)),
       m_countdownText(text(Palette::text)),
-      m_clearClipboard(new Button(tr("Temizle"), Button::Variant::ghost)),
+      m_clearClipboard(new Button(QStringLiteral("Temizle"), Button::Variant::ghost)),
       m_status(text(Palette::success)),
       m_errorSymbol(new SymbolMark(QStringLiteral("exclamationmark.triangle.fill"), Palette::danger, symbolSide)),
       m_noticeSymbol(new SymbolMark(QStringLiteral("info.circle.fill"), Palette::info, symbolSide)),
       m_error(text(Palette::danger)),
-      m_dismissError(new IconButton(QStringLiteral("xmark"), tr("Hatayı kapat"))),
+      m_dismissError(new IconButton(QStringLiteral("xmark"), QStringLiteral("Hatayı kapat"))),
       m_unsaved(text(Palette::textMuted)),
       m_spokenStatus(new Announcement(this)),
       m_spokenError(new Announcement(this)) {
@@ -62,10 +62,10 @@ StatusBar::StatusBar(AppState& state, ClipboardService& clipboard, QWidget* pare
 void StatusBar::arrange() {
     setFixedHeight(barHeight);
     Accessible::setRole(*this, QAccessible::StatusBar);
-    setAccessibleName(tr("Durum çubuğu"));
+    setAccessibleName(QStringLiteral("Durum çubuğu"));
     m_clearClipboard->setSmall(true);
     m_dismissError->setSides(dismissSide, dismissSymbol);
-    m_unsaved->setText(tr("Kaydedilmemiş değişiklik"));
+    m_unsaved->setText(QStringLiteral("Kaydedilmemiş değişiklik"));
     m_countdownText->setTabularFigures(true);
     for (auto* const always : {m_countdownText, m_unsaved})  // messages give way to these
         always->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
@@ -91,7 +91,7 @@ void StatusBar::connectState() {
 
 void StatusBar::showAll() {
     const auto seconds = m_clipboard.secondsRemaining();
-    m_countdownText->setText(tr("Pano %1 sn sonra temizlenecek").arg(seconds));
+    m_countdownText->setText(QStringLiteral("Pano %1 sn sonra temizlenecek").arg(seconds));
     for (QWidget* const widget : std::initializer_list<QWidget*>{m_countdownSymbol, m_countdownText, m_clearClipboard})
         widget->setVisible(seconds > 0);
     showMessage(*m_status, *m_spokenStatus, m_state.statusMessage());
@@ -107,7 +107,7 @@ void StatusBar::showError() {
     showMessage(*m_error, *m_spokenError, m_state.lastError());
     m_errorSymbol->setVisible(isShown && !isNotice);
     m_noticeSymbol->setVisible(isShown && isNotice);
-    m_dismissError->setTip(isNotice ? tr("Bildirimi kapat") : tr("Hatayı kapat"));
+    m_dismissError->setTip(isNotice ? QStringLiteral("Bildirimi kapat") : QStringLiteral("Hatayı kapat"));
     m_dismissError->setVisible(isShown);
 }
 

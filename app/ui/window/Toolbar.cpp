@@ -32,9 +32,9 @@ Toolbar::Toolbar(AppState& state, Commands& commands, QWidget* parent)
       m_state(state),
       m_title(new TextLabel({}, BrandFont::sectionTitle(), Palette::text)),
       m_subtitle(new TextLabel({}, BrandFont::label(), Palette::textSoft)),
-      m_search(new SearchField(tr("Kayıtlarda ara"))),
+      m_search(new SearchField(QStringLiteral("Kayıtlarda ara"))),
       m_newEntry(makeCommandButton(Command::ID::newEntry)),
-      m_more(new IconButton(QStringLiteral("ellipsis.circle"), tr("Diğer işlemler"))),
+      m_more(new IconButton(QStringLiteral("ellipsis.circle"), QStringLiteral("Diğer işlemler"))),
       m_save(makeCommandButton(Command::ID::save)),
       m_lock(makeCommandButton(Command::ID::lock)) {
     arrange();
@@ -71,7 +71,7 @@ void Toolbar::arrange() {
 
 void Toolbar::fillMore(Commands& commands) {
     auto* const menu = new QMenu(this);
-    menu->setAccessibleName(tr("Diğer işlemler"));
+    menu->setAccessibleName(QStringLiteral("Diğer işlemler"));
     commands.fillMore(*menu);
     m_more->setMenu(menu);
 }
@@ -117,9 +117,9 @@ void Toolbar::showTitle() {
     m_title->setText(qtText(m_state.databaseName()));
     QStringList parts;
     if (const auto* root = m_state.root())
-        parts += tr("%1 kayıt").arg(Numbers::grouped(GroupTree::totalEntryCount(*root)));
+        parts += QStringLiteral("%1 kayıt").arg(Numbers::grouped(GroupTree::totalEntryCount(*root)));
     if (m_state.isDirty())
-        parts += tr("kaydedilmedi");
+        parts += QStringLiteral("kaydedilmedi");
     m_subtitle->setText(parts.join(QStringLiteral(" · ")));
     showSaving();
 }
