@@ -91,11 +91,11 @@ std::optional<std::string_view> hostOfAuthority(std::string_view authority) {
 // The parts are taken as RFC 3986, appendix B, takes them. What follows the host is not looked at, so that a blank
 // in a path hides no host.
 std::optional<std::string_view> urlHost(std::string_view url) {
-    const auto schemeEnd = std::min(url.find_first_of(":/?#"), url.size());
-    if (schemeEnd < url.size() && url[schemeEnd] == ':') {
-        if (!isScheme(url.substr(0, schemeEnd)))
+    if (!url.starts_with("//")) {
+        const auto colon = url.find(':');
+        if (colon == std::string_view::npos || !isScheme(url.substr(0, colon)))
             return std::nullopt;
-        url.remove_prefix(schemeEnd + 1);
+        url.remove_prefix(colon + 1);
     }
     if (!url.starts_with("//"))
         return std::nullopt;

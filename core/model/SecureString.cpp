@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/SecureString.h"
 
+#include "core/primitives/ChaCha20Stream.h"
 #include "core/primitives/Random.h"
 #include "core/text/Text.h"
+
+#include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -16,6 +20,18 @@ struct WipedText {
     ~WipedText() { wipe(text); }
 };
 
+constexpr std::size_t longestDrawnPad = 4096;
+
+/// The system's source takes a tenth of a second for 16 MB: from there comes the pad, or where it is long, the key of
+/// the stream that is it.
+void fillPad(std::span<std::uint8_t> pad) {
+    if (pad.size() <= longestDrawnPad)
+        return fillRandom(pad);
+    const auto start = randomBytes(32 + 12);
+    ChaCha20Stream stream({.key = ByteView(start).first(32), .nonce = ByteView(start).last(12)}, 0);
+    stream.processInPlace(pad);  // of zeros
+}
+
 }  // namespace
 
 SecureString::SecureString(std::string_view text) {
@@ -23,16 +39,14 @@ SecureString::SecureString(std::string_view text) {
         return;
     Bytes masked(2 * text.size());
     const auto pad = std::span(masked).last(text.size());
-    fillRandom(pad);
-    for (std::size_t i = 0; i < text.size(); ++i)
-        masked[i] = static_cast<std::uint8_t>(text[i]) ^ pad[i];
+    fillPad(pad);
+    std::ranges::transform(bytesOf(text), pad, masked.begin(), std::bit_xor());
     m_masked = std::make_shared<const Bytes>(std::move(masked));
 }
 
 std::string SecureString::value() const {
     std::string text(cipher().size(), '\0');
-    for (std::size_t i = 0; i < text.size(); ++i)
-        text[i] = static_cast<char>(cipher()[i] ^ pad()[i]);
+    std::ranges::transform(cipher(), pad(), text.begin(), std::bit_xor());
     if (Text::isValidUTF8(bytesOf(text)))
         return text;
     const WipedText unrepaired(std::move(text));

@@ -19,9 +19,9 @@ public:
 
     [[nodiscard]] const UCollator* get() const noexcept { return m_collator.get(); }
 
-    /// As much of a text as a collator looks at: it counts in 32 bits, and in a list what differs only behind
+    /// As much of a text as a collator looks at, so that one of megabytes holds up no list: what differs only behind
     /// this is equal.
-    [[nodiscard]] static std::string_view clipped(std::string_view text) { return text.substr(0, 16UL << 20); }
+    [[nodiscard]] static std::string_view clipped(std::string_view text) { return text.substr(0, 64UL << 10); }
     /// Its bytes.
     [[nodiscard]] static std::int32_t length(std::string_view text) {
         return static_cast<std::int32_t>(clipped(text).size());

@@ -7,6 +7,7 @@
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -41,6 +42,12 @@ std::size_t startOfScalar(std::string_view text, std::size_t offset) {
         if (!continuesScalar(text, offset - back))
             return offset - back;
     return offset;  // no UTF-8
+}
+
+/// Where the byte is for the last time, or `npos`. The library's own search goes byte by byte.
+std::size_t lastOf(char byte, std::string_view text) {
+    const auto* const found = static_cast<const char*>(::memrchr(text.data(), byte, text.size()));
+    return found != nullptr ? static_cast<std::size_t>(found - text.data()) : std::string_view::npos;
 }
 
 /// A flag is two letters of their own, so whether one begins a flag depends on how many stand before it.
@@ -115,9 +122,9 @@ std::vector<std::size_t> LongText::pagesOf(std::string_view text) {
     std::vector<std::size_t> pages{0};
     for (auto rest = text; rest.size() > pageBytes; rest = text.substr(pages.back())) {
         const auto half = rest.substr(pageBytes / 2, pageBytes / 2);
-        auto end = half.rfind('\n');
+        auto end = lastOf('\n', half);
         if (end == std::string_view::npos)
-            end = half.rfind(' ');
+            end = lastOf(' ', half);
         const auto wanted = end == std::string_view::npos ? pageBytes : pageBytes / 2 + end + 1;
         pages.push_back(pages.back() + startOfCharacter(rest, wanted));
     }

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 namespace {
 
@@ -76,6 +77,10 @@ QAccessibleInterface* accessibleFor(const QString&, QObject* object) {
     return secret != nullptr ? new SecretTextAccessible(secret) : nullptr;
 }
 
+bool isShownWhole(std::string_view secret) {
+    return secret.size() <= LongText::pageBytes;
+}
+
 /// Whether a character is a letter, digit or sign of ASCII.
 bool isPlain(std::string_view character) {
     return character.size() == 1 && character[0] > ' ' && character[0] <= '~';
@@ -83,14 +88,19 @@ bool isPlain(std::string_view character) {
 
 }  // namespace
 
-SecretText::SecretText(SecureString secret, Dots dots, const QString& field, QWidget* parent)
+SecretText::SecretText(const SecureString& secret, Dots dots, const QString& field, QWidget* parent)
+    : SecretText(std::string_view(), dots, field, parent) {
+    setSecret(secret);
+}
+
+SecretText::SecretText(std::string_view secret, Dots dots, const QString& field, QWidget* parent)
     : QWidget(parent), m_dots(dots), m_usualSize(fontSize), m_longSize(fontSize) {
     [[maybe_unused]] static const bool isTaught = (QAccessible::installFactory(accessibleFor), true);
     setAccessibleDescription(field);
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
-    setSecret(std::move(secret));
+    setBeginning(secret);
 }
 
 SecretText::~SecretText() {
@@ -98,21 +108,30 @@ SecretText::~SecretText() {
         ShownSecrets::noteEnd();
 }
 
-/// Of a secret of megabytes the beginning shows, and nothing else of it is needed here: who copies one copies its
+void SecretText::setSecret(const SecureString& secret) {
+    auto text = secret.value();
+    const WipedAtEnd textEnd(text);
+    if (isShownWhole(text))
+        show(secret, Text::characterCount(text));
+    else
+        setBeginning(text);
+}
+
+/// Of a secret of megabytes the beginning shows, and nothing else of it is needed here: what copies it copies its
 /// field.
-void SecretText::setSecret(SecureString secret) {
-    m_secret = std::move(secret);
+void SecretText::setBeginning(std::string_view secret) {
+    std::string shown(LongText::prefix(secret, LongText::pageBytes));
+    const WipedAtEnd shownEnd(shown);
+    if (!isShownWhole(secret))
+        shown += "…";
+    show(SecureString(shown), Text::characterCount(shown));
+}
+
+void SecretText::show(SecureString secret, std::size_t characterCount) {
     if (m_isRevealed)
         ShownSecrets::noteEnd();
-    auto text = m_secret.value();
-    const WipedAtEnd textEnd(text);
-    if (const auto size = LongText::prefix(text, LongText::pageBytes).size(); size < text.size()) {
-        secureWipe(text.data() + size, text.size() - size);
-        text.resize(size);
-        text += "…";
-        m_secret = SecureString(text);
-    }
-    m_dotCount = std::clamp(Text::characterCount(text), m_dots.fewest, m_dots.most);
+    m_secret = std::move(secret);
+    m_dotCount = std::clamp(characterCount, m_dots.fewest, m_dots.most);
     showAnew();
 }
 
@@ -156,12 +175,18 @@ std::vector<SecretText::Cell> SecretText::cells(const std::vector<std::string_vi
     std::vector<Cell> cells;
     const auto count = m_isRevealed ? characters.size() : m_dotCount;
     cells.reserve(count);
+    // To measure a thousand letters takes a tenth of a second: each is measured once, and none of those that every such
+    // face has in its column.
+    std::unordered_map<std::string_view, bool> isWideKnown;
+    const auto isWideOnce = [&](std::string_view character) {
+        const auto [known, isNew] = isWideKnown.try_emplace(character);
+        if (isNew)
+            known->second = metrics.horizontalAdvance(glyphOf(character).text) > widestInColumn * column;
+        return known->second;
+    };
     Cell next{.line = 0, .column = 0, .columns = 1};
     for (std::size_t i = 0; i < count; ++i) {
-        // What every such face has in its column is not measured: that takes a tenth of a second for a thousand
-        // letters.
-        const bool isWide = m_isRevealed && !isPlain(characters[i]) &&
-                            metrics.horizontalAdvance(glyphOf(characters[i]).text) > widestInColumn * column;
+        const bool isWide = m_isRevealed && !isPlain(characters[i]) && isWideOnce(characters[i]);
         next.columns = isWide ? 2 : 1;
         if (next.column + next.columns > columnsInLine)
             next = {.line = next.line + 1, .column = 0, .columns = next.columns};

@@ -22,11 +22,12 @@ public:
     };
 
     /// `field` is the accessible description; the name is what shows.
-    SecretText(SecureString secret, Dots dots, const QString& field, QWidget* parent = nullptr);
+    SecretText(const SecureString& secret, Dots dots, const QString& field, QWidget* parent = nullptr);
+    SecretText(std::string_view secret, Dots dots, const QString& field, QWidget* parent = nullptr);
     ~SecretText() override;
 
     /// Shows another secret in its place.
-    void setSecret(SecureString secret);
+    void setSecret(const SecureString& secret);
     /// The usual size of the characters, and the one of a secret that takes more than two lines at the usual size.
     void setFontSizes(int usual, int whenLong);
 
@@ -65,6 +66,8 @@ private:
     [[nodiscard]] Grid grid(const std::vector<std::string_view>& characters, int width) const;
     [[nodiscard]] std::vector<Cell> cells(const std::vector<std::string_view>& characters, const QFont& font,
                                           int width) const;
+    void setBeginning(std::string_view secret);
+    void show(SecureString secret, std::size_t characterCount);
     void showAnew();
     void paintDots(QPainter& painter) const;
     void paintCharacters(QPainter& painter, const QRect& area) const;

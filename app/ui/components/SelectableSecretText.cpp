@@ -17,9 +17,9 @@ SelectableSecretText::SelectableSecretText(const QString& field, QWidget* parent
     setCursor(Qt::IBeamCursor);
 }
 
-void SelectableSecretText::setSecret(SecureString secret) {
+void SelectableSecretText::setSecret(const SecureString& secret) {
     select(0, 0);
-    SecretText::setSecret(std::move(secret));
+    SecretText::setSecret(secret);
 }
 
 void SelectableSecretText::select(int anchor, int end) {

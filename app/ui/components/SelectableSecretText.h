@@ -15,7 +15,7 @@ public:
     explicit SelectableSecretText(const QString& field, QWidget* parent = nullptr);
 
     /// Shows another secret, of which nothing is selected.
-    void setSecret(SecureString secret);
+    void setSecret(const SecureString& secret);
 
     [[nodiscard]] bool hasSelection() const noexcept { return m_anchor != m_end; }
 

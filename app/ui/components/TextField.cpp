@@ -5,6 +5,7 @@
 #include "app/ui/components/Texts.h"
 #include "app/ui/theme/Painting.h"
 #include "app/ui/theme/Theme.h"
+#include "core/text/Text.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -80,6 +81,12 @@ void TextField::setWholeText(std::string_view text) {
 
 std::string TextField::wholeText() const {
     return m_kept ? m_kept->value() : vaultText(text());
+}
+
+// Of a long text the beginning says it nearly always, with its ellipsis left out.
+bool TextField::hasContent() const {
+    const auto isBlank = [](const QString& text) { return Text::trimmingWhitespace(vaultText(text)).empty(); };
+    return !isBlank(m_kept ? text().chopped(1) : text()) || !Text::trimmingWhitespace(wholeText()).empty();
 }
 
 void TextField::setKept(std::optional<SecureString> text) {

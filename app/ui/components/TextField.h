@@ -34,6 +34,8 @@ public:
     /// what was a secret.
     void setWholeText(std::string_view text);
     [[nodiscard]] std::string wholeText() const;
+    /// Whether the text has anything but white space in it.
+    [[nodiscard]] bool hasContent() const;
     /// Whether the text is one that shows in part.
     [[nodiscard]] bool isKept() const noexcept { return m_kept.has_value(); }
 

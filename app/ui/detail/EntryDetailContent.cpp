@@ -213,7 +213,7 @@ FieldRow* EntryDetailContent::customFieldRow(const std::string& name, const std:
                 [this, name] { m_environment.clipboard.copyPlain(m_entry.customFields.at(name)); });
         return row;
     }
-    auto* const secret = new SecretText(SecureString(value), customFieldDots, label);
+    auto* const secret = new SecretText(std::string_view(value), customFieldDots, label);
     secret->setRevealed(m_revealed.customFields.contains(name));
     auto* const row = new FieldRow(label, secret);
     addEye(*row, *secret, key, label, [this, name] {

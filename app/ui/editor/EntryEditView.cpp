@@ -222,7 +222,7 @@ void EntryEditView::followVault() {
 
 void EntryEditView::showTitle() {
     setSubtitle(m_title->text());
-    setConfirmEnabled(!Text::trimmingWhitespace(m_title->wholeText()).empty());
+    setConfirmEnabled(m_title->hasContent());
 }
 
 void EntryEditView::showStrength() {

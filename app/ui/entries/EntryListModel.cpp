@@ -25,8 +25,8 @@ QString titleOf(const KdbxEntry& entry) {
 }
 
 QString displayURL(const KdbxEntry& entry) {
-    const auto host = urlHost(entry.url);
-    return shownText(host ? *host : entry.url);
+    const auto url = LongText::prefix(entry.url, mostBytes);  // a host is far shorter
+    return qtText(urlHost(url).value_or(url));
 }
 
 QStringList subtitleParts(const KdbxEntry& entry) {

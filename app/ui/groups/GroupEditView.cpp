@@ -131,7 +131,7 @@ void GroupEditView::followVault() {
 }
 
 void GroupEditView::showConfirm() {
-    setConfirmEnabled(!Text::trimmingWhitespace(m_name->wholeText()).empty());
+    setConfirmEnabled(m_name->hasContent());
 }
 
 void GroupEditView::showSequence() {

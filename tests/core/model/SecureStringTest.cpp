@@ -54,6 +54,17 @@ TEST(SecureStringTest, theTextIsTheMaskedBytesUnderThePad) {
     EXPECT_NE(textOf(secret.pad()), text);
 }
 
+TEST(SecureStringTest, theTextOfMegabytesIsMaskedByAPadOfItsOwnToo) {
+    const std::string text(1'000'003, 'a');
+    const SecureString a(text);
+    const SecureString b(text);
+    EXPECT_EQ(a.value(), text);
+    EXPECT_EQ(a, b);
+    EXPECT_FALSE(std::ranges::equal(a.pad(), b.pad()));
+    EXPECT_EQ(textOf(a.cipher()).find("aaaaaaaa"), std::string::npos);
+    EXPECT_LT(std::ranges::count(a.pad(), 0), 2 * 1'000'003 / 256);
+}
+
 TEST(SecureStringTest, twoOfOneTextAreEqualThoughTheirBytesDiffer) {
     const SecureString a("parola parola parola");
     const SecureString b("parola parola parola");

@@ -349,6 +349,17 @@ TEST_F(LongEditTest, aGroupWithALongNameStaysToTheByteToo) {
     EXPECT_TRUE(root().groups[0].defaultAutoTypeSequence == group.defaultAutoTypeSequence);
 }
 
+TEST_F(LongEditTest, aLongTitleOfBlanksIsNoTitle) {
+    for (const auto& [title, isTitle] : {std::pair(std::string(MiB, ' '), false), std::pair(unbroken, true),
+                                         std::pair(std::string(MiB, ' ') + "a", true)}) {
+        auto entry = root().entries.empty() ? entryTitled("Kısa") : edited();
+        entry.title = title;
+        editThis(entry);
+        EXPECT_EQ(button("Kaydet").isEnabled(), isTitle);
+        state->setRoute(std::nullopt);
+    }
+}
+
 TEST_F(LongEditTest, tagsThatNobodyHasTouchedKeepTheirCommas) {
     auto entry = fullEntry();
     entry.tags = {"iş, ev", "kritik"};
