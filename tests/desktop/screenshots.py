@@ -10,6 +10,7 @@ import subprocess
 import sys
 
 import desktop
+from DerivationTest import changed_header, parameter
 from desktop import act, click, click_with, drag, point_at, press, set_text, type_text, wait_for
 
 SCALE = float(os.environ.get("QT_SCALE_FACTOR", "1"))
@@ -341,6 +342,54 @@ class Walk:
         desktop.time.sleep(1.2)
         self.shot("tooltip")
 
+    def cut_text(self):
+        """What a row has no room for shows below it."""
+        self.group("İş sunucuları")
+        point_at(self.program.row("Kayıtlar", re.compile("Çok uzun başlık")))
+        desktop.time.sleep(1.2)
+        self.shot("tooltip-of-a-row")
+
+    def deriving(self):
+        """A derivation of some seconds, and the card after it was given up."""
+        changed_header(self.vault, lambda parameters: parameter(parameters, "I", "<Q", 1 << 20))
+        press("ctrl+l")
+        self.program.focus_is_on("Ana parola")
+        type_text(PASSWORD)
+        press("Return")
+        self.program.node("progress bar", "Anahtar türetiliyor")
+        self.shot("deriving")
+        press("Escape")
+        self.program.is_gone("progress bar", "Anahtar türetiliyor")
+        self.shot("derivation-given-up")
+
+    def copied_and_locked(self):
+        self.sosyal()
+        self.entry("GitHub")
+        press("ctrl+c")
+        press("ctrl+l")
+        self.program.focus_is_on("Ana parola")
+        self.shot("locked-with-a-secret-copied")
+        self.unlock()
+
+    def rescued(self):
+        self.sosyal()
+        self.entry("Reddit")
+        press("Delete")
+        press("ctrl+q")
+        wait_for(self.program.has_ended, "the program's end")
+        self.program.start()
+        self.find_window()
+        self.program.focus_is_on("Ana parola")
+        self.unlock()
+        self.program.button("Geri getir")
+        self.shot("rescue")
+        self.resize(1900, 1010)
+        self.shot("rescue-large")
+        self.resize(720, 460)
+        self.shot("rescue-smallest")
+        self.resize(1020, 680)
+        self.program.push("Sil")
+
     # Sheets
 
     def new_entry(self):
@@ -419,6 +468,9 @@ class Walk:
         press("ctrl+comma")
         self.program.node("label", "Otomatik temizleme")
         self.shot("settings", whole=True)
+        desktop.Atspi.Component.grab_focus(self.program.nodes("slider")[0])
+        press("Right")
+        self.shot("settings-slider", whole=True)
         recorder = self.program.button("⌥⌘A")
         act(recorder)
         desktop.time.sleep(SETTLED)  # until the window manager has given it the focus
@@ -510,8 +562,10 @@ class Walk:
         for name in ("Dosya", "Düzen", "Kayıt", "Araçlar", "Görünüm", "Yardım"):
             self.scene(self.menu, name)
         for step in (self.row_menu, self.group_menu, self.sort_menu, self.more_menu, self.text_menu, self.tooltip,
+                     self.cut_text,
                      self.new_entry, self.edit_entry, self.calendar, self.new_group, self.edit_group, self.generator,
-                     self.settings, self.about, self.sizes, self.failed_save):
+                     self.settings, self.about, self.sizes, self.failed_save, self.copied_and_locked, self.rescued,
+                     self.deriving):
             self.scene(step)
         self.program.stop()
 
