@@ -1,44 +1,46 @@
 // SPDX-License-Identifier: MIT
 #include "app/state/EntrySort.h"
 
+#include "core/primitives/Overloaded.h"
 #include "core/text/Collation.h"
 
 #include <algorithm>
 #include <compare>
+#include <iterator>
 #include <numeric>
 #include <utility>
+#include <variant>
 
 namespace {
 
 // Entries lie scattered: those that are read so many steps later are fetched now.
 constexpr std::size_t ahead = 16;
 
-struct Names {
+/// What there is to know of a column. The manual one compares nothing.
+struct ColumnRow {
     std::string_view rawValue;
     std::string_view label;
+    std::variant<std::monostate, std::string KdbxEntry::*, Timestamp KdbxEntry::*> field{};
 };
 
-constexpr std::array<Names, EntrySort::allCases.size()> names{{
+// In the order of the enumeration.
+constexpr ColumnRow rows[]{
     {.rawValue = "manual", .label = "Kendi sıram"},
-    {.rawValue = "title", .label = "Başlık"},
-    {.rawValue = "username", .label = "Kullanıcı"},
-    {.rawValue = "url", .label = "Adres"},
-    {.rawValue = "modified", .label = "Değiştirilme"},
-}};
+    {.rawValue = "title", .label = "Başlık", .field = &KdbxEntry::title},
+    {.rawValue = "username", .label = "Kullanıcı", .field = &KdbxEntry::username},
+    {.rawValue = "url", .label = "Adres", .field = &KdbxEntry::url},
+    {.rawValue = "modified", .label = "Değiştirilme", .field = &KdbxEntry::modified},
+};
+static_assert(std::size(rows) == EntrySort::allCases.size());
 
-const Names& namesOf(EntrySort::Column column) noexcept {
-    return names[static_cast<std::size_t>(column)];
+const ColumnRow& rowOf(EntrySort::Column column) noexcept {
+    return rows[static_cast<std::size_t>(column)];
 }
 
-std::string KdbxEntry::*fieldOf(EntrySort::Column column) noexcept {
-    switch (column) {
-        case EntrySort::Column::username:
-            return &KdbxEntry::username;
-        case EntrySort::Column::url:
-            return &KdbxEntry::url;
-        default:
-            return &KdbxEntry::title;
-    }
+std::vector<std::uint32_t> orderByNothing(const EntryReferences& entries) {
+    std::vector<std::uint32_t> asTheyCome(entries.size());
+    std::iota(asTheyCome.begin(), asTheyCome.end(), 0U);
+    return asTheyCome;
 }
 
 std::vector<std::uint32_t> orderByText(const EntryReferences& entries, std::string KdbxEntry::*field) {
@@ -53,11 +55,11 @@ std::vector<std::uint32_t> orderByText(const EntryReferences& entries, std::stri
 
 // Times are copied out first: entries lie scattered, and a sort looks at each many times. A time that is no number
 // needs a position too: without a total order the sort is undefined.
-std::vector<std::uint32_t> orderByTime(const EntryReferences& entries) {
+std::vector<std::uint32_t> orderByTime(const EntryReferences& entries, Timestamp KdbxEntry::*field) {
     std::vector<std::pair<double, std::uint32_t>> times;
     times.reserve(entries.size());
     for (const auto* entry : entries)
-        times.emplace_back(entry->modified.seconds, static_cast<std::uint32_t>(times.size()));
+        times.emplace_back((entry->*field).seconds, static_cast<std::uint32_t>(times.size()));
     std::ranges::stable_sort(times, [](const auto& a, const auto& b) { return std::weak_order(a.first, b.first) < 0; });
     std::vector<std::uint32_t> order(entries.size());
     std::ranges::transform(times, order.begin(), [](const auto& timed) { return timed.second; });
@@ -67,7 +69,7 @@ std::vector<std::uint32_t> orderByTime(const EntryReferences& entries) {
 }  // namespace
 
 std::string_view EntrySort::rawValue(Column column) noexcept {
-    return namesOf(column).rawValue;
+    return rowOf(column).rawValue;
 }
 
 std::optional<EntrySort::Column> EntrySort::columnFromText(std::string_view text) {
@@ -76,7 +78,7 @@ std::optional<EntrySort::Column> EntrySort::columnFromText(std::string_view text
 }
 
 std::string_view EntrySort::label(Column column) noexcept {
-    return namesOf(column).label;
+    return rowOf(column).label;
 }
 
 EntryReferences EntrySort::apply(EntryReferences entries) const {
@@ -90,21 +92,22 @@ EntryReferences EntrySort::apply(EntryReferences entries) const {
 }
 
 std::vector<std::uint32_t> EntrySort::order(const EntryReferences& entries) const {
-    if (column == Column::modified)
-        return orderByTime(entries);
-    if (column != Column::manual)
-        return orderByText(entries, fieldOf(column));
-    std::vector<std::uint32_t> asTheyCome(entries.size());
-    std::iota(asTheyCome.begin(), asTheyCome.end(), 0U);
-    return asTheyCome;
+    return std::visit(Overloaded{
+                          [&](std::monostate) { return orderByNothing(entries); },
+                          [&](std::string KdbxEntry::*text) { return orderByText(entries, text); },
+                          [&](Timestamp KdbxEntry::*time) { return orderByTime(entries, time); },
+                      },
+                      rowOf(column).field);
 }
 
 std::weak_ordering EntrySort::compare(Column column, const KdbxEntry& a, const KdbxEntry& b) {
-    if (column == Column::manual)
-        return std::weak_ordering::equivalent;
-    if (column == Column::modified)
-        return std::weak_order(a.modified.seconds, b.modified.seconds);
-    return Collation::ofUser().compare(a.*fieldOf(column), b.*fieldOf(column));
+    return std::visit(
+        Overloaded{
+            [](std::monostate) { return std::weak_ordering::equivalent; },
+            [&](std::string KdbxEntry::*text) { return Collation::ofUser().compare(a.*text, b.*text); },
+            [&](Timestamp KdbxEntry::*time) { return std::weak_order((a.*time).seconds, (b.*time).seconds); },
+        },
+        rowOf(column).field);
 }
 
 void EntrySort::toggle(Column chosen) noexcept {

@@ -12,6 +12,7 @@
 
 /// How the entry list is ordered.
 struct EntrySort {
+    /// A new one comes with its row in the source, which has its names and the field that it compares.
     enum class Column : std::uint8_t { manual, title, username, url, modified };
 
     /// In the order of the sort menu.
@@ -21,7 +22,7 @@ struct EntrySort {
     Column column = Column::title;
     bool ascending = true;
 
-    /// "manual", "title", "username", "url" or "modified": the name under which a column is stored.
+    /// The name under which a column is stored.
     [[nodiscard]] static std::string_view rawValue(Column column) noexcept;
 
     /// The column of a stored name, which must match to the letter.
