@@ -11,7 +11,9 @@
 #include "core/primitives/Sha2.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <span>
 #include <string_view>
 
 namespace KdbxKeyDerivation {
@@ -45,17 +47,6 @@ constexpr std::uint32_t defaultParallelism = 2;
 constexpr std::uint64_t leastMemoryKept = 8192;  // bytes
 constexpr std::uint64_t leastMemoryRun = 1024;   // bytes
 constexpr unsigned memoryBits = 42;              // of bytes: what is left is KiB in 32 bits
-
-const UUID& identifierOf(Variant variant) {
-    return variant == Variant::argon2d ? KdbxUUIDs::kdfArgon2d() : KdbxUUIDs::kdfArgon2id();
-}
-
-std::optional<Variant> argon2Variant(const UUID& id) {
-    for (const auto variant : {Variant::argon2d, Variant::argon2id})
-        if (id == identifierOf(variant))
-            return variant;
-    return std::nullopt;
-}
 
 /// Values by their keys. What is missing, or of a kind that does not convert to the one asked for, is its fallback.
 class Reader {
@@ -97,7 +88,16 @@ Argon2::Cost checkedCost(const Reader& parameters) {
             .parallelism = parallelism};
 }
 
-Bytes argon2(Variant variant, ByteView compositeKey, const Reader& parameters, Derivation* derivation) {
+template <Variant variant>
+KdfSettings argon2Settings(const Reader& parameters) {
+    return {KdfSettings::Argon2{.variant = variant,
+                                .memoryKiB = std::max(parameters.memory(), leastMemoryKept) / 1024,
+                                .iterations = parameters.iterations(),
+                                .parallelism = parameters.parallelism()}};
+}
+
+template <Variant variant>
+Bytes runArgon2(ByteView compositeKey, const Reader& parameters, Derivation* derivation) {
     const auto salt = parameters.bytes(Key::salt);
     const auto secret = parameters.bytes(Key::secret);
     const auto associatedData = parameters.bytes(Key::associatedData);
@@ -105,6 +105,38 @@ Bytes argon2(Variant variant, ByteView compositeKey, const Reader& parameters, D
                         KdbxGate::argon2Cost(checkedCost(parameters)), keySize,
                         variant == Variant::argon2d ? Argon2::Variant::d : Argon2::Variant::id,
                         parameters.number32(Key::version, Argon2::currentVersion), derivation);
+}
+
+KdfSettings aesSettings(const Reader& parameters) {
+    return {KdfSettings::AesKdf{parameters.rounds()}};
+}
+
+Bytes runAes(ByteView compositeKey, const Reader& parameters, Derivation* derivation) {
+    return aesKdf(compositeKey, {.seed = parameters.bytes(Key::salt), .rounds = parameters.rounds()}, derivation);
+}
+
+/// A derivation that a header can name: what its parameters mean to the model, and its run.
+struct Row {
+    UUID identifier;
+    KdfSettings (*settings)(const Reader& parameters);
+    Bytes (*run)(ByteView compositeKey, const Reader& parameters, Derivation* derivation);
+};
+
+std::span<const Row> derivations() {
+    static const std::array rows{
+        Row{KdbxUUIDs::kdfAes(), aesSettings, runAes},
+        Row{KdbxUUIDs::kdfArgon2d(), argon2Settings<Variant::argon2d>, runArgon2<Variant::argon2d>},
+        Row{KdbxUUIDs::kdfArgon2id(), argon2Settings<Variant::argon2id>, runArgon2<Variant::argon2id>},
+    };
+    return rows;
+}
+
+const Row& rowFor(const VariantDictionary& parameters) {
+    const auto id = identifier(parameters);
+    const auto found = std::ranges::find(derivations(), id, &Row::identifier);
+    if (found == derivations().end())
+        throw KdbxError::unsupportedKdf(id.text());
+    return *found;
 }
 
 VariantDictionary parametersNaming(const UUID& id) {
@@ -116,7 +148,8 @@ VariantDictionary parametersNaming(const UUID& id) {
 VariantDictionary argon2Parameters(const KdfSettings::Argon2& settings, ByteView salt) {
     // The model's memory comes from a file's bytes divided by 1024, or from our own constants.
     precondition(settings.memoryKiB <= std::numeric_limits<std::uint64_t>::max() / 1024);
-    auto parameters = parametersNaming(identifierOf(settings.variant));
+    auto parameters =
+        parametersNaming(settings.variant == Variant::argon2d ? KdbxUUIDs::kdfArgon2d() : KdbxUUIDs::kdfArgon2id());
     parameters.set(Key::salt, VariantValue{copyOf(salt)});
     parameters.set(Key::parallelism, VariantValue{settings.parallelism});
     parameters.set(Key::memory, VariantValue{settings.memoryKiB * 1024});
@@ -142,16 +175,7 @@ UUID identifier(const VariantDictionary& parameters) {
 }
 
 KdfSettings settings(const VariantDictionary& parameters) {
-    const auto id = identifier(parameters);
-    const Reader reader(parameters);
-    if (id == KdbxUUIDs::kdfAes())
-        return {KdfSettings::AesKdf{reader.rounds()}};
-    if (const auto variant = argon2Variant(id))
-        return {KdfSettings::Argon2{.variant = *variant,
-                                    .memoryKiB = std::max(reader.memory(), leastMemoryKept) / 1024,
-                                    .iterations = reader.iterations(),
-                                    .parallelism = reader.parallelism()}};
-    throw KdbxError::unsupportedKdf(id.text());
+    return rowFor(parameters).settings(Reader(parameters));
 }
 
 VariantDictionary parameters(const KdfSettings& settings, ByteView salt) {
@@ -163,13 +187,7 @@ VariantDictionary parameters(const KdfSettings& settings, ByteView salt) {
 }
 
 Bytes run(const VariantDictionary& parameters, ByteView compositeKey, Derivation* derivation) {
-    const auto id = identifier(parameters);
-    const Reader reader(parameters);
-    if (id == KdbxUUIDs::kdfAes())
-        return aesKdf(compositeKey, {.seed = reader.bytes(Key::salt), .rounds = reader.rounds()}, derivation);
-    if (const auto variant = argon2Variant(id))
-        return argon2(*variant, compositeKey, reader, derivation);
-    throw KdbxError::unsupportedKdf(id.text());
+    return rowFor(parameters).run(compositeKey, Reader(parameters), derivation);
 }
 
 Bytes aesKdf(ByteView input, const AesKdfParameters& parameters, Derivation* derivation) {
