@@ -12,6 +12,7 @@
 #include "app/ui/components/IconPicker.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/SecretField.h"
+#include "app/ui/components/SequenceCard.h"
 #include "app/ui/components/SequenceHint.h"
 #include "app/ui/components/StrengthMeter.h"
 #include "app/ui/components/TextArea.h"
@@ -20,7 +21,6 @@
 #include "app/ui/editor/CustomFieldRow.h"
 #include "app/ui/editor/DateTimeField.h"
 #include "app/ui/theme/Theme.h"
-#include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
 
 #include <QHBoxLayout>
@@ -77,7 +77,7 @@ EntryEditView::EntryEditView(const Environment& environment, Mode mode, QWidget*
 }
 
 void EntryEditView::makeControls() {
-    m_icon = new IconPicker(0);
+    m_icon = new IconPicker(KdbxEntry::defaultIconID);
     m_title = new TextField(QStringLiteral("Başlık"));
     m_title->setPlaceholderText(QStringLiteral("örn. GitHub"));
     m_username = new TextField(QStringLiteral("Kullanıcı adı"));
@@ -97,13 +97,12 @@ void EntryEditView::makeControls() {
 
     m_autoTypeEnabled = new Toggle(QStringLiteral("Bu kayıt için etkin"));
     m_autoTypeEnabled->setChecked(true);
-    m_useCustomSequence = new Toggle(QStringLiteral("Özel sekans kullan"));
-    m_customSequence = new TextField(QStringLiteral("Sekans"));
-    m_customSequence->setMono(true);
-    m_customSequence->setWholeText(AutoTypeService::defaultSequence);
+    m_sequence = new SequenceCard(QStringLiteral("Özel sekans kullan"), sequenceHint());
     m_defaultSequence =
         new Paragraph(QStringLiteral("Varsayılan: %1").arg(qtText(m_preferences.defaultAutoTypeSequence())),
                       BrandFont::secondary(), Palette::textSoft);
+    m_sequence->content()->insertWidget(1, m_autoTypeEnabled);  // below the heading
+    m_sequence->content()->addWidget(m_defaultSequence);
 
     m_customFields = new CustomFieldsCard(m_clipboard);
     m_notes = new TextArea(QStringLiteral("Notlar"));
@@ -112,7 +111,7 @@ void EntryEditView::makeControls() {
 void EntryEditView::arrange() {
     content()->addWidget(makeBasicsCard());
     content()->addWidget(makePasswordCard());
-    content()->addWidget(makeAutoTypeCard());
+    content()->addWidget(m_sequence);
     content()->addWidget(m_customFields);
     content()->addWidget(makeNotesCard());
     setFirstField(m_title);
@@ -160,17 +159,6 @@ QWidget* EntryEditView::makePasswordCard() {
     return card;
 }
 
-QWidget* EntryEditView::makeAutoTypeCard() {
-    auto* const card = new Card(QStringLiteral("Otomatik yazma"));
-    m_sequenceField = new FormField(QStringLiteral("Sekans"), m_customSequence);
-    m_sequenceField->setHint(sequenceHint());
-    card->content()->addWidget(m_autoTypeEnabled);
-    card->content()->addWidget(m_useCustomSequence);
-    card->content()->addWidget(m_sequenceField);
-    card->content()->addWidget(m_defaultSequence);
-    return card;
-}
-
 QWidget* EntryEditView::makeNotesCard() {
     auto* const card = new Card(QStringLiteral("Notlar"));
     card->content()->addWidget(m_notes);
@@ -182,7 +170,7 @@ void EntryEditView::connectControls() {
     connect(m_password, &SecretField::textChanged, this, &EntryEditView::showStrength);
     connect(m_expires, &Toggle::toggled, this, &EntryEditView::showExpiry);
     connect(m_autoTypeEnabled, &Toggle::toggled, this, &EntryEditView::showAutoType);
-    connect(m_useCustomSequence, &Toggle::toggled, this, &EntryEditView::showAutoType);
+    connect(m_sequence, &SequenceCard::inheritedChanged, this, &EntryEditView::showAutoType);
     connect(m_customFields, &CustomFieldsCard::rowsChanged, this, &EntryEditView::orderTabs);
     connect(this, &EntryEditView::cancelled, this, &EntryEditView::dismiss);
     connect(this, &EntryEditView::confirmed, this, &EntryEditView::commit);
@@ -207,8 +195,8 @@ void EntryEditView::load() {
     if (entry.expiryTime)
         m_expiryDate->setTimestamp(*entry.expiryTime);
     m_autoTypeEnabled->setChecked(entry.autoTypeEnabled);
-    m_useCustomSequence->setChecked(entry.autoTypeSequence.has_value());
-    m_customSequence->setWholeText(entry.autoTypeSequence.value_or(m_preferences.defaultAutoTypeSequence()));
+    m_sequence->suggest(m_preferences.defaultAutoTypeSequence());
+    m_sequence->setSequence(entry.autoTypeSequence);
     for (const auto& [key, value] : entry.customFields)
         m_customFields->add({.key = key, .value = value, .isProtected = entry.protectedCustomFields.contains(key)});
 }
@@ -235,10 +223,8 @@ void EntryEditView::showExpiry() {
 
 void EntryEditView::showAutoType() {
     const bool isEnabled = m_autoTypeEnabled->isChecked();
-    const bool isCustom = m_useCustomSequence->isChecked();
-    m_useCustomSequence->setVisible(isEnabled);
-    m_sequenceField->setVisible(isEnabled && isCustom);
-    m_defaultSequence->setVisible(isEnabled && !isCustom);
+    m_sequence->setOffered(isEnabled);
+    m_defaultSequence->setVisible(isEnabled && m_sequence->isInherited());
 }
 
 void EntryEditView::generatePassword() {
@@ -267,9 +253,7 @@ KdbxEntry EntryEditView::editedEntry() const {
     entry.expires = m_expires->isChecked();
     entry.expiryTime = entry.expires ? std::optional(m_expiryDate->timestamp()) : std::nullopt;
     entry.autoTypeEnabled = m_autoTypeEnabled->isChecked();
-    entry.autoTypeSequence.reset();
-    if (m_useCustomSequence->isChecked())
-        entry.autoTypeSequence = m_customSequence->wholeText();
+    entry.autoTypeSequence = m_sequence->sequence();
     takeCustomFields(entry);
     return entry;
 }

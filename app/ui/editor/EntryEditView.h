@@ -9,10 +9,10 @@
 
 class CustomFieldsCard;
 class DateTimeField;
-class FormField;
 class IconPicker;
 class Paragraph;
 class SecretField;
+class SequenceCard;
 class StrengthMeter;
 class TextArea;
 class TextField;
@@ -43,7 +43,6 @@ private:
     void arrange();
     [[nodiscard]] QWidget* makeBasicsCard();
     [[nodiscard]] QWidget* makePasswordCard();
-    [[nodiscard]] QWidget* makeAutoTypeCard();
     [[nodiscard]] QWidget* makeNotesCard();
     void connectControls();
     void load();
@@ -79,9 +78,7 @@ private:
     SecretField* m_password = nullptr;
     StrengthMeter* m_strength = nullptr;
     Toggle* m_autoTypeEnabled = nullptr;
-    Toggle* m_useCustomSequence = nullptr;
-    TextField* m_customSequence = nullptr;
-    FormField* m_sequenceField = nullptr;
+    SequenceCard* m_sequence = nullptr;
     Paragraph* m_defaultSequence = nullptr;
     CustomFieldsCard* m_customFields = nullptr;
     TextArea* m_notes = nullptr;

@@ -5,17 +5,15 @@
 #include "app/state/GroupTree.h"
 #include "app/state/VaultChanges.h"
 #include "app/ui/components/Button.h"
-#include "app/ui/components/Card.h"
 #include "app/ui/components/FormField.h"
 #include "app/ui/components/IconPicker.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Numbers.h"
+#include "app/ui/components/SequenceCard.h"
 #include "app/ui/components/TextArea.h"
 #include "app/ui/components/TextField.h"
 #include "app/ui/components/Texts.h"
-#include "app/ui/components/Toggle.h"
 #include "app/ui/theme/Theme.h"
-#include "core/autotype/AutoTypeService.h"
 
 #include <QHBoxLayout>
 #include <QPointer>
@@ -27,7 +25,6 @@ namespace {
 constexpr QSize smallest(380, 320);
 constexpr QSize ideal(520, 540);
 constexpr int notesHeightWithDeletion = 4 * Metric::controlHeightSmall - Metric::s;  // so that the last card is whole
-constexpr std::int64_t folderIcon = 48;
 
 }  // namespace
 
@@ -43,23 +40,20 @@ GroupEditView::GroupEditView(const Environment& environment, Mode mode, QWidget*
     connectControls();
     load();
     showConfirm();
-    showSequence();
     keepTyped();
 }
 
 void GroupEditView::makeControls() {
-    m_icon = new IconPicker(folderIcon);
+    m_icon = new IconPicker(KdbxGroup::defaultIconID);
     m_name = new TextField(QStringLiteral("Grup adı"));
     m_notes = new TextArea(QStringLiteral("Notlar"));
-    m_useCustomSequence = new Toggle(QStringLiteral("Bu grup için varsayılan sekans"));
-    m_customSequence = new TextField(QStringLiteral("Sekans"));
-    m_customSequence->setMono(true);
-    m_customSequence->setText(qtText(AutoTypeService::defaultSequence));
+    m_sequence = new SequenceCard(QStringLiteral("Bu grup için varsayılan sekans"),
+                                  QStringLiteral("Alt gruplar ve kayıtlar bunu devralır."));
 }
 
 void GroupEditView::arrange() {
     content()->addWidget(makeBasicsCard());
-    content()->addWidget(makeAutoTypeCard());
+    content()->addWidget(m_sequence);
     if (isEditing() && !isRoot()) {
         m_notes->setFixedHeight(notesHeightWithDeletion);
         content()->addWidget(makeDeleteSection());
@@ -79,15 +73,6 @@ QWidget* GroupEditView::makeBasicsCard() {
     return card;
 }
 
-QWidget* GroupEditView::makeAutoTypeCard() {
-    auto* const card = new Card(QStringLiteral("Otomatik yazma"));
-    m_sequenceField = new FormField(QStringLiteral("Sekans"), m_customSequence);
-    m_sequenceField->setHint(QStringLiteral("Alt gruplar ve kayıtlar bunu devralır."));
-    card->content()->addWidget(m_useCustomSequence);
-    card->content()->addWidget(m_sequenceField);
-    return card;
-}
-
 QWidget* GroupEditView::makeDeleteSection() {
     auto* const section = new Card;
     auto* const remove = new Button(QStringLiteral("Grubu sil"), Button::Variant::danger);
@@ -102,7 +87,6 @@ QWidget* GroupEditView::makeDeleteSection() {
 
 void GroupEditView::connectControls() {
     connect(m_name, &TextField::textChanged, this, &GroupEditView::showConfirm);
-    connect(m_useCustomSequence, &Toggle::toggled, this, &GroupEditView::showSequence);
     connect(this, &GroupEditView::cancelled, this, &GroupEditView::dismiss);
     connect(this, &GroupEditView::confirmed, this, &GroupEditView::commit);
 }
@@ -115,10 +99,7 @@ void GroupEditView::load() {
     m_name->end(false);
     m_notes->setWholeText(qtText(edit->group.notes));
     m_icon->setIconID(edit->group.iconID);
-    const auto& sequence = edit->group.defaultAutoTypeSequence;
-    m_useCustomSequence->setChecked(sequence.has_value());
-    if (sequence)
-        m_customSequence->setWholeText(*sequence);
+    m_sequence->setSequence(edit->group.defaultAutoTypeSequence);
 }
 
 void GroupEditView::followVault() {
@@ -132,10 +113,6 @@ void GroupEditView::followVault() {
 
 void GroupEditView::showConfirm() {
     setConfirmEnabled(m_name->hasContent());
-}
-
-void GroupEditView::showSequence() {
-    m_sequenceField->setVisible(m_useCustomSequence->isChecked());
 }
 
 void GroupEditView::showEntryCount() {
@@ -155,9 +132,7 @@ KdbxGroup GroupEditView::editedGroup() const {
     group.name = Text::trimmingWhitespace(m_name->wholeText());
     group.notes = vaultText(m_notes->wholeText());
     group.iconID = m_icon->iconID();
-    group.defaultAutoTypeSequence.reset();
-    if (m_useCustomSequence->isChecked())
-        group.defaultAutoTypeSequence = m_customSequence->wholeText();
+    group.defaultAutoTypeSequence = m_sequence->sequence();
     return group;
 }
 

@@ -7,12 +7,11 @@
 
 #include <variant>
 
-class FormField;
 class IconPicker;
 class Paragraph;
+class SequenceCard;
 class TextArea;
 class TextField;
-class Toggle;
 
 /// The sheet in which a group is made, changed or deleted. The vault is changed when the form is confirmed.
 class GroupEditView : public SheetScaffold {
@@ -38,13 +37,11 @@ private:
     void makeControls();
     void arrange();
     [[nodiscard]] QWidget* makeBasicsCard();
-    [[nodiscard]] QWidget* makeAutoTypeCard();
     [[nodiscard]] QWidget* makeDeleteSection();
     void connectControls();
     void load();
 
     void showConfirm();
-    void showSequence();
     void showEntryCount();
 
     [[nodiscard]] bool isEditing() const noexcept { return std::holds_alternative<Edit>(m_mode); }
@@ -62,8 +59,6 @@ private:
     IconPicker* m_icon = nullptr;
     TextField* m_name = nullptr;
     TextArea* m_notes = nullptr;
-    Toggle* m_useCustomSequence = nullptr;
-    TextField* m_customSequence = nullptr;
-    FormField* m_sequenceField = nullptr;
+    SequenceCard* m_sequence = nullptr;
     Paragraph* m_entryCount = nullptr;
 };
