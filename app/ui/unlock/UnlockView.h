@@ -1,66 +1,41 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QScrollArea>
-
-#include <filesystem>
-#include <optional>
+#include "app/ui/unlock/LockCard.h"
 
 class AppState;
-class Button;
-class DerivationProgress;
-class FormField;
-class IconButton;
-class SecretField;
+class KeyFileField;
+class MasterPasswordFields;
+class NoVaultView;
 class ShakingBanner;
-class StrengthMeter;
 class TextLabel;
-class QVBoxLayout;
+class UnlockActions;
+class VaultPathCard;
 
 /// The card that the window shows while locked: choose a vault, open it, or seal a new one.
-class UnlockView : public QScrollArea {
+class UnlockView : public LockCard {
     Q_OBJECT
 
 public:
     explicit UnlockView(AppState& state, QWidget* parent = nullptr);
-    ~UnlockView() override;
 
-    /// The card's height at its fixed width, as it is now.
-    [[nodiscard]] int cardHeight() const;
     /// Takes up the form from the start, as after a lock.
     void startOver();
     /// Shows the derivation at hand in place of the buttons, and holds back the form meanwhile.
     void setDeriving(bool isDeriving);
 
-    static constexpr int cardWidth = 480;
-
-signals:
-    void cardHeightChanged(int height);
-
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    [[nodiscard]] int barWidth() const;
-    void makeRoomForBar();
-    void revealFocus();
-    void makeControls();
     void arrange();
     [[nodiscard]] QWidget* makeHeader();
     [[nodiscard]] QWidget* makeForm();
-    [[nodiscard]] QWidget* makePathCard();
-    [[nodiscard]] QWidget* makeConfirmation();
-    [[nodiscard]] QWidget* makeKeyFileField();
-    [[nodiscard]] QWidget* makeActionRow();
-    [[nodiscard]] QWidget* makeChooser();
-    [[nodiscard]] QWidget* makeFooter();
     void connectControls();
 
     void takeUpDatabase();
     void showDatabase();
     void showMode();
-    void showKeyFile();
     void showSubmit();
     void showError();
     void answerError();
@@ -71,32 +46,19 @@ private:
     void chooseDatabase();
     void chooseNewDatabase();
     void chooseKeyFile();
-    void setKeyFile(std::optional<std::filesystem::path> file);
     [[nodiscard]] bool canSubmit() const;
 
     AppState& m_state;
-    std::optional<std::filesystem::path> m_keyFile;
     bool m_isCreating = false;
     bool m_isBusy = false;
 
-    QWidget* m_card;
     TextLabel* m_subtitle;
-    QWidget* m_form = nullptr;
-    QWidget* m_chooser = nullptr;
-    TextLabel* m_fileName;
-    TextLabel* m_folder;
-    SecretField* m_password;
-    SecretField* m_confirmation;
-    QWidget* m_confirmationBlock = nullptr;
-    StrengthMeter* m_strength;
-    TextLabel* m_mismatch;
-    Button* m_chooseKeyFile;
-    QWidget* m_chosenKeyFile = nullptr;
-    TextLabel* m_keyFileName;
-    FormField* m_keyFileField = nullptr;
+    VaultPathCard* m_path;
+    MasterPasswordFields* m_password;
+    KeyFileField* m_keyFile;
     ShakingBanner* m_banner;
-    ShakingBanner* m_chooserBanner;
-    Button* m_submit;
-    QWidget* m_actions = nullptr;
-    DerivationProgress* m_progress;
+    UnlockActions* m_actions;
+    QWidget* m_form = nullptr;
+    ShakingBanner* m_noVaultBanner;
+    NoVaultView* m_noVault;
 };
