@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/Calendar.h"
 
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/theme/Painting.h"
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPainter>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -95,9 +95,7 @@ void Calendar::arrange() {
         cells->addWidget(day, 1 + place / daysInWeek, place % daysInWeek);
         connect(day, &QAbstractButton::clicked, this, [this, day] { emit dayChosen(day->day()); });
     }
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Metric::s);
+    auto* const column = bareColumn(this, Metric::s);
     column->addWidget(makeHeader());
     column->addLayout(cells);
 }

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/MetaStat.h"
 
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/theme/Theme.h"
-
-#include <QVBoxLayout>
 
 namespace {
 
@@ -16,9 +15,7 @@ MetaStat::MetaStat(const QString& label, const QString& value, QWidget* parent)
     : QWidget(parent), m_value(new TextLabel(value, BrandFont::secondary(), Palette::text)) {
     setMinimumWidth(narrowest);
     m_value->setAccessibleDescription(label);
-    auto* const lines = new QVBoxLayout(this);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(Metric::xs);
+    auto* const lines = bareColumn(this, Metric::xs);
     lines->addWidget(new FieldLabel(label));
     lines->addWidget(m_value);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ui/components/PagedText.h"
 
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/FlowLayout.h"
 #include "app/ui/components/Labels.h"
@@ -10,7 +11,6 @@
 #include "app/ui/theme/Theme.h"
 
 #include <QLocale>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -20,9 +20,7 @@ PagedText::PagedText(const QString& name, const QString& key, std::string text, 
       m_pages(LongText::pagesOf(m_text)),
       m_shown(new SelectableText(name, {})) {
     m_shown->setObjectName(key);
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Metric::s);
+    auto* const column = bareColumn(this, Metric::s);
     column->addWidget(m_shown);
     if (m_pages.size() > 1)
         addPager(key);

@@ -2,10 +2,10 @@
 #include "app/ui/components/QuickButtons.h"
 
 #include "app/ui/components/Accessible.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/theme/Theme.h"
 
-#include <QHBoxLayout>
 #include <QSignalBlocker>
 
 namespace {
@@ -16,9 +16,7 @@ constexpr int gap = 6;
 
 QuickButtons::QuickButtons(const QList<int>& numbers, const QString& label, Width width, QWidget* parent)
     : QWidget(parent) {
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(gap);
+    auto* const row = bareRow(this, gap);
     for (const int number : numbers) {
         auto* const button = new Button(label.arg(number), Button::Variant::secondary, this);
         Accessible::setRole(*button, QAccessible::RadioButton);

@@ -4,6 +4,7 @@
 #include "app/state/AppState.h"
 #include "app/ui/commands/CommandButton.h"
 #include "app/ui/components/Announcement.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/EmptyStateView.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Numbers.h"
@@ -28,7 +29,6 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <chrono>
@@ -96,9 +96,7 @@ void EntryListView::arrange() {
     new EntryRowActions(m_state, *m_model, *m_list);
     m_content->addWidget(m_list);
 
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    auto* const column = bareColumn(this, 0);
     column->addWidget(m_header);
     column->addWidget(m_content, 1);
 }

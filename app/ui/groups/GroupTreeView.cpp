@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/commands/CommandButton.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Card.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/IconTile.h"
@@ -24,7 +25,6 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -66,9 +66,7 @@ void GroupTreeView::arrange() {
     m_list->installEventFilter(this);
     m_list->viewport()->installEventFilter(this);
 
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    auto* const column = bareColumn(this, 0);
     column->addWidget(makeHeader());
     column->addWidget(new HairlineDivider);
     column->addWidget(m_list, 1);

@@ -2,6 +2,7 @@
 #include "app/ui/unlock/DerivationProgress.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/ProgressBar.h"
@@ -46,9 +47,7 @@ void DerivationProgress::arrange() {
     column->addLayout(texts);
     column->addWidget(m_bar);
     column->addStretch();
-    auto* const row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Metric::l);
+    auto* const row = bareRow(this, Metric::l);
     row->addLayout(column, 1);
     row->addWidget(m_giveUp, 0, Qt::AlignVCenter);
 }

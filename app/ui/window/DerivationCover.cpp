@@ -2,6 +2,7 @@
 #include "app/ui/window/DerivationCover.h"
 
 #include "app/state/AppState.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Sheet.h"
 #include "app/ui/theme/Theme.h"
@@ -11,7 +12,6 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -124,9 +124,7 @@ void DerivationCover::showSheet() {
     const auto title = titleOf(m_state.derivation());
     auto* const progress = new DerivationProgress(m_state);
     auto* const content = new QWidget;
-    auto* const column = new QVBoxLayout(content);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(Metric::m);
+    auto* const column = bareColumn(content, Metric::m);
     column->addWidget(new TextLabel(title, BrandFont::sheetTitle(), Palette::text));
     column->addWidget(progress);
     auto* const card = new SheetCard(content, sheetSize);

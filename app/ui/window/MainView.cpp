@@ -3,6 +3,7 @@
 
 #include "app/state/AppState.h"
 #include "app/ui/commands/Commands.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/SearchField.h"
 #include "app/ui/detail/EntryDetailPane.h"
 #include "app/ui/entries/EntryListView.h"
@@ -14,8 +15,6 @@
 #include "app/ui/window/StatusBar.h"
 #include "app/ui/window/Toolbar.h"
 
-#include <QVBoxLayout>
-
 MainView::MainView(const Environment& environment, Commands& commands, QWidget* parent)
     : QWidget(parent), m_groups(new GroupTreeView(environment.state)), m_entries(new EntryListView(environment.state)) {
     auto& state = environment.state;
@@ -26,9 +25,7 @@ MainView::MainView(const Environment& environment, Commands& commands, QWidget* 
     auto* const rescue = new RescueBanner(state);
     connect(rescue, &RescueBanner::decided, this, &MainView::takeFocus);
 
-    auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
+    auto* const rows = bareColumn(this, 0);
     auto* const toolbar = new Toolbar(state, commands);
     toolbar->startSearchAt(*m_entries);
     rows->addWidget(toolbar);

@@ -6,7 +6,6 @@
 class AppState;
 class Button;
 class Paragraph;
-class SymbolMark;
 
 /// Above the columns, as long as an earlier session's unsaved changes wait to be decided on: when they were kept, and
 /// the two ways out.

@@ -5,6 +5,7 @@
 #include "app/state/GroupTree.h"
 #include "app/ui/commands/CommandButton.h"
 #include "app/ui/commands/Commands.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/IconButton.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/Numbers.h"
@@ -49,9 +50,7 @@ void Toolbar::arrange() {
     setFixedHeight(barHeight);
     m_titles = new QWidget;
     m_titles->setFixedWidth(titleWidth);
-    auto* const lines = new QVBoxLayout(m_titles);
-    lines->setContentsMargins(0, 0, 0, 0);
-    lines->setSpacing(2);
+    auto* const lines = bareColumn(m_titles, 2);
     lines->addStretch();
     lines->addWidget(m_title);
     lines->addWidget(m_subtitle);
