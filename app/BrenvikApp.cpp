@@ -46,7 +46,7 @@ AppState* keptAtExit = nullptr;
 void keepAtExit(AppState& state) {
     (void)Sha2::sha256(ByteView());
     keptAtExit = &state;
-    std::atexit([] {
+    (void)std::atexit([] {
         if (keptAtExit)
             std::jthread([] { keptAtExit->keepUnsaved(); });
     });

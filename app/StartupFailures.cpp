@@ -27,7 +27,7 @@ void handle(QtMsgType type, const QMessageLogContext&, const QString& text) {
         waiting.push_back({type, text});
         return;
     }
-    std::fputs(failureLine, stderr);
+    (void)std::fputs(failureLine, stderr);
     std::_Exit(EXIT_FAILURE);  // nothing has been made yet that would have to be put away
 }
 

@@ -32,11 +32,11 @@ private:
     bool m_isOurs;
 };
 
-void speakTurkish(QApplication& application, QTranslator& translator) {
+void speakTurkish(QTranslator& translator) {
     QLocale::setDefault(QLocale(QLocale::Turkish));
     if (translator.load(QStringLiteral("qtbase_tr"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(&translator);
-    application.setApplicationDisplayName(QStringLiteral("Brenvik"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Brenvik"));
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ int main(int argumentCount, char* arguments[]) {
     platform.takeBack();
     QApplication::setApplicationName(QStringLiteral("brenvik"));
     QTranslator translator;
-    speakTurkish(application, translator);
+    speakTurkish(translator);
     const TerminationSignals endings;
     const BrenvikApp brenvik(application);
     return QApplication::exec();

@@ -12,6 +12,8 @@
 
 #include <QPointer>
 
+#include <algorithm>
+
 const KdbxEntry* AppState::orFocused(const KdbxEntry* entry) const {
     return entry ? entry : focusedEntry();
 }
@@ -80,10 +82,9 @@ std::optional<std::string> AppState::groupSequence(UUID entryID) const {
     const auto path = holder ? GroupTree::pathToGroup(m_database->root, holder->id) : std::nullopt;
     if (!path)
         return std::nullopt;
-    for (auto group = path->rbegin(); group != path->rend(); ++group)
-        if (group->defaultAutoTypeSequence)
-            return group->defaultAutoTypeSequence;
-    return std::nullopt;
+    const auto nearest = std::find_if(path->rbegin(), path->rend(),
+                                      [](const auto& group) { return group.defaultAutoTypeSequence.has_value(); });
+    return nearest == path->rend() ? std::nullopt : nearest->defaultAutoTypeSequence;
 }
 
 // Typing outlives the state, which may hear of its failure.

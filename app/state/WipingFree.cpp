@@ -26,6 +26,8 @@
 // over that memory.
 #ifndef BRENVIK_HAS_ADDRESS_SANITIZER
 
+// All these names are given, and `operator new` stays as it is.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,misc-new-delete-overloads,cert-dcl54-cpp)
 extern "C" {
 
 // The C library's own, under the names that it keeps for programs that replace them.
@@ -33,40 +35,40 @@ void __libc_free(void* memory);
 void* __libc_malloc(std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
 
-void free(void* memory) noexcept {
-    if (!memory)
+void free(void* ptr) noexcept {
+    if (!ptr)
         return;
-    secureWipe(memory, malloc_usable_size(memory));
-    __libc_free(memory);
+    secureWipe(ptr, malloc_usable_size(ptr));
+    __libc_free(ptr);
 }
 
 /// Memory that moves is wiped where it was, and memory that shrinks at its end.
-void* realloc(void* memory, std::size_t size) noexcept {
-    if (!memory || size == 0) {
-        free(memory);
-        return size == 0 && memory ? nullptr : __libc_malloc(size);
+void* realloc(void* ptr, std::size_t size) noexcept {
+    if (!ptr || size == 0) {
+        free(ptr);
+        return size == 0 && ptr ? nullptr : __libc_malloc(size);
     }
-    const auto held = malloc_usable_size(memory);
+    const auto held = malloc_usable_size(ptr);
     if (size <= held) {
         // A block that is not moved keeps its end as well: small ones are not worth a move.
-        secureWipe(static_cast<char*>(memory) + size, held - size);
-        return __libc_realloc(memory, size);
+        secureWipe(static_cast<char*>(ptr) + size, held - size);
+        return __libc_realloc(ptr, size);
     }
     void* const moved = __libc_malloc(size);
     if (!moved)
         return nullptr;
-    std::memcpy(moved, memory, held);
-    free(memory);
+    std::memcpy(moved, ptr, held);
+    free(ptr);
     return moved;
 }
 
-void* reallocarray(void* memory, std::size_t count, std::size_t size) noexcept {
+void* reallocarray(void* ptr, std::size_t nmemb, std::size_t size) noexcept {
     std::size_t bytes = 0;
-    if (__builtin_mul_overflow(count, size, &bytes)) {
+    if (__builtin_mul_overflow(nmemb, size, &bytes)) {
         errno = ENOMEM;
         return nullptr;
     }
-    return realloc(memory, bytes);
+    return realloc(ptr, bytes);
 }
 
 }  // extern "C"
@@ -86,5 +88,7 @@ void operator delete(void* memory, std::align_val_t) noexcept {
 void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
     free(memory);
 }
+
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,misc-new-delete-overloads,cert-dcl54-cpp)
 
 #endif

@@ -235,7 +235,7 @@ void SharedArray<Element>::appendAll(const SharedArray& other) {
         *this = other;
         return;
     }
-    const auto added = other;  // the other may be this one
+    const auto added = other;  // the other may be this one. NOLINT(performance-unnecessary-copy-initialization)
     for (std::size_t i = 0; i < added.size(); ++i)
         insertNode(size(), added.nodeAt(i));
 }

@@ -124,7 +124,7 @@ void Commands::fillMore(QMenu& menu) {
     showCountdown();
 }
 
-void Commands::showGroupColumn(bool isShown) {
+void Commands::showGroupColumn(bool isShown) const {
     action(Command::ID::groupColumn)
         ->setText(isShown ? QStringLiteral("Yan Sütunu Gizle") : QStringLiteral("Yan Sütunu Göster"));
 }

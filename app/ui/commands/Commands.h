@@ -42,7 +42,7 @@ public:
     [[nodiscard]] QList<QAction*> everywhere() const;
 
     /// Names the command that hides the column of the groups, or shows it again.
-    void showGroupColumn(bool isShown);
+    void showGroupColumn(bool isShown) const;
     /// The list of the groups: while the keyboard is among them, the commands for the order are for them.
     void setGroupList(const QWidget* list) noexcept { m_groupList = list; }
 
