@@ -45,14 +45,18 @@ class Walk:
 
     def find_window(self):
         """Before any other window of the program shows."""
-        self.window = wait_for(lambda: subprocess.run(
-            ["xdotool", "search", "--onlyvisible", "--class", "brenvik"], capture_output=True, text=True).stdout.split(),
-            "the window")[-1]
+        self.window = self.shown_window("--class", "brenvik")
         wait_for(self.geometry, "the window's place")
 
-    def geometry(self):
-        """The window's own area on the display."""
-        seen = subprocess.run(["xwininfo", "-id", self.window], capture_output=True, text=True).stdout
+    def shown_window(self, *what):
+        """The last one that xdotool finds."""
+        search = ["xdotool", "search", "--onlyvisible", *what]
+        return wait_for(lambda: subprocess.run(search, capture_output=True, text=True).stdout.split(),
+                        "the window " + " ".join(what))[-1]
+
+    def geometry(self, window=None):
+        """The own area on the display of a window, or of the program's first one."""
+        seen = subprocess.run(["xwininfo", "-id", window or self.window], capture_output=True, text=True).stdout
         numbers = re.search(r"Absolute upper-left X:\s+(-?\d+)\s+Absolute upper-left Y:\s+(-?\d+).*"
                             r"Width: (\d+)\s+Height: (\d+).*Map State: IsViewable", seen, re.S)
         return [int(number) for number in numbers.groups()] if numbers else None
@@ -82,14 +86,14 @@ class Walk:
         for _ in range(3):
             press("Escape")
 
-    def shot(self, name, whole=False):
-        """A picture of the window, or of the whole display where more than the window shows."""
+    def shot(self, name, whole=False, window=None):
+        """A picture of the first window or of another, or of the whole display where more than the window shows."""
         if not re.search(self.options.only, name):
             return
         desktop.time.sleep(SETTLED)
         area = None
         if not whole:
-            x, y, width, height = self.geometry()
+            x, y, width, height = self.geometry(window)
             area = f"{width}x{height}+{x}+{y}"
         file = self.options.folder / f"{name}-{SCALE:g}x.png"
         desktop.Display.picture(file, area)
@@ -372,16 +376,7 @@ class Walk:
         self.unlock()
 
     def rescued(self):
-        self.sosyal()
-        self.entry("Reddit")
-        press("Delete")
-        press("ctrl+q")
-        wait_for(self.program.has_ended, "the program's end")
-        self.program.start()
-        self.find_window()
-        self.program.focus_is_on("Ana parola")
-        self.unlock()
-        self.program.button("Geri getir")
+        self.leave_unsaved()
         self.shot("rescue")
         self.resize(1900, 1010)
         self.shot("rescue-large")
@@ -505,13 +500,18 @@ class Walk:
         self.resize(1020, 680)
 
     def readme(self):
-        """The README's four pictures, small enough to be kept."""
+        """The pictures of the README and of the guides, small enough to be kept."""
         self.start()
         self.choose_vault()
         type_text(PASSWORD)
         self.keep("unlock")
+        press("ctrl+a")
+        type_text("yanlış parola")
         press("Return")
-        self.program.node("list", "Gruplar")
+        self.program.node("label", "Ana parola veya anahtar dosyası hatalı.")
+        self.keep("wrong-password")
+        self.program.focus_is_on("Ana parola")
+        self.unlock()
         self.sosyal()
         self.entry("GitHub")
         press("ctrl+c")
@@ -525,10 +525,32 @@ class Walk:
         press("ctrl+g")
         self.show_generated()
         self.keep("generator")
+        self.leave_sheet()
+        self.program.is_gone("push button", "Yeniden üret")
+        press("ctrl+comma")
+        self.program.node("label", "Otomatik temizleme")
+        self.keep("settings", self.shown_window("--name", "^Ayarlar"))
+        press("Escape")
+        self.program.is_gone("label", "Otomatik temizleme")
+        self.leave_unsaved()
+        self.keep("rescue")
         self.program.stop()
 
-    def keep(self, name):
-        self.shot(name)
+    def leave_unsaved(self):
+        """Quits with a change that is not saved, starts again and unlocks."""
+        self.sosyal()
+        self.entry("Reddit")
+        press("Delete")
+        press("ctrl+q")
+        wait_for(self.program.has_ended, "the program's end")
+        self.program.start()
+        self.find_window()
+        self.program.focus_is_on("Ana parola")
+        self.unlock()
+        self.program.button("Geri getir")
+
+    def keep(self, name, window=None):
+        self.shot(name, window=window)
         kept = pathlib.Path("docs") / f"{name}.png"
         subprocess.run(["pngquant", "--force", "--quality", "80-100", "--strip", "--output", kept,
                         self.options.folder / f"{name}-{SCALE:g}x.png"], check=True)
