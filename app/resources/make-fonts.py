@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Makes the program's typefaces from the open ones that the system has: make-fonts.py SOURCE_FOLDER TARGET_FOLDER
+"""Makes the program's typefaces from the open ones that the system has: make-fonts.py SOURCE_FOLDER LICENSE TARGET_FOLDER
 
 Each face is cut down to the scripts that its Latin, Greek and Cyrillic users write and to what the interface shows,
 and goes by the product's name, so that it cannot be mistaken for the original that a user may have installed.
@@ -78,7 +78,7 @@ def to_truetype(font: TTFont) -> None:
     font.sfntVersion = "\x00\x01\x00\x00"
 
 
-def main(source: pathlib.Path, target: pathlib.Path) -> None:
+def main(source: pathlib.Path, license_file: pathlib.Path, target: pathlib.Path) -> None:
     shutil.rmtree(target, ignore_errors=True)
     target.mkdir(parents=True)
     for original, family in FAMILIES.items():
@@ -87,7 +87,7 @@ def main(source: pathlib.Path, target: pathlib.Path) -> None:
             rename(font, family, style)
             to_truetype(font)
             font.save(target / f"{family.replace(' ', '')}-{style}.ttf")
-    shutil.copyfile("/usr/share/doc/fonts-inter/copyright", target / "LICENSE")
+    shutil.copyfile(license_file, target / "LICENSE")
 
 
-main(pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]))
+main(*map(pathlib.Path, sys.argv[1:]))
