@@ -33,14 +33,6 @@ const KdbxXMLNode* KdbxXMLNode::child(std::string_view childName) const {
     return found == children.end() ? nullptr : &*found;
 }
 
-std::vector<const KdbxXMLNode*> KdbxXMLNode::childrenNamed(std::string_view childName) const {
-    std::vector<const KdbxXMLNode*> found;
-    for (const auto& node : children)
-        if (Text::equal(node.name, childName))
-            found.push_back(&node);
-    return found;
-}
-
 std::string_view KdbxXMLNode::trimmedText() const {
     // Most texts begin and end with a character that is plainly none to trim.
     const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };

@@ -65,8 +65,6 @@ struct KdbxXMLNode {
     /// The first child of that name, or none.
     [[nodiscard]] const KdbxXMLNode* child(XMLName childName) const;
     [[nodiscard]] const KdbxXMLNode* child(std::string_view childName) const;
-    /// All children of that name, in order.
-    [[nodiscard]] std::vector<const KdbxXMLNode*> childrenNamed(std::string_view childName) const;
     /// `text` without white space and line ends around it.
     [[nodiscard]] std::string_view trimmedText() const;
     /// The element as XML text, protected values in the clear with `Protected` set.

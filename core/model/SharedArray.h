@@ -87,11 +87,6 @@ public:
     /// Whether both are copies that nothing has changed since: then they are equal, and nothing lies in memory twice.
     [[nodiscard]] bool sharesStorageWith(const SharedArray& other) const noexcept { return m_root == other.m_root; }
 
-    /// Whether both hold one and the same element at `index`.
-    [[nodiscard]] bool sharesElementWith(const SharedArray& other, std::size_t index) const noexcept {
-        return index < size() && index < other.size() && nodeAt(index) == other.nodeAt(index);
-    }
-
     /// Element by element and in order. What both share is not looked at.
     friend bool operator==(const SharedArray& a, const SharedArray& b) {
         if (a.sharesStorageWith(b))

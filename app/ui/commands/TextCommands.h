@@ -6,7 +6,6 @@
 #include <QPointer>
 
 class QAction;
-class QKeyEvent;
 class QWidget;
 
 /// What is done with the text of the field that has the keyboard, in whichever of a window's fields that is. A field

@@ -49,13 +49,6 @@ void Badge::setBare(bool isBare) {
     updateGeometry();
 }
 
-void Badge::setText(const QString& text) {
-    m_text = LongText::beginning(text);
-    setAccessibleName(m_text);
-    updateGeometry();
-    update();
-}
-
 QSize Badge::sizeHint() const {
     return {m_isBare ? contentWidth(m_text, !m_symbol.isEmpty()) : widthFor(m_text, !m_symbol.isEmpty()), height};
 }

@@ -13,7 +13,6 @@ public:
 
     /// Without its ground: symbol and word alone, as in the lock card's footer.
     void setBare(bool isBare);
-    void setText(const QString& text);
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

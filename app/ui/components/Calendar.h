@@ -5,7 +5,6 @@
 #include <QList>
 #include <QWidget>
 
-class IconButton;
 class TextLabel;
 
 /// A month of days to choose from. The arrow keys walk by days and weeks, the page keys by months.

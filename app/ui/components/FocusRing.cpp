@@ -23,7 +23,6 @@ namespace {
 
 constexpr int ringWidth = 3;
 constexpr double ringOpacity = 0.22;
-constexpr const char* showsOwnFocus = "showsOwnFocus";
 
 constexpr const char* ringArea = "focusRingArea";
 constexpr const char* ringRadius = "focusRingRadius";
@@ -89,10 +88,6 @@ void FocusRing::setArea(QWidget* widget, const QRect& area, int radius) {
     widget->setProperty(ringRadius, radius);
 }
 
-void FocusRing::setShowsOwnFocus(QWidget* widget) {
-    widget->setProperty(showsOwnFocus, true);
-}
-
 FocusRing::FocusRing() {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
@@ -100,8 +95,7 @@ FocusRing::FocusRing() {
 }
 
 void FocusRing::follow(QWidget* widget) {
-    const bool isWanted = widget != nullptr && !widget->property(showsOwnFocus).toBool() &&
-                          (isField(widget) || (isControl(widget) && m_isKeyboardUsed));
+    const bool isWanted = widget != nullptr && (isField(widget) || (isControl(widget) && m_isKeyboardUsed));
     m_target = isWanted ? widget : nullptr;
     place();
 }

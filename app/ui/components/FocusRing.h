@@ -5,7 +5,8 @@
 #include <QWidget>
 
 /// The ring of light around the control that has the keyboard: one for the whole application, wherever the focus is.
-/// Fields always show it; buttons and the like only once the keyboard is used, as the pointer needs no telling.
+/// Fields always show it; buttons and the like only once the keyboard is used, as the pointer shows where it is by
+/// itself.
 class FocusRing : public QWidget {
     Q_OBJECT
 
@@ -15,9 +16,6 @@ public:
 
     /// Draws the ring around a part of a widget, as around the switch at the end of a line, with its corners.
     static void setArea(QWidget* widget, const QRect& area, int radius);
-
-    /// Keeps the ring off a widget that shows its focus by itself.
-    static void setShowsOwnFocus(QWidget* widget);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -5,7 +5,7 @@
 
 class Paragraph;
 
-/// A labelled field of a form: the label, the content, and beneath it a hint or an error in words.
+/// A labelled field of a form: the label, the content, and beneath it a hint in words.
 class FormField : public QWidget {
     Q_OBJECT
 
@@ -15,10 +15,7 @@ public:
 
     /// The explaining line; an empty one takes no room.
     void setHint(const QString& hint);
-    /// What is wrong, in the danger colour; an empty text takes no room.
-    void setError(const QString& error);
 
 private:
     Paragraph* m_hint;
-    Paragraph* m_error;
 };

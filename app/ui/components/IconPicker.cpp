@@ -118,7 +118,6 @@ void IconPicker::setIconID(std::int64_t iconID) {
         return;
     setAccessibleDescription(EntryIcon::name(iconID));
     update();
-    emit iconIDChanged(iconID);
 }
 
 QSize IconPicker::sizeHint() const {

@@ -2,6 +2,7 @@
 #include "app/ui/components/Sheet.h"
 
 #include "app/ui/components/Accessible.h"
+#include "app/ui/components/BareLayout.h"
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Card.h"
 #include "app/ui/components/Labels.h"
@@ -142,9 +143,7 @@ void SheetScaffold::arrange() {
     footerBox->setFixedHeight(footerHeight);
     footerBox->setLayout(footer);
 
-    auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
+    auto* const column = bareColumn(this, 0);
     column->addLayout(heading);
     column->addWidget(m_scrolledEdge);
     column->addWidget(m_scroll, 1);
@@ -170,10 +169,6 @@ void SheetScaffold::setBody(QWidget* body) {
 void SheetScaffold::setSubtitle(const QString& subtitle) {
     m_subtitle->setText(subtitle);
     m_subtitle->setVisible(!subtitle.isEmpty());
-}
-
-void SheetScaffold::setConfirmTitle(const QString& title) {
-    m_confirm->setText(title);
 }
 
 /// Scrolls to the control with the focus. A control that was added just now has its place once the form has grown.

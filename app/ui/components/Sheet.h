@@ -67,7 +67,6 @@ public:
 
     /// The line under the title; an empty one takes no room.
     void setSubtitle(const QString& subtitle);
-    void setConfirmTitle(const QString& title);
     /// Where the form goes, cards one under the other, 12 apart.
     [[nodiscard]] QVBoxLayout* content() const noexcept;
     /// Puts something that scrolls by itself in the form's place, from edge to edge.

@@ -5,7 +5,6 @@
 
 #include <string>
 
-class AdaptiveRow;
 class Button;
 class ClipboardService;
 class IconButton;

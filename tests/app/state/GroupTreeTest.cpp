@@ -2,6 +2,7 @@
 #include "app/state/GroupTree.h"
 
 #include "tests/support/Entries.h"
+#include "tests/support/Sharing.h"
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -60,9 +61,9 @@ struct Unshared {
 Unshared unshared(const KdbxGroup& a, const KdbxGroup& b) {
     Unshared count;
     for (std::size_t i = 0; i < a.entries.size(); ++i)
-        count.entries += a.entries.sharesElementWith(b.entries, i) ? 0 : 1;
+        count.entries += shareElement(a.entries, b.entries, i) ? 0 : 1;
     for (std::size_t i = 0; i < a.groups.size(); ++i) {
-        if (a.groups.sharesElementWith(b.groups, i))
+        if (shareElement(a.groups, b.groups, i))
             continue;
         const auto inside = unshared(a.groups[i], b.groups[i]);
         count.groups += inside.groups + 1;
@@ -485,8 +486,8 @@ TEST(GroupTreeTest, takingSeveralEntriesOutCopiesThePathsToTheirGroupsAlone) {
 
     GroupTree::removeEntries(root, {idOf(0xE)});
 
-    EXPECT_TRUE(before.groups.sharesElementWith(root.groups, 0));
-    EXPECT_FALSE(before.groups.sharesElementWith(root.groups, 1));
+    EXPECT_TRUE(shareElement(before.groups, root.groups, 0));
+    EXPECT_FALSE(shareElement(before.groups, root.groups, 1));
     EXPECT_EQ(titlesOf(before), (Titles{"a", "b", "c", "d", "e"}));
 }
 

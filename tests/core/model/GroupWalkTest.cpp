@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/GroupWalk.h"
 
+#include "tests/support/Sharing.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -145,9 +147,9 @@ TEST(WritableGroupWalkTest, copiesThePathAndNothingElse) {
     WritableGroupWalk walk(root);
     goTo(walk, "c");
     walk.writableGroup().name = "C";
-    EXPECT_FALSE(root.groups.sharesElementWith(copy.groups, 0));
-    EXPECT_TRUE(root.groups[0].groups.sharesElementWith(copy.groups[0].groups, 1));
-    EXPECT_TRUE(root.groups.sharesElementWith(copy.groups, 1));
+    EXPECT_FALSE(shareElement(root.groups, copy.groups, 0));
+    EXPECT_TRUE(shareElement(root.groups[0].groups, copy.groups[0].groups, 1));
+    EXPECT_TRUE(shareElement(root.groups, copy.groups, 1));
 }
 
 TEST(WritableGroupWalkTest, goesOnBehindAGroupThatItHasWrittenTo) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "core/model/SharedArray.h"
 
+#include "tests/support/Sharing.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,7 +35,7 @@ std::vector<std::size_t> indicesTo(std::size_t count) {
 std::size_t unsharedElements(const auto& a, const auto& b) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < a.size(); ++i)
-        count += a.sharesElementWith(b, i) ? 0 : 1;
+        count += shareElement(a, b, i) ? 0 : 1;
     return count;
 }
 
@@ -362,14 +364,14 @@ TEST(SharedArrayTest, tellsWhatTwoArraysShare) {
     const auto a = countingTo(300);
     auto b = a;
     EXPECT_TRUE(a.sharesStorageWith(b));
-    EXPECT_TRUE(a.sharesElementWith(b, 7));
+    EXPECT_TRUE(shareElement(a, b, 7));
 
     b.mutableAt(7) = 7;
 
     EXPECT_FALSE(a.sharesStorageWith(b));
-    EXPECT_FALSE(a.sharesElementWith(b, 7));
-    EXPECT_TRUE(a.sharesElementWith(b, 8));
-    EXPECT_FALSE(a.sharesElementWith(b, 300));
+    EXPECT_FALSE(shareElement(a, b, 7));
+    EXPECT_TRUE(shareElement(a, b, 8));
+    EXPECT_FALSE(shareElement(a, b, 300));
 }
 
 TEST(SharedArrayTest, findsTheFirstOfEqualIDs) {
