@@ -65,6 +65,15 @@ std::unique_ptr<InnerStreamCipher> innerStreamKdbx3(const KdbxHeader& header) {
     return KdbxCrypto::makeInnerStream(id, header.innerRandomStreamKey.value_or(Bytes()));
 }
 
+KdbxDatabase vaultOf(KdbxXML::Document document, const KdbxHeader& header) {
+    return {.meta = std::move(document.meta),
+            .root = std::move(document.root),
+            .cipher = header.cipher(),
+            .kdf = header.kdfSettings(),
+            .compressed = header.compressed(),
+            .formatVersion = formatVersion(header)};
+}
+
 }  // namespace
 
 KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& key,
@@ -85,16 +94,10 @@ KdbxDatabase loadKdbx4(ByteView file, const KdbxHeader& header, const KdbxKey& k
         throw KdbxError::invalidCredentials();
 
     auto payload = KdbxCrypto::readHMACBlocks(reader, {.key = *keys.hmac});
-    const auto cipher = header.cipher();
-    payload = KdbxCrypto::decryptPayload(payload, {.cipher = cipher, .key = keys.master, .iv = header.encryptionIV});
+    payload =
+        KdbxCrypto::decryptPayload(payload, {.cipher = header.cipher(), .key = keys.master, .iv = header.encryptionIV});
     payload = decompressedIf(header.compressed(), std::move(payload));
-    auto document = parsePayload(payload, header);
-    return {.meta = std::move(document.meta),
-            .root = std::move(document.root),
-            .cipher = cipher,
-            .kdf = header.kdfSettings(),
-            .compressed = header.compressed(),
-            .formatVersion = formatVersion(header)};
+    return vaultOf(parsePayload(payload, header), header);
 }
 
 KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& key,
@@ -102,9 +105,8 @@ KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& k
     if (!header.streamStartBytes)
         throw KdbxError::corruptedData("KDBX 3 başlığında StreamStartBytes yok");
     const auto keys = KdbxKeys::derive(KdbxKeys::compositeKey(key), header, transformation);
-    const auto cipher = header.cipher();
     const auto ciphertext = file.subspan(static_cast<std::size_t>(header.endOffset));
-    auto payload = decryptKdbx3(ciphertext, {.cipher = cipher, .key = keys.master, .iv = header.encryptionIV});
+    auto payload = decryptKdbx3(ciphertext, {.cipher = header.cipher(), .key = keys.master, .iv = header.encryptionIV});
     KdbxReader blocks(behindStartBytes(payload, *header.streamStartBytes));
     payload = KdbxCrypto::readHashedBlocks(blocks);
     payload = decompressedIf(header.compressed(), std::move(payload));
@@ -113,12 +115,7 @@ KdbxDatabase loadKdbx3(ByteView file, const KdbxHeader& header, const KdbxKey& k
     auto document = KdbxXML::parse(payload, *stream, formatVersion(header), {});
     if (document.headerHash && !KdbxGate::isAuthentic(Sha2::sha256(header.rawData), *document.headerHash))
         throw KdbxError::headerHashMismatch();
-    return {.meta = std::move(document.meta),
-            .root = std::move(document.root),
-            .cipher = cipher,
-            .kdf = header.kdfSettings(),
-            .compressed = header.compressed(),
-            .formatVersion = formatVersion(header)};
+    return vaultOf(std::move(document), header);
 }
 
 }  // namespace KdbxFile
