@@ -7,7 +7,7 @@ target_compile_options(brenvik-options INTERFACE -Wall -Wextra -Wpedantic)
 if(BRENVIK_SANITIZERS)
     target_compile_options(brenvik-options INTERFACE
         -fsanitize=${BRENVIK_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer
-        # GCC sees unset members of variants there that no road reaches, in code that the sanitizers have changed.
+        # GCC sees unset members of variants there that no code path reaches, in code that the sanitizers have changed.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(brenvik-options INTERFACE -fsanitize=${BRENVIK_SANITIZERS})
 else()

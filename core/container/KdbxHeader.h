@@ -11,7 +11,7 @@
 
 /// The outer header of a vault file: the preamble and its run of fields.
 struct KdbxHeader {
-    // By these two words the format knows its files; the second tells it from its forerunner.
+    // By these two words the format knows its files; the second distinguishes it from its forerunner.
     static constexpr std::uint32_t signature1 = 0x9AA2D903;
     static constexpr std::uint32_t signature2 = 0xB54BFB67;
 

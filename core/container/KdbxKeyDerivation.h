@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-/// The key derivations of the format: how a header names one, its parameters there with what stands in for missing
+/// The key derivations of the format: how a header names one, its parameters there with what replaces missing
 /// ones, and its run. Parameters are those of a KDBX 4 header; KDBX 3 has one derivation and fields of its own for it.
 namespace KdbxKeyDerivation {
 

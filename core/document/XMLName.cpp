@@ -59,7 +59,7 @@ constexpr std::pair<std::string_view, XMLName> knownNames[] = {
 }  // namespace
 
 XMLName knownName(std::string_view name) {
-    // The Kelvin sign is the one code point outside ASCII that may stand in an element's name and is equivalent to a
+    // The Kelvin sign is the one code point outside ASCII that may occur in an element's name and is equivalent to a
     // letter of these.
     constexpr std::string_view kelvinSign = "\xE2\x84\xAA";
     std::string plain;

@@ -162,7 +162,7 @@ private:
     Area m_area;
     Old m_old;
     const std::uint64_t* m_previous;
-    const std::uint64_t* m_reference;  // of the next block, where the data tells it
+    const std::uint64_t* m_reference;  // of the next block, where the data names it
     std::uint64_t* m_next;
     alignas(64) std::uint64_t m_addresses[addressesPerBlock];
     alignas(64) std::uint64_t m_input[wordsPerBlock];

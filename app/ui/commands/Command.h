@@ -20,7 +20,7 @@ struct KdbxEntry;
 /// One thing that the user can ask for: a row of the table that the menu bar, the rows' menus, their buttons, the
 /// toolbar and the detail are made from.
 struct Command {
-    /// The commands that something refers to; `other` is what stands in the menu bar alone.
+    /// The commands that something refers to; `other` is what the menu bar alone offers.
     enum class ID : std::uint8_t {
         other,
         save,

@@ -102,7 +102,7 @@ void Commands::fill(QMenuBar& bar) {
 }
 
 void Commands::fillMore(QMenu& menu) {
-    // The same commands in the words of a menu that stands beside the entry.
+    // The same commands in the words of a menu beside the entry.
     const auto add = [&](Command::ID id) {
         auto* const command = action(id);
         auto* const item = menu.addAction(Command::of(id).text(), command, &QAction::trigger);

@@ -46,10 +46,10 @@ public:
     /// The list of the groups: while the keyboard is among them, the commands for the order are for them.
     void setGroupList(const QWidget* list) noexcept { m_groupList = list; }
 
-    /// Tells of a sheet that is no route's. What lies behind a sheet is out of its commands' reach.
+    /// Says that a sheet is shown that is no route's. What lies behind a sheet is out of its commands' reach.
     void setCovered(bool isCovered);
-    /// Tells of a wait for the session, in which most commands are out of reach. They do nothing from its start on, and
-    /// look so once it is long enough to be shown.
+    /// Says that the session is waited for, during which most commands are out of reach. They do nothing from its start
+    /// on, and look so once it is long enough to be shown.
     void setWaiting(bool isWaiting);
 
     // What the table's rows ask for.

@@ -36,7 +36,7 @@ bool canCopy(const QWidget& field) {
 }
 
 /// The keys that edit a text wherever there is one. Qt's fields claim some of them by themselves; a word that is
-/// deleted, for one, they leave to whoever wants the key.
+/// deleted, for one, they leave to whatever takes the key.
 bool editsText(const QKeyEvent& key) {
     static constexpr std::array meanings{QKeySequence::Copy,      QKeySequence::Cut,  QKeySequence::Paste,
                                          QKeySequence::SelectAll, QKeySequence::Undo, QKeySequence::Redo};

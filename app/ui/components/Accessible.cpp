@@ -19,8 +19,8 @@ namespace {
 
 constexpr auto roleProperty = "accessibleRole";
 
-/// The root of all. It has the menu that is open from a row, a button or a field among its children, so that whoever
-/// walks the tree comes upon it; Qt tells of such a menu that its parent is here, and then leaves it out.
+/// The root of all. It has the menu that is open from a row, a button or a field among its children, so that a
+/// walk through the tree comes upon it; Qt reports that such a menu has its parent here, and then leaves it out.
 class ApplicationAccessible final : public QAccessibleApplication {
 public:
     [[nodiscard]] int childCount() const override {
@@ -39,8 +39,8 @@ private:
     /// One of the menu bar has its place there.
     [[nodiscard]] QAccessibleInterface* openMenu() const {
         auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        auto* const told = menu ? QAccessible::queryAccessibleInterface(menu) : nullptr;
-        return told && told->parent() == this ? told : nullptr;
+        auto* const shown = menu ? QAccessible::queryAccessibleInterface(menu) : nullptr;
+        return shown && shown->parent() == this ? shown : nullptr;
     }
 };
 
@@ -112,7 +112,7 @@ QAccessibleInterface* interfaceFor(const QString& className, QObject* object) {
     return new OrderedAccessible(widget, role);
 }
 
-/// Whether what an event tells of is shown as dots.
+/// Whether what an event is about is shown as dots.
 bool isHidden(const QAccessibleEvent& event) {
     const auto* const field = qobject_cast<QLineEdit*>(event.object());
     return field && field->echoMode() != QLineEdit::Normal;
@@ -126,10 +126,10 @@ QString dotsFor(const QString& text) {
 /// As all of Qt's events go out.
 void pass(QAccessibleEvent& event);
 
-/// On its way to whoever listens on the desktop. Qt would tell there each letter that is typed into a hidden field.
-void tell(QAccessibleEvent* event) {
+/// Passes an event on to the screen readers of the desktop. Qt would report each letter typed into a hidden field.
+void report(QAccessibleEvent* event) {
     using Event = QAccessible::Event;
-    // A view's accessible object has heard of its model already, and nobody else wants to.
+    // A view's accessible object has been notified by its model already, and nothing else listens.
     if (event->type() == Event::TableModelChanged)
         return;
     // What is written over the letters that a field has kept was never in it for the user.
@@ -160,21 +160,21 @@ void tell(QAccessibleEvent* event) {
 void pass(QAccessibleEvent& event) {
     QAccessible::installUpdateHandler(nullptr);
     QAccessible::updateAccessibility(&event);
-    QAccessible::installUpdateHandler(tell);
+    QAccessible::installUpdateHandler(report);
 }
 
 }  // namespace
 
 void Accessible::install() {
     QAccessible::installFactory(interfaceFor);
-    QAccessible::installUpdateHandler(tell);
+    QAccessible::installUpdateHandler(report);
 }
 
 void Accessible::setRole(QWidget& widget, QAccessible::Role role) {
     widget.setProperty(roleProperty, static_cast<int>(role));
 }
 
-// What appears with this role is spoken at once; Qt passes on no alert. What is not shown yet is told when it is.
+// What appears with this role is spoken at once; Qt passes on no alert. What is not shown yet is announced when it is.
 void Accessible::announce(QWidget& message) {
     if (!message.isVisible())
         return;

@@ -16,5 +16,5 @@ void Announcement::say(const QString& message) {
         hide();
     setAccessibleName(message);
     Accessible::announce(*this);
-    setVisible(!message.isEmpty());  // of what shows from now on, Qt tells
+    setVisible(!message.isEmpty());  // Qt announces what shows from now on
 }

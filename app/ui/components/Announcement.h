@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-/// A message for the ear alone, spoken when it is said. It stands beside the text that tells the same to the eye, which
+/// A message for the ear alone, spoken when it is said. It is beside the text that says the same to the eye, which
 /// keeps the place and the role of a text. It takes no room.
 class Announcement : public QWidget {
     Q_OBJECT

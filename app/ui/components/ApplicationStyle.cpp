@@ -39,7 +39,7 @@ QPalette palette() {
     return colours;
 }
 
-// Sizes and colours stand as @name and come from the theme.
+// Sizes and colours are written as @name and come from the theme.
 constexpr auto sheetTemplate = R"(
 QMainWindow, QDialog { background: @canvas; }
 QScrollArea, QScrollArea > QWidget > QWidget { background: transparent; }

@@ -8,7 +8,7 @@ constexpr QChar popIsolate(0x2069);
 constexpr QChar openingQuote(0x201C);
 constexpr QChar closingQuote(0x201D);
 
-/// Whether a letter can turn what stands beside it.
+/// Whether a letter can turn what is beside it.
 bool turns(char32_t letter) {
     switch (QChar::direction(letter)) {
         case QChar::DirR:

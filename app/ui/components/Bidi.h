@@ -10,7 +10,7 @@ namespace Bidi {
 /// The text between isolating marks. Whatever directions it opens end with it, and one that needs no marks has none.
 [[nodiscard]] QString isolated(const QString& text);
 
-/// The sentence with each name in it that stands in “quotes” isolated.
+/// The sentence with each name in “quotes” in it isolated.
 [[nodiscard]] QString withQuotesIsolated(const QString& sentence);
 
 }  // namespace Bidi

@@ -16,7 +16,7 @@ public:
 
     /// Where the card's content goes.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
-    /// The line of the heading; what is added stands at its end.
+    /// The line of the heading; what is added goes to its end.
     [[nodiscard]] QHBoxLayout* headingLine() const noexcept { return m_headingLine; }
 
     /// A hairline from edge to edge of the card, whatever the padding, between two rows.

@@ -4,7 +4,7 @@
 #include "app/ui/components/Button.h"
 
 /// A button that copies a field, and says so for a moment with a tick in place of its symbol, or of its text where it
-/// has none. Several of them may carry the same word; the accessible description tells whose they are.
+/// has none. Several of them may carry the same word; the accessible description says which field each is for.
 class CopyButton : public Button {
     Q_OBJECT
 

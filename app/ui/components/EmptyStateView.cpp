@@ -21,7 +21,7 @@ constexpr int symbolSide = 24;
 constexpr int messageWidth = 280;
 constexpr int usualHeight = 176;  // of the tile and the texts, with a way out
 
-/// A quiet symbol on a tile of its own: an empty place has no entry whose tint it could take.
+/// A quiet symbol on a tile of its own: an empty state has no entry whose tint it could take.
 class QuietTile final : public QWidget {
 public:
     QuietTile(QString symbol, QWidget* parent) : QWidget(parent), m_symbol(std::move(symbol)) {

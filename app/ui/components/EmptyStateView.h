@@ -11,14 +11,14 @@ class QLayout;
 class QSpacerItem;
 class QVBoxLayout;
 
-/// A friendly empty place: a quiet symbol on a tile, a title, one sentence, and at most one way out.
+/// A friendly empty state: a quiet symbol on a tile, a title, one sentence, and at most one way out.
 class EmptyStateView : public QWidget {
     Q_OBJECT
 
 public:
     EmptyStateView(const QString& symbol, const QString& title, const QString& message, QWidget* parent = nullptr);
 
-    /// Stands as high as the empty places of the columns beside it, whatever each of them says. `headroom` is what lies
+    /// Is as high up as the empty states of the columns beside it, whatever each of them says. `headroom` is what lies
     /// above it in its own column.
     void standBeside(int headroom);
 
@@ -35,5 +35,5 @@ private:
 
     QVBoxLayout* m_column;
     QSpacerItem* m_top;
-    std::optional<int> m_headroom;  // none where it stands alone
+    std::optional<int> m_headroom;  // none where it is alone
 };

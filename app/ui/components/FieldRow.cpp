@@ -66,7 +66,7 @@ FieldRow::Plan FieldRow::plan(int width) const {
     int actionHeight = 0;
     for (const auto* action : m_actions)
         actionHeight = std::max(actionHeight, action->sizeHint().height());
-    // Beside a value the controls stand in the middle of the label and the value's first line, and stay there however
+    // Beside a value the controls are in the middle of the label and the value's first line, and stay there however
     // many lines follow. Above one they share the label's line.
     const int head = isStacked ? std::max(labelHeight, actionHeight)
                                : std::max(labelHeight + m_labelGap + m_value->minimumSizeHint().height(), actionHeight);

@@ -32,7 +32,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    /// Where everything stands in a width, from left to right.
+    /// Where everything is in a width, from left to right.
     struct Plan {
         QRect label;
         QRect value;

@@ -35,7 +35,7 @@ constexpr int symbolSide = 16;
 constexpr int rowHeight = 30;
 constexpr int rowInset = 4;
 constexpr int cellPadding = 12;
-// The header of the names keeps room for a symbol, and its text stands where those of the rows do.
+// The header of the names keeps room for a symbol, and its text begins where those of the rows do.
 constexpr int namePadding = 9;
 constexpr int symbolGap = 6;
 constexpr int sizeWidth = 96;
@@ -79,7 +79,7 @@ void showSymbols(QFileDialog& panel) {
             found->setIcon(Symbol::icon(QLatin1String(symbol), Palette::textSoft));
             found->setIconSize({symbolSide, symbolSide});
         }
-    // One way to see the files is enough, the one that tells when each was changed.
+    // One way to see the files is enough, the one that shows when each was changed.
     for (const char* const button : {"listModeButton", "detailModeButton"})
         if (auto* const found = panel.findChild<QToolButton*>(QLatin1String(button)))
             found->hide();

@@ -9,7 +9,8 @@
 class QWidget;
 
 /// The panels in which the user chooses a file. Each blocks until it is answered; nothing when it is cancelled.
-/// A panel opens where the user has chosen a file last, before that beside the vault in use, else among his documents.
+/// A panel opens where the user has chosen a file last, before that beside the vault in use, else among their
+/// documents.
 namespace FilePanels {
 
 using File = std::optional<std::filesystem::path>;

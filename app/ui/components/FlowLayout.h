@@ -22,7 +22,7 @@ public:
     [[nodiscard]] QSize minimumSize() const override;
 
 private:
-    /// Items that stand side by side.
+    /// Items side by side.
     struct Line {
         QList<QLayoutItem*> items;
         int width = 0;

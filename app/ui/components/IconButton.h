@@ -7,7 +7,7 @@
 class QMenu;
 
 /// A square button of one symbol, without ground until the pointer is over it. Its tooltip is its accessible name;
-/// where the tooltip names keys by signs, the keys' own names stand beside them and are what screen readers hear.
+/// where the tooltip names keys by signs, the keys' own names are beside them and are what screen readers hear.
 class IconButton : public QAbstractButton {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ public:
     void setSides(int button, int symbol);
     /// With a ground and an outline of its own, as beside the lock card's action.
     void setFramed(bool isFramed);
-    /// Stands on ground in the hover colour, where the usual answer to the pointer would not be seen.
+    /// For one on ground in the hover colour, where the usual answer to the pointer would not be seen.
     void setOnHoverGround(bool isOnHoverGround);
     /// Opens this menu under the button when pressed.
     void setMenu(QMenu* menu);

@@ -31,7 +31,7 @@ private:
     int m_side;
 };
 
-/// A tile for a symbol that belongs to no entry, as in empty places.
+/// A tile for a symbol that belongs to no entry, as in empty states.
 class SymbolTile : public QWidget {
     Q_OBJECT
 

@@ -23,7 +23,7 @@ void dress(QLabel& label, const QFont& font, const QColor& colour) {
     label.setPalette(colours);
 }
 
-/// A number, or all that stands between two numbers, and the width that it is given.
+/// A number, or all that is between two numbers, and the width that it is given.
 struct Run {
     QString text;
     int width;
@@ -56,7 +56,7 @@ QString laidOutText(const QString& text) {
     return laidOut;
 }
 
-constexpr double lineSpacing = 1.15;  // of running text; the lines of a heading stand closer
+constexpr double lineSpacing = 1.15;  // of running text; the lines of a heading are closer
 constexpr int largestText = 16;
 constexpr int widestHint = 420;  // a paragraph asks for no more, and takes what it is given
 

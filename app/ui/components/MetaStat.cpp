@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int narrowest = 124;  // the widest date fits, and two stand side by side in the usual column
+constexpr int narrowest = 124;  // the widest date fits, and two fit side by side in the usual column
 
 }  // namespace
 

@@ -5,7 +5,7 @@
 
 class TextLabel;
 
-/// A small label with a value under it, such as a time. Equally wide ones stand in columns.
+/// A small label with a value under it, such as a time. Equally wide ones form columns.
 class MetaStat : public QWidget {
     Q_OBJECT
 

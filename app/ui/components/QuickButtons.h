@@ -13,7 +13,7 @@ class QuickButtons : public QWidget {
 public:
     enum class Width { natural, equal /* together as wide as the row */ };
 
-    /// `label` is the buttons' text, with %1 where the number stands.
+    /// `label` is the buttons' text, with %1 for the number.
     QuickButtons(const QList<int>& numbers, const QString& label, Width width, QWidget* parent = nullptr);
 
     /// Checks the button of that number and no other; none where there is no such button.

@@ -6,7 +6,7 @@
 
 class QVBoxLayout;
 
-/// A page that scrolls up and down where it is taller than its room. The bar stands in the page's margin, so that
+/// A page that scrolls up and down where it is taller than its room. The bar is in the page's margin, so that
 /// nothing moves or narrows when it comes.
 class ScrollPage : public QScrollArea {
     Q_OBJECT
@@ -17,9 +17,9 @@ public:
     /// Where the page's parts go, one under the other.
     [[nodiscard]] QVBoxLayout* content() const noexcept { return m_content; }
 
-    /// In more room than this, the parts stay as wide and stand at the leading edge.
+    /// In more room than this, the parts stay as wide and are at the leading edge.
     void setMaximumContentWidth(int width);
-    /// Where more room is spare than this, the content stands in the page's middle, else at its leading edge.
+    /// Where more room is spare than this, the content is in the page's middle, else at its leading edge.
     void setSpareRoomAtSide(int width);
 
 protected:

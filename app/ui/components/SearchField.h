@@ -6,7 +6,8 @@
 class IconButton;
 
 /// A field with a magnifying glass before its text, and a cross behind it that empties it; Escape empties it too. What
-/// is dragged from elsewhere in this program is not dropped here: rows carry their ids, and nobody looks for those.
+/// is dragged from elsewhere in this program is not dropped here: rows carry their ids, and those are never searched
+/// for.
 class SearchField : public TextField {
     Q_OBJECT
 
@@ -18,7 +19,7 @@ public:
 signals:
     /// The user is done with searching: the text is empty.
     void finished();
-    /// The user wants to go to what was found: to the first of it, or to wherever he was in it.
+    /// The user wants to go to what was found: to the first of it, or to wherever they were in it.
     void firstResultWanted();
     void resultsWanted();
 

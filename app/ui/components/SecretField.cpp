@@ -87,7 +87,7 @@ void SecretField::showRevealed() {
 
 void SecretField::showLetters() {
     setMono(m_isRevealed && m_isMasking);
-    // The dots stand a little apart, so that they can be counted; a placeholder does not.
+    // The dots are a little apart, so that they can be counted; a placeholder does not.
     const bool areDots = m_isMasking && !m_isRevealed && !text().isEmpty();
     QFont letters = font();
     letters.setLetterSpacing(QFont::AbsoluteSpacing, areDots ? dotSpacing : 0);

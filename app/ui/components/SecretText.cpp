@@ -38,7 +38,7 @@ QString textOf(std::string_view character) {
     return QString::fromUtf8(character.data(), static_cast<qsizetype>(character.size()));
 }
 
-/// A character, and in what colour, so that a reader can tell l from 1 and sees a space.
+/// A character, and in what colour, so that l differs from 1 and a space shows.
 struct Glyph {
     QString text;
     QColor colour;
@@ -58,7 +58,7 @@ Glyph glyphOf(std::string_view character) {
     return {text, first.isLetter() || first.isSurrogate() ? Palette::text : Palette::warn};
 }
 
-/// Tells what shows when it is asked, so that no copy of a revealed secret lies about in a property.
+/// Answers with what shows when it is asked, so that no copy of a revealed secret lies about in a property.
 class SecretTextAccessible final : public QAccessibleWidget {
 public:
     explicit SecretTextAccessible(SecretText* secret)

@@ -43,7 +43,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
-    /// Where a character or a dot stands among equally wide columns. A wide one takes two of them.
+    /// Where a character or a dot is among equally wide columns. A wide one takes two of them.
     struct Cell {
         int line;
         int column;
@@ -54,7 +54,7 @@ protected:
         QFont font;
         std::vector<Cell> cells;
         [[nodiscard]] int height() const;
-        /// A cell's place in a widget of that height, in whose middle the lines stand.
+        /// A cell's area in a widget of that height, in whose middle the lines are.
         [[nodiscard]] QRectF box(const Cell& cell, int widgetHeight) const;
     };
 

@@ -45,7 +45,7 @@ void SelectableSecretText::copySelection() {
     emit copyRequested({first.data(), last.data() + last.size()});
 }
 
-/// The place between two characters that is nearest to a point.
+/// The position between two characters that is nearest to a point.
 int SelectableSecretText::positionAt(const QPointF& point) const {
     const auto placed = grid(width());
     int position = 0;

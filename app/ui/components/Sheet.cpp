@@ -113,7 +113,7 @@ SheetScaffold::SheetScaffold(const QString& title, const QString& cancelTitle, c
     connect(qApp, &QApplication::focusChanged, this, &SheetScaffold::revealFocus);
 }
 
-// The controls go after this and give the focus away as they do: nobody is there any more to follow it.
+// The controls are destroyed after this and give the focus away as they are: there is nothing left to follow it.
 SheetScaffold::~SheetScaffold() {
     disconnect(qApp, nullptr, this, nullptr);
     disconnect(m_scroll->verticalScrollBar(), nullptr, this, nullptr);
@@ -233,7 +233,7 @@ void SheetHost::dismiss() {
     if (m_below)
         m_below->setEnabled(true);
     giveFocusBack();
-    setAttribute(Qt::WA_TransparentForMouseEvents);  // nobody waits for the backdrop to fade
+    setAttribute(Qt::WA_TransparentForMouseEvents);  // the window is usable while the backdrop fades
     fadeTo(0, [this] {
         if (!m_sheet)
             hide();

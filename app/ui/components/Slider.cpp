@@ -21,7 +21,7 @@ bool isChoice(Qt::FocusReason reason) {
            reason == Qt::ShortcutFocusReason;
 }
 
-/// Whether the focus comes or goes with the window's, and nobody chose another control.
+/// Whether the focus comes or goes with the window's, without another control being chosen.
 bool isOfWindow(Qt::FocusReason reason) {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }

@@ -4,8 +4,8 @@
 #include <QSlider>
 
 /// A horizontal slider of the theme. A click on its track goes there. The wheel is the page's until the user has given
-/// the slider the focus: nobody changes a setting by scrolling past it. The focus that a window has from the start is
-/// nobody's choice.
+/// the slider the focus: scrolling past it changes no setting. The focus that a window has from the start is
+/// not the user's choice.
 class Slider : public QSlider {
     Q_OBJECT
 

@@ -10,8 +10,8 @@ class TextArea : public QPlainTextEdit {
 public:
     explicit TextArea(const QString& name, QWidget* parent = nullptr);
 
-    /// Sets and gives the text as it stands. A document of Qt's knows one kind of line end and one of blank only, so
-    /// the text comes back to the letter as long as nobody has typed in it, and with line feeds once somebody has.
+    /// Sets and gives the text as it is. A document of Qt's knows one kind of line end and one of blank only, so
+    /// the text comes back to the letter as long as nothing is typed in it, and with line feeds once something is.
     /// What is too long to be edited here shows its beginning and stays to the letter: it can be copied and deleted as
     /// a whole, and not typed in.
     void setWholeText(const QString& text);

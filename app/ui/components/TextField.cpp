@@ -25,7 +25,7 @@ namespace {
 constexpr int largeHeight = 38;
 constexpr int stepsOfAChange = 8;
 constexpr int lineInset = 2;       // of the text, beside its margins
-constexpr int caretClearance = 3;  // of the placeholder, so that its first letter does not stand on the caret
+constexpr int caretClearance = 3;  // of the placeholder, so that the caret does not cover its first letter
 
 }  // namespace
 

@@ -24,7 +24,7 @@ public:
     /// 38 high, for the lock card.
     void setSize(Size size);
     void setMono(bool isMono);
-    /// Keeps room free at the field's end, for what stands inside it.
+    /// Keeps room free at the field's end, for what is inside it.
     void setTrailingRoom(int points);
     /// Keeps room free at the field's beginning.
     void setLeadingRoom(int points);
@@ -41,7 +41,7 @@ public:
 
     /// Replaces the text, and overwrites what the undo history has kept of every letter that was typed here.
     void replaceText(const QString& text);
-    /// Whether what happens to the text now is that writing, which is nobody's to hear of.
+    /// Whether the text changes by that writing now, which is not to be reported.
     [[nodiscard]] bool isOverwritingHistory() const noexcept { return m_isOverwriting; }
 
     [[nodiscard]] QSize sizeHint() const override;

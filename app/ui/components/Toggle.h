@@ -5,13 +5,13 @@
 
 class QVariantAnimation;
 
-/// A switch with its text before it or behind it. What stands behind two spaces in the text is an example, in the
+/// A switch with its text before it or behind it. What follows two spaces in the text is an example, in the
 /// monospaced face.
 class Toggle : public QCheckBox {
     Q_OBJECT
 
 public:
-    /// Where the switch stands: at the end of the line, or at its beginning with the text right behind it.
+    /// Where the switch is: at the end of the line, or at its beginning with the text right behind it.
     enum class Side : bool { trailing, leading };
 
     explicit Toggle(const QString& text, QWidget* parent = nullptr);

@@ -30,7 +30,7 @@ constexpr int padding = 5;
 constexpr int widestLine = 360;
 constexpr int gap = 4;  // between the panel and what it is about
 constexpr std::chrono::milliseconds shortest = 10s;
-constexpr std::chrono::milliseconds perLetter = 40ms;  // more, for whoever reads
+constexpr std::chrono::milliseconds perLetter = 40ms;  // more, for the time that reading takes
 
 /// What the present panel is about.
 struct Present {

@@ -16,7 +16,7 @@ public:
     static void install(QApplication& application);
 
     /// Shows a text for an area of a widget that the pointer is in. An empty one takes the present one away. The names
-    /// of the keys that it writes in signs stand behind it in soft ink, and are what screen readers hear in place of
+    /// of the keys that it writes in signs are behind it in soft ink, and are what screen readers hear in place of
     /// the signs.
     static void show(const QString& text, QWidget& owner, const QRect& area, const QString& keyNames = {});
     static void hideNow();

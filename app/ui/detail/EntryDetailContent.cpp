@@ -32,7 +32,7 @@ constexpr SecretText::Dots passwordDots{.fewest = 8, .most = 32};
 constexpr SecretText::Dots customFieldDots{.fewest = 6, .most = 24};
 constexpr std::size_t shownVersions = 6;
 constexpr int rowSymbol = 14;
-constexpr int copyMargin = 12;  // a copy button has no ground: its word is what stands at the edge
+constexpr int copyMargin = 12;  // a copy button has no ground: its word is what is seen at the edge
 constexpr int widgetGap = 6;    // from a label to what is no text
 
 QWidget* flow(std::initializer_list<QWidget*> parts, int spacing) {

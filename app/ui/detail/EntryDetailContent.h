@@ -35,8 +35,8 @@ public:
 
     void showAccessed();
 
-    /// The controls that take the keyboard, in the order in which they stand. The same control of another content of
-    /// the same entry has the same object name.
+    /// The controls that take the keyboard, in the order in which they are shown. The same control of another content
+    /// of the same entry has the same object name.
     [[nodiscard]] std::vector<QWidget*> stops() const;
 
 signals:

@@ -27,5 +27,5 @@ private:
     AppState& m_state;
     EntryDetailView* m_detail;
     EmptyStateView* m_placeholder = nullptr;
-    std::optional<std::size_t> m_placeholderCount;  // of selected entries, that it tells about
+    std::optional<std::size_t> m_placeholderCount;  // of selected entries, that it shows
 };

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int edge = 20;
 constexpr int widest = 720;           // the eye still follows a row to its end
-constexpr int mostSpareAtSide = 160;  // beyond, all would stand in a corner of a large screen
+constexpr int mostSpareAtSide = 160;  // beyond, all would be in a corner of a large screen
 constexpr int tileSide = 44;
 constexpr int titleSize = 22;
 constexpr int mostTitleLines = 3;
@@ -129,7 +129,7 @@ void EntryDetailView::rebuild() {
     const int scrollPosition = verticalScrollBar()->value();
     setUpdatesEnabled(false);
     auto* const former = std::exchange(m_parts, new EntryDetailContent(m_environment, *m_entry, m_revealed));
-    m_parts->resize(m_header->width(), m_parts->height());  // or all is laid out for a width that nobody sees
+    m_parts->resize(m_header->width(), m_parts->height());  // or all is laid out for a width that never shows
     content()->insertWidget(1, m_parts);
     connect(m_parts, &EntryDetailContent::reflowed, this, &EntryDetailView::reflow);
     m_parts->show();

@@ -76,7 +76,7 @@ CustomFieldRow::Value CustomFieldRow::value() const {
     return {.key = m_key->wholeText(), .value = m_value->secret(), .isProtected = m_isProtected};
 }
 
-/// The controls of all rows are called the same; a screen reader tells them apart by what is around them.
+/// The controls of all rows are called the same; a screen reader distinguishes them by what is around them.
 void CustomFieldRow::tellName() {
     setAccessibleName(m_key->text().isEmpty() ? QStringLiteral("Adsız alan") : LongText::beginning(m_key->text()));
 }

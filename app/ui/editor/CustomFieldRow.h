@@ -25,7 +25,7 @@ public:
 
     CustomFieldRow(const Value& value, ClipboardService& clipboard, QWidget* parent = nullptr);
 
-    /// As it stands in the form. The caller wipes the text of a protected value.
+    /// As it is in the form. The caller wipes the text of a protected value.
     [[nodiscard]] Value value() const;
     [[nodiscard]] TextField* keyField() const noexcept { return m_key; }
     [[nodiscard]] IconButton* removeButton() const noexcept { return m_remove; }

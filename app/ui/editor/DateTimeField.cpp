@@ -43,7 +43,7 @@ DateTimeField::DateTimeField(const QString& name, QWidget* parent)
 void DateTimeField::setTimestamp(Timestamp timestamp) {
     const QSignalBlocker showing(this);  // a time that is shown is not a time that was chosen
     m_timestamp = timestamp;
-    // Far out of what a calendar shows, the nearest day stands in the field until somebody chooses another.
+    // Far out of what a calendar shows, the field shows the nearest day until another is chosen.
     const double seconds = std::clamp(timestamp.seconds, double(minimumDateTime().toSecsSinceEpoch()),
                                       double(maximumDateTime().toSecsSinceEpoch()));
     setDateTime(QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(std::floor(seconds * 1000))));

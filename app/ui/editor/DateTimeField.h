@@ -9,7 +9,7 @@ class IconButton;
 class Popover;
 
 /// A compact field for a date and a time of day, local, with a calendar at its end.
-/// A time that nobody changes comes back as it was given, with what the field does not show of it.
+/// A time that is not changed comes back as it was given, with what the field does not show of it.
 class DateTimeField : public QDateTimeEdit {
     Q_OBJECT
 

@@ -35,7 +35,7 @@ namespace {
 constexpr QSize smallest(380, 320);
 constexpr QSize ideal(560, 640);
 constexpr double yearInSeconds = 31536000;  // of 365 days
-constexpr int narrowestPair = 400;          // below this, two fields stand one under the other
+constexpr int narrowestPair = 400;          // below this, two fields are one under the other
 
 std::string joined(const std::vector<std::string>& tags) {
     std::string text;

@@ -56,7 +56,8 @@ QString spoken(const KdbxEntry& entry) {
 
 }  // namespace
 
-// Entries that did not change are the very same ones, in the former vault as in this: both are held until all is told.
+// Entries that did not change are the very same ones, in the former vault as in this: both are held until the view
+// knows all changes.
 void EntryListModel::show(const std::optional<KdbxDatabase>& owner, EntryReferences entries) {
     const auto formerOwner = std::exchange(m_owner, owner);
     become(

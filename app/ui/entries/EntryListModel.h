@@ -7,7 +7,7 @@
 #include <optional>
 
 /// The entries of the list, one a row, in the order in which they are shown.
-/// Rows are known by their entry's identifier; a row whose entry has changed is told by `dataChanged`.
+/// Rows are known by their entry's identifier; a row whose entry has changed is announced by `dataChanged`.
 class EntryListModel : public RowListModel {
     Q_OBJECT
 

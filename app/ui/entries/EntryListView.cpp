@@ -157,7 +157,7 @@ void EntryListView::sayCount() {
     m_spokenCount->say(count == 0 ? QStringLiteral("Eşleşme yok") : QStringLiteral("%1 eşleşme").arg(count));
 }
 
-/// The same list, perhaps changed: the reader stays where he is.
+/// The same list, perhaps changed: the list stays where it was scrolled to.
 void EntryListView::showEntries() {
     const auto current = m_list->currentIndex();
     const auto currentID = current.isValid() ? std::optional(m_model->entry(current.row()).id) : std::nullopt;

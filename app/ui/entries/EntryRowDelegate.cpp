@@ -31,7 +31,7 @@ QString expiredText() {
     return QStringLiteral("Süresi dolmuş");
 }
 
-/// Where the parts of a row stand, in the logical direction, and what they have room for.
+/// Where the parts of a row are, in the logical direction, and what they have room for.
 struct Plan {
     Plan(const QStyleOptionViewItem& option, const QModelIndex& index)
         : title(index.data().toString()), subtitle(index.data(EntryListModel::subtitleRole).toString()) {
@@ -66,7 +66,7 @@ struct Plan {
     int badgeWidth = 0;
 
 private:
-    /// The symbol stands behind the title, and the badge where there is room for it; the title gets what is left.
+    /// The symbol comes behind the title, and the badge where there is room for it; the title gets what is left.
     void makeRoomForExpiry() {
         badgeWidth = Badge::widthFor(expiredText(), false);
         const int natural = titleMetrics.horizontalAdvance(RowText::line(title));

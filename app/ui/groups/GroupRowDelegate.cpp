@@ -26,7 +26,7 @@ constexpr int chevronSide = 18;
 constexpr int chevronSymbol = 10;
 constexpr int tileSide = 20;
 
-/// Levels that would leave no room for the name stand beneath each other.
+/// Levels that would leave no room for the name share one indent.
 int indentOf(int depth, int rowWidth) {
     return std::min(depth * indent, std::max(rowWidth - narrowestRow, indent));
 }
@@ -36,7 +36,7 @@ QString countOf(const QModelIndex& index) {
     return count.isValid() ? Numbers::grouped(count.toLongLong()) : QString();
 }
 
-/// Where the parts of a row stand, in the logical direction, and what they have room for.
+/// Where the parts of a row are, in the logical direction, and what they have room for.
 struct Plan {
     Plan(const QRect& row, const QModelIndex& index, bool isSelected)
         : name(index.data().toString()),

@@ -16,6 +16,6 @@ public:
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 
-    /// Where the chevron of a row stands, and can be hit.
+    /// Where the chevron of a row is, and can be hit.
     [[nodiscard]] static QRect chevronArea(const QRect& row, int depth, Qt::LayoutDirection direction);
 };

@@ -29,7 +29,8 @@ void GroupTreeModel::showTargets(const std::optional<KdbxDatabase>& database, co
 void GroupTreeModel::show(const std::optional<KdbxDatabase>& database, const Extent& extent) {
     auto owner = database ? std::make_shared<const KdbxDatabase>(*database) : nullptr;
     auto rows = owner ? rowsOf(owner->root, extent) : std::vector<Row>();
-    const auto formerOwner = std::exchange(m_owner, std::move(owner));  // whose groups are shown until all is told
+    const auto formerOwner =
+        std::exchange(m_owner, std::move(owner));  // whose groups are shown until the view knows all changes
     become(
         m_rows, std::move(rows),
         [](const Row& a, const Row& b) { return a.group->id == b.group->id && a.depth == b.depth; },

@@ -19,7 +19,7 @@ namespace {
 constexpr QSize smallest(320, 320);
 constexpr QSize ideal(420, 520);
 
-/// What the rows stand on: a field that scrolls by itself, as deep as a field is.
+/// What the rows are on: a field that scrolls by itself, as deep as a field is.
 class ListGround final : public QWidget {
 public:
     explicit ListGround(RowListView& list) {

@@ -16,7 +16,7 @@ namespace {
 constexpr int cardHeight = 40;
 constexpr int tileSide = 24;
 constexpr int widestTitle = 180;
-constexpr int stackOffset = 4;  // of the card behind, which tells that there are several
+constexpr int stackOffset = 4;  // of the card behind, which shows that there are several
 
 }  // namespace
 

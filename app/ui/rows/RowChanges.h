@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-/// How one list of rows becomes another, told so that a view keeps its place: rows that go, rows that come, or one that
-/// moves. Most changes of a vault are one of these.
+/// How one list of rows becomes another, announced so that a view keeps its place: rows that go, rows that come, or one
+/// that moves. Most changes of a vault are one of these.
 class RowChanges {
 public:
     /// Rows `first` to `first + count - 1`, at their place at the time.
@@ -18,14 +18,14 @@ public:
         int count;
     };
 
-    /// One row that stands elsewhere afterwards.
+    /// One row that is elsewhere afterwards.
     struct Move {
         int from;
         int to;
     };
 
-    /// Compares rows by `isSame(before, after)`. None where it would take many steps to tell, as when a list is sorted
-    /// anew or shows another group: then it is better told as a new list.
+    /// Compares rows by `isSame(before, after)`. None where that would be many steps, as when a list is sorted
+    /// anew or shows another group: then it is better announced as a new list.
     template <class Rows, class IsSame>
     [[nodiscard]] static std::optional<RowChanges> between(const Rows& before, const Rows& after, IsSame isSame);
 

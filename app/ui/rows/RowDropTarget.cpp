@@ -54,7 +54,7 @@ bool RowDropTarget::eventFilter(QObject*, QEvent* event) {
     }
 }
 
-/// Takes the drag as a whole, so that it is told of every move; which places take it, the moves say.
+/// Accepts the drag as a whole, so that every move arrives here; whether a row takes it is decided move by move.
 void RowDropTarget::begin(QDragEnterEvent& event) {
     m_group = GroupDrag::groupIn(*event.mimeData());
     event.setAccepted(m_group || event.mimeData()->hasText());

@@ -13,7 +13,7 @@
 #include <set>
 
 /// Lets entries, and groups where there are rules for them, be dropped on a list. It marks the place, scrolls near the
-/// edges, and tells of a row that the drag rests on.
+/// edges, and reports a row that the drag rests on.
 class RowDropTarget : public QObject {
     Q_OBJECT
 

@@ -219,7 +219,7 @@ void RowListAccessible::modelChange(QAccessibleTableModelChangeEvent* event) {
     m_haveRowsGone |= event->modelChangeType() == Event::ModelReset || event->modelChangeType() == Event::RowsRemoved;
 }
 
-/// Only when a row is asked for: a model may tell of many that go, one after the other.
+/// Only when a row is asked for: a model may announce many that go, one after the other.
 void RowListAccessible::forgetGoneRows() const {
     if (!std::exchange(m_haveRowsGone, false))
         return;

@@ -44,7 +44,7 @@ RowListView::RowListView(const QString& name, QWidget* parent) : QListView(paren
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
     setMouseTracking(true);
-    viewport()->setAttribute(Qt::WA_Hover);  // told of the pointer also where it is over the row's buttons
+    viewport()->setAttribute(Qt::WA_Hover);  // follows the pointer also where it is over the row's buttons
     setViewportMargins(0, Metric::s, 0, Metric::s);
     // The ground is the column's own.
     setAutoFillBackground(false);
@@ -240,12 +240,12 @@ void RowListView::focusInEvent(QFocusEvent* event) {
     QListView::focusInEvent(event);
     if (!currentIndex().isValid() && model()->rowCount() > 0)
         selectionModel()->setCurrentIndex(model()->index(0, 0), QItemSelectionModel::NoUpdate);
-    // After Qt has told of the list.
+    // After Qt has reported the list.
     QMetaObject::invokeMethod(this, &RowListView::tellFocus, Qt::QueuedConnection);
     viewport()->update();
 }
 
-/// That it is the row which has the keyboard; of the list it has been told.
+/// Reports the row that has the keyboard; the list has been reported already.
 void RowListView::tellFocus() {
     if (!hasFocus() || !currentIndex().isValid())
         return;

@@ -50,7 +50,7 @@ public:
     /// Whether a row has unfolded what is below it; none where there is nothing below.
     [[nodiscard]] std::optional<bool> isExpanded(const QModelIndex& index) const;
     void setExpansion(std::function<std::optional<bool>(const QModelIndex&)> isExpanded);
-    /// Tells a screen reader that a row has unfolded what is below it, or folded it up.
+    /// Notifies a screen reader that a row has unfolded what is below it, or folded it up.
     void tellExpansion(int row);
     /// Asks for a row's menu, as a key does.
     void requestMenu(const QModelIndex& index);
@@ -63,7 +63,7 @@ public:
     void keyboardSearch(const QString& typed) override;
 
 signals:
-    /// Another row is under the pointer, or it stands elsewhere.
+    /// Another row is under the pointer, or it has moved.
     void hoverMoved();
     /// A menu is wanted for a row: by the pointer, at its place, or by a key, below the row's text.
     void menuRequested(const QModelIndex& index, const QPoint& globalPosition);

@@ -15,7 +15,7 @@ class PermissionRow : public QWidget {
 public:
     explicit PermissionRow(QWidget* parent = nullptr);
 
-    /// Whether somebody can be asked for what is missing makes the way to ask show or not.
+    /// Shows or hides the way to ask for what is missing, by whether there is one.
     enum class Asking : bool { impossible, possible };
     void showGranted(bool isGranted, Asking asking);
 

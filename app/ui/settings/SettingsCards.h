@@ -62,7 +62,7 @@ private:
 };
 
 /// The combination that types into whatever application is in front, and whether it is in force. While the card shows,
-/// a combination that another program has is tried again and again: nobody tells when it is free.
+/// a combination that another program has is tried again and again: nothing reports that it is free.
 class HotKeyCard : public Card {
     Q_OBJECT
 

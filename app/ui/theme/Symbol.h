@@ -15,7 +15,7 @@ namespace Symbol {
 /// Paints a symbol, as large as the shorter side of `area`, in its middle.
 void paint(QPainter& painter, const QRectF& area, const QString& name, const QColor& colour);
 
-/// An icon of a symbol; disabled it stands at 0.4.
+/// An icon of a symbol; disabled it has an opacity of 0.4.
 [[nodiscard]] QIcon icon(const QString& name, const QColor& colour);
 
 /// Every name that has a drawing.

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-/// The sheet that tells what the program is, in which version and under which licences.
+/// The sheet that says what the program is, in which version and under which licences.
 class AboutView : public QWidget {
     Q_OBJECT
 

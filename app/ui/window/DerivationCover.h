@@ -9,7 +9,7 @@ class AppState;
 class QTimer;
 class SheetHost;
 
-/// Stands between the user and the window while a key is derived: what lies below would take input for a session that
+/// Covers the window while a key is derived: what lies below would take input for a session that
 /// is in the middle of a step. Input is dropped, not kept for later. What takes longer than half a second is shown: on
 /// the lock card by itself, above an open vault on a sheet of its own. Escape gives the derivation up.
 class DerivationCover : public QObject {

@@ -67,7 +67,7 @@ void MainView::goToNextDivider() {
 }
 
 void MainView::takeFocus() {
-    // A list that an empty state stands for would take the focus later, when it shows, from whoever has it by then.
+    // A list that an empty state hides would take the focus later, when it shows, from the control that has it by then.
     auto* const entries = m_entries->list();
     (entries->isVisibleTo(this) ? entries : m_groups->list())->setFocus();
 }

@@ -83,7 +83,7 @@ void MainWindow::connectState() {
     connect(m_cover, &DerivationCover::shownChanged, m_commands, &Commands::setWaiting);
 }
 
-/// Of the columns while they still have something to show: once the state tells of the lock, the vault is gone.
+/// Of the columns while they still have something to show: once the state announces the lock, the vault is gone.
 void MainWindow::keepPicture() {
     if (!m_state.isLocked())
         m_picture = ScreenFade::pictureOf(*m_screens);
@@ -112,14 +112,14 @@ void MainWindow::showScreen() {
     sizeWindow();
 }
 
-/// Where a sheet has left it to nobody.
+/// Where a closed sheet has left no control with it.
 void MainWindow::takeFocus() {
     if (!m_state.isLocked())
         m_mainView->takeFocus();
 }
 
-/// The vault's name for whoever looks for the window among others, and a star for what is not saved. While locked
-/// nothing tells of the vault.
+/// The vault's name, by which the window is found among others, and a star for what is not saved. While locked
+/// nothing says which vault it is.
 void MainWindow::showTitle() {
     const bool isLocked = m_state.isLocked();
     auto name = Bidi::isolated(RowText::line(LongText::beginning(m_state.databaseName())));

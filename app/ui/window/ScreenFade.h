@@ -6,7 +6,7 @@
 
 class QVariantAnimation;
 
-/// Lets one screen go while another comes: a picture of the one that leaves stands over the new one and fades. The new
+/// Lets one screen go while another comes: a picture of the one that leaves is over the new one and fades. The new
 /// one works from the first moment.
 class ScreenFade : public QWidget {
     Q_OBJECT

@@ -9,8 +9,8 @@
 
 class Announcement;
 
-/// Tells a screen reader what the eye sees at a glance and nothing else says: that something was deleted or moved, that
-/// a step was taken back or made again, that the clipboard was wiped.
+/// Announces to a screen reader what the eye sees at a glance and nothing else says: that something was deleted or
+/// moved, that a step was taken back or made again, that the clipboard was wiped.
 class SpokenChanges : public QObject {
     Q_OBJECT
 

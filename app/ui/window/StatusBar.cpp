@@ -28,7 +28,7 @@ TextLabel* text(const QColor& colour) {
     return new TextLabel({}, BrandFont::body(11), colour);
 }
 
-/// Shows a message, and tells it to whoever listens instead of looking.
+/// Shows a message, and announces it to a screen reader.
 void showMessage(TextLabel& label, Announcement& spoken, const std::optional<std::string>& message) {
     const QString shown = qtText(message.value_or(""));
     label.setVisible(message.has_value());

@@ -122,7 +122,7 @@ void WindowSizer::setContentSize(QSize size, QSize smallest, QSize largest) {
     if (!hasChanged || !isPlaced())
         return;
     centreFrame(centre);
-    // Some window managers draw other borders around a window that cannot be resized, and tell so a little later.
+    // Some window managers draw other borders around a window that cannot be resized, and report so a little later.
     QTimer::singleShot(borderDelay, this, [this, centre, size, borders = borderSize()] {
         if (m_window.size() != size || borderSize() == borders)
             return;
