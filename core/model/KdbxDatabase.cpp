@@ -3,6 +3,8 @@
 
 #include "core/model/GroupWalk.h"
 
+#include <tuple>
+
 namespace {
 
 bool differApartFromSubgroups(const KdbxGroup& a, const KdbxGroup& b) {
@@ -26,6 +28,15 @@ bool operator==(const KdbxMeta& a, const KdbxMeta& b) {
 
 bool KdbxEntry::isExpired(Timestamp now) const {
     return expires && expiryTime && *expiryTime < now;
+}
+
+bool KdbxEntry::hasSameContent(const KdbxEntry& other) const {
+    const auto content = [](const KdbxEntry& entry) {
+        return std::tie(entry.title, entry.username, entry.password, entry.url, entry.notes, entry.iconID, entry.tags,
+                        entry.expires, entry.expiryTime, entry.autoTypeEnabled, entry.autoTypeSequence,
+                        entry.customFields, entry.protectedCustomFields);
+    };
+    return content(*this) == content(other);
 }
 
 std::vector<KdbxEntry> KdbxGroup::allEntries() const {

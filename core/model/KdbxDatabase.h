@@ -67,6 +67,9 @@ struct KdbxEntry {
     /// Whether it expires, and did so strictly before `now`.
     [[nodiscard]] bool isExpired(Timestamp now = Timestamp::now()) const;
 
+    /// Whether all is the same in both that a form lets the user type or choose, texts byte by byte.
+    [[nodiscard]] bool hasSameContent(const KdbxEntry& other) const;
+
     /// Shallow on purpose: `id` and `modified` alone. State code depends on it.
     friend bool operator==(const KdbxEntry& a, const KdbxEntry& b) { return a.id == b.id && a.modified == b.modified; }
 };

@@ -40,14 +40,10 @@ bool showTheSame(const SharedArray<KdbxEntry>& a, const SharedArray<KdbxEntry>& 
 /// Whether two states of an entry look the same but for the time of access, which every copy of a field changes.
 /// Texts are compared byte by byte: the same text in another spelling may well look different.
 bool showTheSame(const KdbxEntry& a, const KdbxEntry& b) {
-    return a.title == b.title && a.username == b.username && a.password == b.password && a.url == b.url &&
-           a.notes == b.notes && a.iconID == b.iconID && a.tags == b.tags && a.customFields == b.customFields &&
-           a.protectedCustomFields == b.protectedCustomFields && a.autoTypeEnabled == b.autoTypeEnabled &&
-           a.autoTypeSequence == b.autoTypeSequence &&
+    return a.hasSameContent(b) &&
            std::ranges::equal(a.autoTypeWindowAssociations, b.autoTypeWindowAssociations,
                               [](const auto& x, const auto& y) { return showTheSame(x, y); }) &&
-           a.created == b.created && a.modified == b.modified && a.expires == b.expires &&
-           a.expiryTime == b.expiryTime && showTheSame(a.historyItems, b.historyItems);
+           a.created == b.created && a.modified == b.modified && showTheSame(a.historyItems, b.historyItems);
 }
 
 }  // namespace

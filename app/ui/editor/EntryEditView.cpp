@@ -28,7 +28,6 @@
 
 #include <ranges>
 #include <string_view>
-#include <tuple>
 
 namespace {
 
@@ -42,16 +41,6 @@ std::string joined(const std::vector<std::string>& tags) {
     for (const auto& tag : tags)
         text += (text.empty() ? "" : ", ") + tag;
     return text;
-}
-
-/// Whether a form shows the same of both.
-bool haveSameFields(const KdbxEntry& a, const KdbxEntry& b) {
-    const auto fields = [](const KdbxEntry& entry) {
-        return std::tie(entry.title, entry.username, entry.password, entry.url, entry.notes, entry.iconID, entry.tags,
-                        entry.expires, entry.expiryTime, entry.autoTypeEnabled, entry.autoTypeSequence,
-                        entry.customFields, entry.protectedCustomFields);
-    };
-    return fields(a) == fields(b);
 }
 
 }  // namespace
@@ -294,7 +283,7 @@ void EntryEditView::keepTyped() {
 
 bool EntryEditView::applyTyped(KdbxDatabase& database) const {
     auto entry = editedEntry();
-    if (haveSameFields(entry, m_untouched))
+    if (entry.hasSameContent(m_untouched))
         return false;
     const auto now = Timestamp::now();
     const auto* const create = std::get_if<Create>(&m_mode);
