@@ -230,7 +230,7 @@ class RowsTest(AccessibilityTest):
         self.open_vault()
         self.select_group("Sosyal")
 
-    def test_a_row_tells_its_title_and_what_stands_beside_it(self):
+    def test_a_row_says_its_title_and_what_is_beside_it(self):
         row = self.program.row("Kayıtlar", "LinkedIn")
         self.assertIn("linkedin.com", row.get_description())
         self.assertIn("Süresi dolmuş", row.get_description())
@@ -249,7 +249,7 @@ class RowsTest(AccessibilityTest):
         act_by_name(row, "Press")
         wait_for(lambda: has_state(row, Atspi.StateType.SELECTED), "the row selected")
 
-    def test_a_group_tells_whether_it_is_unfolded(self):
+    def test_a_group_says_whether_it_is_unfolded(self):
         row = self.program.row("Gruplar", "Alışveriş")
         self.assertTrue(has_state(row, Atspi.StateType.EXPANDABLE))
         self.assertFalse(has_state(row, Atspi.StateType.EXPANDED))
@@ -261,7 +261,7 @@ class RowsTest(AccessibilityTest):
         wait_for(lambda: self.program.rows("Gruplar") == rows, "the group folded up")
         self.assertFalse(has_state(self.program.row("Gruplar", "Sosyal"), Atspi.StateType.EXPANDABLE))
 
-    def test_where_the_keyboard_goes_in_a_list_its_row_is_told(self):
+    def test_where_the_keyboard_goes_in_a_list_its_row_is_announced(self):
         self.select_entry("GitHub")
         with Events(lambda event: event.detail1 and event.source.get_name(), "object:state-changed:focused") as events:
             press("Tab")
@@ -290,7 +290,7 @@ class SpeechTest(AccessibilityTest):
             press("ctrl+c")
             wait_for(lambda: "Parola kopyalandı" in events.heard(), "the next one in its place")
 
-    def test_a_strength_is_told_in_words_and_spoken_when_it_changes(self):
+    def test_a_strength_is_reported_in_words_and_spoken_when_it_changes(self):
         press("ctrl+n")
         self.answer_file_panel(self.program.home / "Yeni.kdbx")
         self.program.node("password text", "Parolayı doğrula")

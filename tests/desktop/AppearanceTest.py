@@ -100,7 +100,7 @@ class ColumnTest(AppearanceTest):
         self.restart()
         self.size_becomes(900, 600)
 
-    def test_nothing_is_stored_of_a_size_that_nobody_chose(self):
+    def test_nothing_is_stored_of_a_size_that_was_not_chosen(self):
         press("ctrl+l")
         self.program.focus_is_on("Ana parola")
         self.enter_password()

@@ -200,7 +200,7 @@ class HotKeyTest(TypingTest):
         self.press_hot_key()
         terminal.receives("isil@example.com\tKaranfil!9demet\r")
 
-    def test_a_window_that_does_not_tell_its_process_is_typed_into(self):
+    def test_a_window_that_does_not_name_its_process_is_typed_into(self):
         terminal = self.terminal(ACCOUNT)
         xprop("-id", terminal.window, "-remove", "_NET_WM_PID")
         self.bring_ourselves_to_front()
@@ -222,7 +222,7 @@ class HotKeyTest(TypingTest):
             self.press_hot_key()
             forms.receives(title, name, secret)
 
-    def test_a_window_that_no_entry_speaks_of_is_told_in_the_status_bar(self):
+    def test_a_window_that_no_entry_speaks_of_is_reported_in_the_status_bar(self):
         terminal = self.terminal("Haberler")
         self.press_hot_key()
         self.says(NO_MATCH)
@@ -302,7 +302,7 @@ class CommandTest(TypingTest):
         self.type_focused_entry()
         terminal.receives(f"{NAME}\t{SECRET}\r")
 
-    def test_a_program_that_has_quit_is_told(self):
+    def test_a_program_that_has_quit_is_reported(self):
         terminal = self.terminal("Haberler")
         self.bring_ourselves_to_front()
         self.select_in_group("Bankacılık", ACCOUNT)
@@ -311,7 +311,7 @@ class CommandTest(TypingTest):
         self.type_focused_entry()
         self.says(NO_TARGET)
 
-    def test_a_program_that_does_not_come_to_the_front_is_told_by_its_name(self):
+    def test_a_program_that_does_not_come_to_the_front_is_reported_by_its_name(self):
         stubborn = BareProgram()
         self.addCleanup(stubborn.stop)
         window = stubborn.perform("create")

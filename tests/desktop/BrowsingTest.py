@@ -59,7 +59,7 @@ class BrowsingTest(DesktopTest):
         self.program.push("Aramayı temizle")
         self.program.is_gone("label", "Eşleşme yok")
 
-    def test_several_entries_are_told_by_their_number(self):
+    def test_several_entries_are_reported_by_their_number(self):
         self.select_in_group("Sosyal", "GitHub")
         click_with("ctrl", self.program.row("Kayıtlar", "Reddit"))
         self.shows("2 kayıt seçildi")

@@ -219,7 +219,7 @@ class KeyFileOfANewVaultTest(FilesTest):
         self.choose_key_file().mkdir()
         self.is_sealed_without()
 
-    def test_a_pipe_that_nobody_writes_to(self):
+    def test_a_pipe_without_a_writer(self):
         os.mkfifo(self.choose_key_file())
         self.is_sealed_without()
 

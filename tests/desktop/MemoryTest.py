@@ -361,7 +361,7 @@ class MemoryTest(DesktopTest):
         rollup = pathlib.Path(f"/proc/{self.program.process_id()}/smaps_rollup").read_text()
         return 1024 * sum(int(line.split()[1]) for line in rollup.splitlines() if line.startswith("Private_Dirty"))
 
-    def test_what_is_written_over_typed_letters_is_told_to_nobody(self):
+    def test_what_is_written_over_typed_letters_is_not_reported(self):
         self.choose_vault()
         type_text("yanlis")
         with desktop.Events(lambda event: event.any_data, "object:text-changed:insert") as events:

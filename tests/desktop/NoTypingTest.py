@@ -31,7 +31,7 @@ class NoTypingTest(DesktopTest):
         self.program.node("label", NO_PERMISSION)
         self.assertEqual(self.program.end(), 0)
 
-    def test_the_settings_tell_of_the_missing_permission(self):
+    def test_the_settings_report_the_missing_permission(self):
         self.program.choose("Düzen", "Ayarlar…")
         self.program.node("label", "Erişilebilirlik izni gerekli")
         self.program.node("label", "İzin olmadan tuş vuruşları gönderilemez.")

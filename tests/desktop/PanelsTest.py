@@ -94,7 +94,7 @@ class SettingsTest(DesktopTest):
         self.program.push("Varsayılana dön")
         self.setting_becomes("defaultAutoTypeSequence", "{USERNAME}{TAB}{PASSWORD}{ENTER}")
 
-    def test_the_permission_is_told(self):
+    def test_the_permission_is_reported(self):
         self.shows("Erişilebilirlik izni verildi")
         self.shows("Otomatik yazma kullanılabilir.")
 

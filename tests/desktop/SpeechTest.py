@@ -75,7 +75,7 @@ class ChangesTest(SpeechTest):
             self.program.is_gone("push button", "Temizle")
             self.assertEqual(events.heard().count("Pano temizlendi"), 2, "another program's text was left there")
 
-    def test_a_group_tells_how_deep_it_stands(self):
+    def test_a_group_says_how_deep_it_stands(self):
         self.select_group("Bankacılık")
         press("Right")
         inner = self.program.row("Gruplar", "Kapanan hesaplar")

@@ -34,7 +34,7 @@ class StartTest(unittest.TestCase):
             with self.subTest(variables):
                 self.assertEqual(self.start(**variables), (LINE, 1))
 
-    def test_also_on_a_platform_that_nobody_knows(self):
+    def test_also_on_an_unknown_platform(self):
         for platform in ("nonsense", "xcb;wayland", ":"):
             with self.subTest(platform):
                 self.assertEqual(self.start(QT_QPA_PLATFORM=platform), (LINE, 1))

@@ -38,7 +38,7 @@ class EndTest(TypingTest):
 class OtherWindowTest(EndTest):
     settings_at_start = {"defaultAutoTypeSequence": SEQUENCE}
 
-    def test_another_window_ends_it_and_the_user_is_told(self):
+    def test_another_window_ends_it_and_the_user_is_notified(self):
         other = self.terminal("Sohbet")
         target = self.terminal(ACCOUNT)
         self.press_hot_key()
@@ -49,7 +49,7 @@ class OtherWindowTest(EndTest):
         self.assertNotEqual(target.typed(), TYPED)
         self.nothing_is_left_pressed(other)
 
-    def test_the_end_of_the_target_ends_it_and_the_user_is_told(self):
+    def test_the_end_of_the_target_ends_it_and_the_user_is_notified(self):
         other = self.terminal("Sohbet")
         target = self.terminal(ACCOUNT)
         self.press_hot_key()
@@ -68,7 +68,7 @@ class OtherWindowTest(EndTest):
         self.says(stopped("XTerm"))
         self.assertNotEqual(target.typed(), TYPED)
 
-    def test_a_run_that_is_not_disturbed_tells_nothing(self):
+    def test_a_run_that_is_not_disturbed_reports_nothing(self):
         target = self.terminal(ACCOUNT)
         self.press_hot_key()
         target.receives(TYPED)

@@ -23,7 +23,7 @@ class UnlockTest(DesktopTest):
         self.assertEqual(rows, [name for name in names if name not in ("Giyim", "Kapanan hesaplar")])
         self.shows("42 kayıt")
 
-    def test_a_wrong_password_is_told_and_the_right_one_still_opens(self):
+    def test_a_wrong_password_is_reported_and_the_right_one_still_opens(self):
         self.choose_vault()
         self.enter_password("yanlis")
         wait_for(lambda: self.program.nodes(name="Ana parola veya anahtar dosyası hatalı."), "the failure in words")

@@ -62,7 +62,7 @@ TEST(ProbeBrowsingTest, aFieldOfAnotherKindIsRefused) {
     EXPECT_THROW(static_cast<void>(Probe::entryOf("")), Probe::Refusal);
 }
 
-TEST(ProbeBrowsingTest, searchMatchTellsWhetherAnEntryHasTheWords) {
+TEST(ProbeBrowsingTest, searchMatchReportsWhetherAnEntryHasTheWords) {
     const Json entry{
         {"title", "Posta"}, {"notes", "ev"}, {"customFields", {{"pin", "42"}}}, {"protectedCustomFields", {"pin"}}};
     const auto matches = [&](const char* query) {

@@ -200,7 +200,7 @@ TEST_F(ProbeStateTest, theHotKeyTypesIntoTheWindowInFront) {
     EXPECT_EQ(typed[11], event(36, false, 0));
 }
 
-TEST_F(ProbeStateTest, aPressWithoutAMatchIsTold) {
+TEST_F(ProbeStateTest, aPressWithoutAMatchIsReported) {
     open();
     stateAfter({{"front", {{"pid", 7}, {"title", "zzz"}, {"name", nullptr}}}});
     stateAfter({{"hotKey", true}});
@@ -208,7 +208,7 @@ TEST_F(ProbeStateTest, aPressWithoutAMatchIsTold) {
     EXPECT_EQ(advance(0)["lastError"], "Ön plandaki pencereyle eşleşen bir kayıt bulunamadı.");
 }
 
-TEST_F(ProbeStateTest, typingWithoutATargetIsTold) {
+TEST_F(ProbeStateTest, typingWithoutATargetIsReported) {
     call("performAutoType", {{{"title", "x"}, {"password", "y"}}});
 
     EXPECT_EQ(advance(0)["lastError"], "Yazılacak hedef uygulama bulunamadı.");

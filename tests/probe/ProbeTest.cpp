@@ -121,7 +121,7 @@ TEST(ProbeVaultTest, savesUnderTheSameKey) {
     EXPECT_EQ(after["root"]["id"], before["root"]["id"]);
 }
 
-TEST(ProbeVaultTest, tellsATypedFailureByTypeCaseAndMessage) {
+TEST(ProbeVaultTest, reportsATypedFailureByTypeCaseAndMessage) {
     auto request = vaultRequest("load", "v37-3.1-aes256-aes");
     request["password"] = "yanlış";
     expectFailure(request, "KdbxError.invalidCredentials", "Ana parola veya anahtar dosyası hatalı.");

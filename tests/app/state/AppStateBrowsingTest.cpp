@@ -101,7 +101,7 @@ TEST_F(AppStateBrowsingTest, clearingTheSearchEmptiesItsField) {
     EXPECT_EQ(state->searchText(), "");
 }
 
-TEST_F(AppStateBrowsingTest, askingForTheSearchIsToldEachTime) {
+TEST_F(AppStateBrowsingTest, askingForTheSearchIsReportedEachTime) {
     int asked = 0;
     QObject::connect(&*state, &AppState::searchFocusTokenChanged, &*state, [&] { ++asked; });
     state->focusSearch();

@@ -378,7 +378,7 @@ TEST_F(AppStateEntriesTest, whileLockedAnAdditionStillSelectsAndADeletionStillSe
     EXPECT_FALSE(state->canUndo());
 }
 
-TEST_F(AppStateEntriesTest, aVerbTellsTheViewsWhenItHasEnded) {
+TEST_F(AppStateEntriesTest, aVerbNotifiesTheViewsWhenItHasEnded) {
     std::vector<std::string> heard;
     QObject::connect(&*state, &AppState::databaseChanged, [&] {
         heard.push_back("vault");

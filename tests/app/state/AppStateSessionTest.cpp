@@ -155,7 +155,7 @@ TEST_F(AppStateSessionTest, everyTypedFailureSpeaksForItself) {
     }
 }
 
-TEST_F(AppStateSessionTest, repeatedIdentifiersAreRepairedAndTold) {
+TEST_F(AppStateSessionTest, repeatedIdentifiersAreRepairedAndReported) {
     auto vault = smallVault();
     const auto repeated = vault.root.entries[0].id;
     vault.root.entries.mutableAt(1).id = repeated;
@@ -263,7 +263,7 @@ TEST_F(AppStateSessionTest, anUnlockedSessionAlwaysHasASelectedGroup) {
     EXPECT_EQ(state->selectedGroup(), state->root());
 }
 
-TEST_F(AppStateSessionTest, viewsAreToldWhenAllOfAStepIsDoneAndInItsOrder) {
+TEST_F(AppStateSessionTest, viewsAreNotifiedWhenAllOfAStepIsDoneAndInItsOrder) {
     std::vector<std::string> told;
     const auto watch = [&](auto signal, const char* name) {
         QObject::connect(&*state, signal, &*state, [&told, name, this] {
@@ -295,7 +295,7 @@ TEST_F(AppStateSessionTest, twoFailuresWithOneTextAreOneChange) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(AppStateSessionTest, aVerbCalledInAnswerToASignalIsToldToo) {
+TEST_F(AppStateSessionTest, aVerbCalledInAnswerToASignalIsReportedToo) {
     bool wasToldOfStatus = false;
     QObject::connect(&*state, &AppState::databaseURLChanged, &*state, [&] { state->setStatusMessage("hazır"); });
     QObject::connect(&*state, &AppState::statusMessageChanged, &*state, [&] { wasToldOfStatus = true; });

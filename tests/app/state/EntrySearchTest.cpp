@@ -417,7 +417,7 @@ TEST(EntrySearchTest, aHundredThousandEntriesAreSearchedAsOneByOne) {
         EXPECT_TRUE(search.matching(root, query) == foundOneByOne(root, query)) << query;
 }
 
-TEST(SearchTextTest, theFastRoadLowersAsTheOtherDoes) {
+TEST(SearchTextTest, theFastPathLowersAsTheOtherDoes) {
     RandomVault random(2023);
     Bytes texts;
     std::string expected;
@@ -442,7 +442,7 @@ TEST(SearchTextTest, everyLatinLetterIsLoweredAsTextIs) {
     }
 }
 
-TEST(SearchTextTest, brokenTextIsRepairedOnBothRoads) {
+TEST(SearchTextTest, brokenTextIsRepairedOnBothPaths) {
     for (const auto* title : {"\xc3", "A\xc5", "\xc3(", "\x80", "\xc1\x81", "A\xff"}) {
         Bytes texts;
         SearchText::appendLowered(texts, entryTitled(title));

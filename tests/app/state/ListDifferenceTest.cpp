@@ -109,7 +109,7 @@ TEST(ListDifferenceTest, looksFarOnceOnlyWhereAListIsNoPartOfTheOther) {
     EXPECT_LT(compared, 110'000);
 }
 
-TEST(ListDifferenceTest, comparesItemsAsItIsTold) {
+TEST(ListDifferenceTest, comparesItemsAsItIsAsked) {
     const std::vector<std::string> former{"bir", "iki"};
     const std::vector<std::string> present{"var", "yedi", "on"};
     ListDifference difference(former, present, [](const auto& a, const auto& b) { return a.back() == b.back(); });

@@ -194,7 +194,7 @@ TEST_F(PreferencesTest, aStoredLengthIsBroughtIntoItsRange) {
     }
 }
 
-TEST_F(PreferencesTest, aSettingThatCannotBeStoredHoldsAllTheSameAndIsToldOnce) {
+TEST_F(PreferencesTest, aSettingThatCannotBeStoredHoldsAllTheSameAndIsReportedOnce) {
     settings.isWritable = false;
     preferences->setHotKeyCode(7);
     EXPECT_EQ(preferences->hotKeyCode(), 7U);
@@ -218,7 +218,7 @@ TEST_F(PreferencesTest, aHotKeyThatNoKeyboardHasCountsAsAbsent) {
     }
 }
 
-TEST_F(PreferencesTest, aChangeIsToldAndARepetitionIsNot) {
+TEST_F(PreferencesTest, aChangeIsReportedAndARepetitionIsNot) {
     int changes = 0;
     QObject::connect(&*preferences, &Preferences::hotKeyCodeChanged, &*preferences, [&] { ++changes; });
     preferences->setHotKeyCode(3);

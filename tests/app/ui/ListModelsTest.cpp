@@ -69,7 +69,7 @@ TEST_F(ListModelsTest, anAddressWithoutAHostShowsAsItStands) {
     EXPECT_EQ(texts(entries, EntryListModel::subtitleRole)[0], "komşu bilgisayar");
 }
 
-TEST_F(ListModelsTest, anUntitledAndAnExpiredEntryAreTold) {
+TEST_F(ListModelsTest, anUntitledAndAnExpiredEntryAreReported) {
     state->setSort({.column = EntrySort::Column::manual, .ascending = true});
     change([](KdbxEntry& entry) {
         entry.title = "";
@@ -91,7 +91,7 @@ TEST_F(ListModelsTest, aChangedEntryIsAChangeOfItsRowAlone) {
     EXPECT_TRUE(resets.isEmpty());
 }
 
-TEST_F(ListModelsTest, entriesThatComeAndGoAreToldOneByOne) {
+TEST_F(ListModelsTest, entriesThatComeAndGoAreReportedOneByOne) {
     QSignalSpy resets(&entries, &EntryListModel::modelReset);
     QSignalSpy inserts(&entries, &EntryListModel::rowsInserted);
     QSignalSpy removals(&entries, &EntryListModel::rowsRemoved);
@@ -125,7 +125,7 @@ TEST_F(ListModelsTest, aRenamedEntryMovesWithItsRow) {
     EXPECT_EQ(moves.count(), 2);
 }
 
-TEST_F(ListModelsTest, aListInQuiteAnotherOrderIsTold) {
+TEST_F(ListModelsTest, aListInQuiteAnotherOrderIsReported) {
     QSignalSpy resets(&entries, &EntryListModel::modelReset);
     for (const auto* const title : {"Anahtar", "Kargo", "Zil"})
         state->addEntry(entryTitled(title), state->root()->id);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "core/autotype/AutoTypeError.h"
 
-TEST(AutoTypeErrorTest, tellsTheUserWhatFailed) {
+TEST(AutoTypeErrorTest, saysWhatFailed) {
     EXPECT_EQ(AutoTypeError::accessibilityPermissionMissing().errorDescription(),
               "Otomatik yazma için Erişilebilirlik izni gerekli. Sistem Ayarları → Gizlilik ve Güvenlik → "
               "Erişilebilirlik bölümünden Brenvik'e izin verin.");

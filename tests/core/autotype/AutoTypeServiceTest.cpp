@@ -189,7 +189,7 @@ TEST_F(AutoTypeServiceTest, failsWithoutPermissionBeforeAnythingElse) {
     EXPECT_EQ(desktop.keyboard.permissionRequests, 0);
 }
 
-TEST_F(AutoTypeServiceTest, asksForPermissionOnlyWhenItIsToldTo) {
+TEST_F(AutoTypeServiceTest, asksForPermissionOnlyWhenItIsCalledTo) {
     desktop.keyboard.permission = false;
     EXPECT_FALSE(service->hasAccessibilityPermission());
     EXPECT_EQ(desktop.keyboard.permissionRequests, 0);
@@ -266,7 +266,7 @@ TEST_F(AutoTypeServiceTest, passesOverOtherFlagsOfTheUsersKeyboard) {
     EXPECT_THAT(typed(), ElementsAre("120 down 0", "120 up 0"));
 }
 
-TEST_F(AutoTypeServiceTest, doesNotWaitForTheUserWhenItIsNotToldTo) {
+TEST_F(AutoTypeServiceTest, doesNotWaitForTheUserWhenItIsSetNotTo) {
     service->setSettings({.waitForModifierRelease = false});
     desktop.keyboard.held = KeyFlag::command;
 

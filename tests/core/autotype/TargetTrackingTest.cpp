@@ -180,7 +180,7 @@ TEST_F(TargetTrackingTest, readsNoTitleWithNeither) {
     EXPECT_EQ(service->frontmostWindowTitle(), std::nullopt);
 }
 
-TEST_F(TargetTrackingTest, takesTheApplicationsNameForATitleThatIsEmptyOrCannotBeTold) {
+TEST_F(TargetTrackingTest, takesTheApplicationsNameForATitleThatIsEmptyOrUnknown) {
     editor->title = "";
     EXPECT_EQ(service->frontmostWindowTitle(), "Notlar");
 

@@ -262,7 +262,7 @@ TEST(ClipboardServiceLifeTest, leavesClipboardAndTimerBehindHarmlessly) {
     EXPECT_EQ(clipboard.changeCount(), 1);
 }
 
-TEST_F(ClipboardServiceTest, tellsItsObserversEachSecond) {
+TEST_F(ClipboardServiceTest, notifiesItsObserversEachSecond) {
     std::vector<std::int64_t> seen;
     const auto subscription = service.observe([&] { seen.push_back(service.secondsRemaining()); });
 
@@ -273,7 +273,7 @@ TEST_F(ClipboardServiceTest, tellsItsObserversEachSecond) {
     EXPECT_THAT(seen, ElementsAre(3, 2, 1, 0));
 }
 
-TEST_F(ClipboardServiceTest, tellsItsObserversWhenAllIsSettled) {
+TEST_F(ClipboardServiceTest, notifiesItsObserversWhenAllIsSettled) {
     std::vector<bool> pending;
     std::vector<std::string> texts;
     const auto subscription = service.observe([&] {
@@ -290,7 +290,7 @@ TEST_F(ClipboardServiceTest, tellsItsObserversWhenAllIsSettled) {
     EXPECT_THAT(texts, ElementsAre("gizli", "", "gizli", "açık"));
 }
 
-TEST_F(ClipboardServiceTest, tellsItsObserversOfChangesAlone) {
+TEST_F(ClipboardServiceTest, notifiesItsObserversOfChangesAlone) {
     int notifications = 0;
     const auto subscription = service.observe([&] { ++notifications; });
 

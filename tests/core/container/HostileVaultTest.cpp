@@ -142,7 +142,7 @@ TEST(HostileVaultTest, anEmptyFileIsNoVault) {
     EXPECT_EQ(loading(ByteView()), notAKdbxFile);
 }
 
-TEST(HostileVaultTest, everyFlippedByteOfAKdbx4FileIsToldByItsRegion) {
+TEST(HostileVaultTest, everyFlippedByteOfAKdbx4FileIsReportedByItsRegion) {
     auto builder = VaultBuilder::kdbx4();
     builder.blockSize = 128;
     const auto file = builder.build();
@@ -181,7 +181,7 @@ TEST(HostileVaultTest, everyFlippedByteOfAKdbx4FileIsToldByItsRegion) {
     }
 }
 
-TEST(HostileVaultTest, everyFlippedByteOfAKdbx3HeaderIsToldByItsField) {
+TEST(HostileVaultTest, everyFlippedByteOfAKdbx3HeaderIsReportedByItsField) {
     const auto builder = kdbx3WithHeaderHash();
     const auto file = builder.build();
     const auto outcomeAt = [&](std::size_t offset, std::uint8_t mask) {
@@ -244,7 +244,7 @@ TEST(HostileVaultTest, noFlippedByteOfAKdbx3FileOpensUnnoticed) {
     }
 }
 
-TEST(HostileVaultTest, everyFlippedByteOfAKdbx3CiphertextIsToldByItsPlace) {
+TEST(HostileVaultTest, everyFlippedByteOfAKdbx3CiphertextIsReportedByItsPlace) {
     auto builder = kdbx3WithHeaderHash();
     const auto file = builder.build();
     const auto end = builder.header().size();

@@ -150,7 +150,7 @@ TEST(TransformTest, handsEveryParameterToArgon2) {
                            {.memoryKiB = 20, .iterations = 2, .parallelism = 2}, 32, Argon2::Variant::id, 0x10));
 }
 
-TEST(TransformTest, tellsArgon2dFromArgon2id) {
+TEST(TransformTest, distinguishesArgon2dFromArgon2id) {
     const Argon2::Cost cost{.memoryKiB = 8, .iterations = 1, .parallelism = 1};
     EXPECT_EQ(KdbxKeys::transform(composite, cheapArgon2(KdbxUUIDs::kdfArgon2d())),
               Argon2::hash({.password = composite, .salt = salt}, cost, 32, Argon2::Variant::d, 0x13));
@@ -186,7 +186,7 @@ TEST(TransformTest, refusesArgon2ParametersBeyondTheirRange) {
     EXPECT_EQ(transformingWith(header, "I", VariantValue{std::uint64_t{1} << 32}), expected);
 }
 
-TEST(TransformTest, whatIsTooSmallIsToldBeforeWhatIsTooLarge) {
+TEST(TransformTest, whatIsTooSmallIsReportedBeforeWhatIsTooLarge) {
     auto header = cheapArgon2(KdbxUUIDs::kdfArgon2id());
     header.kdfParameters->set("M", VariantValue{~std::uint64_t{0}});
     EXPECT_EQ(transformingWith(header, "I", VariantValue{std::uint64_t{0}}),

@@ -67,7 +67,7 @@ TEST(KdbxLoad3Test, credentialsAreJudgedBeforeTheKeyDerivation) {
     EXPECT_EQ(loading(builder), cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
 }
 
-TEST(KdbxLoad3Test, anUnknownCipherIsToldBehindTheKeyDerivationAndBeforeTheDeciphering) {
+TEST(KdbxLoad3Test, anUnknownCipherIsReportedBehindTheKeyDerivationAndBeforeTheDeciphering) {
     auto builder = VaultBuilder::kdbx3();
     builder.set(FieldID::cipherID, KdbxUUIDs::twofish().kdbxBytes());
     EXPECT_EQ(loading(builder), unsupportedCipher("Twofish"));
@@ -76,7 +76,7 @@ TEST(KdbxLoad3Test, anUnknownCipherIsToldBehindTheKeyDerivationAndBeforeTheDecip
     EXPECT_EQ(loading(builder), cryptoFailure("AES-KDF tohumu 32 bayt olmalı"));
 }
 
-TEST(KdbxLoad3Test, aWrongPasswordIsToldUnderBothCiphers) {
+TEST(KdbxLoad3Test, aWrongPasswordIsReportedUnderBothCiphers) {
     for (int i = 0; i < 300; ++i) {
         // Among 300 wrong passwords padding comes right by chance for about one, and the start bytes tell it.
         const KdbxKey wrong{"yanlış " + std::to_string(i), std::nullopt};
@@ -85,7 +85,7 @@ TEST(KdbxLoad3Test, aWrongPasswordIsToldUnderBothCiphers) {
     EXPECT_EQ(loading(underChaCha20().build(), {"yanlış", std::nullopt}), invalidCredentials);
 }
 
-TEST(KdbxLoad3Test, everyFailureOfTheDecipheringIsToldAsWrongCredentials) {
+TEST(KdbxLoad3Test, everyFailureOfTheDecipheringIsReportedAsWrongCredentials) {
     auto builder = VaultBuilder::kdbx3();
     builder.set(FieldID::encryptionIV, Bytes(15));
     EXPECT_EQ(loading(builder), invalidCredentials);

@@ -52,7 +52,7 @@ TEST(KdbxLoad4Test, readsDocumentSettingsAndVersion) {
     EXPECT_EQ(database.formatVersion, (KdbxFormatVersion{4, 0}));
 }
 
-TEST(KdbxLoad4Test, takesTheSameRoadFor4Point1AndForChaCha20WithoutGzip) {
+TEST(KdbxLoad4Test, readsAlso4Point1AndChaCha20WithoutGzip) {
     auto builder = VaultBuilder::kdbx4();
     builder.setCipher(KdbxCipher::chacha20).setCompressed(false);
     const auto database = loaded(builder);
@@ -100,7 +100,7 @@ TEST(KdbxLoad4Test, aFileCutInItsHashesRunsShort) {
     EXPECT_EQ(loading(ByteView(file).first(end + 64)), shortData(32, 0));
 }
 
-TEST(KdbxLoad4Test, aDamagedHeaderIsToldBeforeAnythingOfTheKey) {
+TEST(KdbxLoad4Test, aDamagedHeaderIsReportedBeforeAnythingOfTheKey) {
     auto builder = VaultBuilder::kdbx4();
     builder.setParameter("$UUID", std::nullopt).add(1, bytesOf("not"));
     const auto end = builder.header().size();
@@ -181,7 +181,7 @@ TEST(KdbxLoad4Test, whatFollowsTheTerminatorIsIgnored) {
     EXPECT_EQ(loading(file), "nothing");
 }
 
-TEST(KdbxLoad4Test, anUnknownCipherIsToldOnlyBehindTheRightPasswordAndTheBlocks) {
+TEST(KdbxLoad4Test, anUnknownCipherIsReportedOnlyBehindTheRightPasswordAndTheBlocks) {
     auto builder = VaultBuilder::kdbx4();
     builder.set(FieldID::cipherID, KdbxUUIDs::twofish().kdbxBytes());
     const auto file = builder.build();
@@ -193,7 +193,7 @@ TEST(KdbxLoad4Test, anUnknownCipherIsToldOnlyBehindTheRightPasswordAndTheBlocks)
     EXPECT_EQ(loading(builder), unsupportedCipher("ABABABAB-ABAB-ABAB-ABAB-ABABABABABAB"));
 }
 
-TEST(KdbxLoad4Test, anIVOfTheWrongSizeIsTold) {
+TEST(KdbxLoad4Test, anIVOfTheWrongSizeIsReported) {
     auto builder = VaultBuilder::kdbx4();
     builder.set(FieldID::encryptionIV, Bytes(15));
     EXPECT_EQ(loading(builder), corruptedData("AES IV 16 bayt olmalı"));
@@ -227,7 +227,7 @@ TEST(KdbxLoad4Test, failuresOfTheInnerHeaderPassThrough) {
     EXPECT_EQ(loading(builder), shortData(1, 0));
 }
 
-TEST(KdbxLoad4Test, anUnknownInnerStreamIsToldByItsNumber) {
+TEST(KdbxLoad4Test, anUnknownInnerStreamIsReportedByItsNumber) {
     auto builder = VaultBuilder::kdbx4();
     builder.innerHeader.streamID = 7;
     EXPECT_EQ(loading(builder), unsupportedCipher("inner stream 7"));

@@ -367,7 +367,7 @@ TEST_P(VaultFilesTest, loadsToExactlyItsAnswer) {
     expectForeign(m_answer, m_database.root);
 }
 
-TEST_P(VaultFilesTest, savesToTheDocumentThatItsModelTellsUnderFreshKeys) {
+TEST_P(VaultFilesTest, savesTheDocumentOfItsModelUnderFreshKeys) {
     const auto file = KdbxFile::save(m_database, m_key);
     const auto header = KdbxHeader::parse(file);
     const auto before = KdbxHeader::parse(m_file);

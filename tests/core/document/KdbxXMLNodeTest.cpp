@@ -144,7 +144,7 @@ TEST(KdbxXMLNodeTest, joinsCharacterDataAndCDATAUntrimmed) {
     EXPECT_EQ(parsed("<a> \u00A0\n x y \u2028\t</a>")->trimmedText(), "x y");
 }
 
-TEST(KdbxXMLNodeTest, normalisesLineEndsAsXMLTells) {
+TEST(KdbxXMLNodeTest, normalisesLineEndsAsXMLPrescribes) {
     EXPECT_EQ(parsed("<a>1\r\n2\r3\n4</a>")->text, "1\n2\n3\n4");
     EXPECT_EQ(parsed("<a>\r\n</a>")->text, "\n");
     EXPECT_EQ(parsed("<a b='1\t2\n3'/>")->attributes.at("b"), "1 2 3");

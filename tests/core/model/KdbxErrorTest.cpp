@@ -43,7 +43,7 @@ TEST(KdbxErrorTest, isEqualByCaseAndPayload) {
             EXPECT_EQ(errors[i] == same[j], i == j) << errors[i].what() << ' ' << same[j].what();
 }
 
-TEST(KdbxErrorTest, tellsItsCaseWhereItIsCaught) {
+TEST(KdbxErrorTest, saysItsCaseWhereItIsCaught) {
     try {
         throw KdbxError::blockHmacMismatch(7);
     } catch (const KdbxError& error) {

@@ -360,7 +360,7 @@ TEST(SharedArrayTest, differsByAnElementAndByItsLength) {
     EXPECT_NE(numbers, countingTo(600));
 }
 
-TEST(SharedArrayTest, tellsWhatTwoArraysShare) {
+TEST(SharedArrayTest, saysWhatTwoArraysShare) {
     const auto a = countingTo(300);
     auto b = a;
     EXPECT_TRUE(a.sharesStorageWith(b));

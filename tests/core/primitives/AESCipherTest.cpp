@@ -81,7 +81,7 @@ TEST(AESCipherTest, ecbGivesAsManyBytesAsItTook) {
     }
 }
 
-TEST(AESCipherTest, cbcTellsTheKeysLengthBeforeTheIVs) {
+TEST(AESCipherTest, cbcReportsTheKeysLengthBeforeTheIVs) {
     const auto bad = AESCipher::Error::invalidKeyLength(31);
     EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = Bytes(31, 0), .iv = Bytes(15, 0)}); }), bad);
     EXPECT_EQ(
@@ -93,7 +93,7 @@ TEST(AESCipherTest, cbcTellsTheKeysLengthBeforeTheIVs) {
               AESCipher::Error::invalidKeyLength(0));
 }
 
-TEST(AESCipherTest, cbcTellsTheIVsLengthBeforeTheDatas) {
+TEST(AESCipherTest, cbcReportsTheIVsLengthBeforeTheDatas) {
     EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcEncrypt({}, {.key = zeroKey, .iv = Bytes(15, 0)}); }),
               AESCipher::Error::invalidIVLength(15));
     EXPECT_EQ(thrown<Error>([] { (void)AESCipher::cbcDecrypt(Bytes(17, 0), {.key = zeroKey, .iv = Bytes(17, 0)}); }),
@@ -102,7 +102,7 @@ TEST(AESCipherTest, cbcTellsTheIVsLengthBeforeTheDatas) {
               AESCipher::Error::invalidIVLength(0));
 }
 
-TEST(AESCipherTest, ecbTellsTheDatasLengthBeforeTheKeys) {
+TEST(AESCipherTest, ecbReportsTheDatasLengthBeforeTheKeys) {
     const auto bad = AESCipher::Error::invalidBlockAlignment(17);
     EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbEncryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
     EXPECT_EQ(thrown<Error>([] { (void)AESCipher::ecbDecryptNoPadding(Bytes(17, 0), {.key = Bytes(16, 0)}); }), bad);
@@ -147,7 +147,7 @@ TEST(AESCipherTest, aFailureLeavesTheNextCallAsItWouldHaveBeen) {
               "dc95c078a2408989ad48a21492842087");
 }
 
-TEST(AESCipherTest, eachFailureTellsTheUserItsNumber) {
+TEST(AESCipherTest, eachFailureHasItsNumberInItsMessage) {
     EXPECT_EQ(AESCipher::Error::invalidKeyLength(31).errorDescription(), "AES: anahtar 32 byte olmalı (31).");
     EXPECT_EQ(AESCipher::Error::invalidIVLength(15).errorDescription(), "AES: IV 16 byte olmalı (15).");
     EXPECT_EQ(AESCipher::Error::invalidBlockAlignment(17).errorDescription(), "AES: veri 16'nın katı olmalı (17).");

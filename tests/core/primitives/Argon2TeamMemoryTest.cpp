@@ -66,7 +66,7 @@ Outcome shareWith(int allocations) {
     return {.lanesServed = served};
 }
 
-TEST(Argon2TeamMemoryTest, servesAllLanesOrNoneWhereverMemoryRunsOutAndWaitsForNobody) {
+TEST(Argon2TeamMemoryTest, servesAllLanesOrNoneWhereverMemoryRunsOutAndWaitsForNone) {
     bool hasRefused = false;
     for (int allocations = 0;; ++allocations) {
         const auto outcome = shareWith(allocations);

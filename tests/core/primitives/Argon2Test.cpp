@@ -254,7 +254,7 @@ TEST(Argon2TeamTest, sharesAllLanesAmongNoMoreThreadsThanAreUseful) {
     }
 }
 
-TEST(Argon2TeamTest, letsNobodyPassTheMeetingBeforeAllAreThere) {
+TEST(Argon2TeamTest, letsNonePassTheMeetingBeforeAllAreThere) {
     std::atomic<std::uint32_t> arrived = 0;
     std::atomic<bool> early = false;
     Argon2::shareLanes(2, [&](Argon2::LaneRange range, const std::function<void()>& meet) {
@@ -315,7 +315,7 @@ TEST(Argon2ErrorTest, hasAMessageForEachCase) {
     EXPECT_EQ(Error::allocationFailed().errorDescription(), "Argon2: bellek ayrılamadı.");
 }
 
-TEST(Argon2ErrorTest, tellsItsCaseAndEqualsOnlyItsLike) {
+TEST(Argon2ErrorTest, saysItsCaseAndEqualsOnlyItsLike) {
     const auto error = Argon2::Error::invalidMemory(31);
     EXPECT_EQ(std::get<Argon2::Error::InvalidMemory>(error.failure()).value, 31U);
     EXPECT_EQ(error.what(), error.errorDescription());
@@ -424,7 +424,7 @@ TEST(Argon2MemoryTest, isLeftOutOfDumps) {
     EXPECT_THAT(mappingFlags(area.words()), testing::HasSubstr(" dd "));
 }
 
-TEST(Argon2MemoryTest, wipesTheBlocksThatItIsToldAndNoOther) {
+TEST(Argon2MemoryTest, wipesTheBlocksThatItIsGivenAndNoOther) {
     const Argon2::WorkingArea area(16);
     std::fill_n(area.words(), 16 * 128, ~std::uint64_t{0});
 

@@ -41,7 +41,7 @@ private:
                                                         testing::UnitTest::GetInstance()->current_test_info()->name());
 };
 
-TEST_F(AvailableMemoryTest, isBoundlessWhereNothingTells) {
+TEST_F(AvailableMemoryTest, isBoundlessWhereNothingLimitsIt) {
     EXPECT_EQ(available(), boundless);
 }
 

@@ -196,7 +196,7 @@ TEST(GzipTest, aRightHeaderCRCPasses) {
     EXPECT_EQ(Gzip::decompress(memberWithHeaderCRC(Flag::name, "belge\0"sv)), plain);
 }
 
-TEST(GzipTest, aWrongHeaderCRCIsTold) {
+TEST(GzipTest, aWrongHeaderCRCIsReported) {
     for (const int difference : {1, 0x100, 0x8000}) {
         EXPECT_EQ(failureOfDecompressing(memberWithHeaderCRC(0, "", static_cast<std::uint16_t>(difference))),
                   Error::headerCRCMismatch());
@@ -251,7 +251,7 @@ TEST(GzipTest, aStreamThatIsNoneFails) {
     EXPECT_EQ(failureOfDecompressing(memberWith(0, "", fromHex("4b 04 16 00"))), Error::streamFailure());
 }
 
-TEST(GzipTest, aWrongStoredSizeIsToldWithTheTrueOne) {
+TEST(GzipTest, aWrongStoredSizeIsReportedWithTheTrueOne) {
     auto member = Gzip::compress(plain);
     for (const std::uint32_t stored : {0U, 1U, 49U, 1000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         storeLE(member.data() + member.size() - 4, stored);
@@ -259,7 +259,7 @@ TEST(GzipTest, aWrongStoredSizeIsToldWithTheTrueOne) {
     }
 }
 
-TEST(GzipTest, aWrongStoredCRCIsToldWithTheComputedOne) {
+TEST(GzipTest, aWrongStoredCRCIsReportedWithTheComputedOne) {
     auto member = Gzip::compress(plain);
     storeLE(member.data() + member.size() - 8, std::uint32_t{0x12345678});
 
@@ -316,7 +316,7 @@ TEST(GzipTest, nothingFitsWhereNothingIsAllowed) {
     EXPECT_EQ(thrown<Error>([] { (void)Gzip::decompress(Gzip::compress(plain), 0); }), Error::streamFailure());
 }
 
-TEST(GzipTest, aTrailerThatTellsTooLittleOnlyCostsTime) {
+TEST(GzipTest, aTrailerThatSaysTooLittleOnlyCostsTime) {
     const auto data = Bytes(3000000, 'a');
     auto member = Gzip::compress(data);
     storeLE(member.data() + member.size() - 4, std::uint32_t{0});
@@ -324,7 +324,7 @@ TEST(GzipTest, aTrailerThatTellsTooLittleOnlyCostsTime) {
     EXPECT_EQ(failureOfDecompressing(member), Error::sizeMismatch({0, 3000000}));
 }
 
-TEST(GzipTest, eachFailureTellsTheUserItsNumbersInDecimal) {
+TEST(GzipTest, eachFailureHasItsNumbersInDecimal) {
     EXPECT_EQ(Error::crcMismatch({4294967295, 0}).errorDescription(),
               "Gzip: CRC32 uyuşmuyor (beklenen 4294967295, bulunan 0).");
     EXPECT_EQ(Error::sizeMismatch({16, 5000000000}).errorDescription(),

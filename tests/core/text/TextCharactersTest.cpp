@@ -37,7 +37,7 @@ std::vector<std::string> charactersOfLine(const std::string& line) {
     return characters;
 }
 
-TEST(TextCharactersTest, dividesEveryLineOfTheStandardsTestAsItTells) {
+TEST(TextCharactersTest, dividesEveryLineOfTheStandardsTestAsItSays) {
     std::ifstream file(BRENVIK_TEST_DATA "/unicode/GraphemeBreakTest.txt");
     int lines = 0;
     for (std::string line; std::getline(file, line);) {
@@ -69,7 +69,7 @@ TEST(TextCharactersTest, whatAPersonTakesForOneCharacterIsOne) {
     EXPECT_EQ(Text::characterCount(""), 0u);
 }
 
-TEST(TextCharactersTest, theFastRoadDividesAsciiAsICUDoes) {
+TEST(TextCharactersTest, theFastPathDividesAsciiAsICUDoes) {
     std::mt19937 random(1);
     for (int round = 0; round < 3'000; ++round) {
         std::string text;
@@ -103,7 +103,7 @@ TEST(TextCharactersTest, mixedAndIllFormedTextIsDividedAsICUDividesTheWhole) {
     }
 }
 
-TEST(TextCharactersTest, theFastRoadsOfOrderHashAndCaseAgreeWithICU) {
+TEST(TextCharactersTest, theFastPathsOfOrderHashAndCaseAgreeWithICU) {
     const std::vector<std::string> pieces{"a",  "A",      "b",      "<",        "=",      "s", "ş", "ß",
                                           "I",  "\u0131", "\u0327", "\u0338",   "\u0301", "é", "e", "ᄀ",
                                           "ᅡ", "\xC3",   "\xFF",   "\xE2\x82", "\x82",   "🔑", "Σ"};

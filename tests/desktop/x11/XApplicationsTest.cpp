@@ -139,7 +139,7 @@ TEST_P(XApplicationsTest, theNameIsTheClassElseThatOfTheProcess) {
     EXPECT_EQ(front->localizedName(), "window-program");
 }
 
-TEST_P(XApplicationsTest, everyChangeOfTheFrontIsToldAlsoWithinOneProgram) {
+TEST_P(XApplicationsTest, everyChangeOfTheFrontIsReportedAlsoWithinOneProgram) {
     auto first = show(editor, "Bir");
     auto second = show(editor, "İki");
     auto other = show(browser, "Gezgin");

@@ -82,7 +82,7 @@ private:
 constexpr unsigned mod1 = 3;
 constexpr unsigned mod4 = 6;
 
-TEST_F(XHotKeysTest, aPressIsToldUnderItsIdentifier) {
+TEST_F(XHotKeysTest, aPressIsReportedUnderItsIdentifier) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 7));
 
     strikeCtrlAltA();
@@ -130,7 +130,7 @@ TEST_F(XHotKeysTest, noLockMakesADifference) {
     EXPECT_TRUE(isTold(3));
 }
 
-TEST_F(XHotKeysTest, aHeldCombinationIsToldOnceAndAgainAfterItsRelease) {
+TEST_F(XHotKeysTest, aHeldCombinationIsReportedOnceAndAgainAfterItsRelease) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
     for (const auto key : {Hands::control, Hands::alt, Hands::a})
         hands.press(key);
@@ -144,7 +144,7 @@ TEST_F(XHotKeysTest, aHeldCombinationIsToldOnceAndAgainAfterItsRelease) {
     EXPECT_EQ(reported.size(), 2);
 }
 
-TEST_F(XHotKeysTest, pressesAreToldThatCameAlongWithAnAnswer) {
+TEST_F(XHotKeysTest, pressesAreReportedThatCameAlongWithAnAnswer) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
 
     for (std::size_t presses = 1; presses <= 30; ++presses) {
@@ -200,7 +200,7 @@ TEST_F(XHotKeysTest, allIsGivenBackAtTheEnd) {
     EXPECT_EQ(state.keycode, 0);
 }
 
-TEST_F(XHotKeysTest, aPressOfACombinationThatWasGivenBackIsNotTold) {
+TEST_F(XHotKeysTest, aPressOfACombinationThatWasGivenBackIsNotReported) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
     strikeCtrlAltA();
     hotKeys->unregisterHotKey(1);
@@ -263,7 +263,7 @@ TEST_F(XHotKeysTest, noPressIsReportedOnceTheHandlerIsRemoved) {
     EXPECT_THAT(reported, IsEmpty());
 }
 
-TEST_F(XHotKeysTest, aPressThatAnotherProgramMakesUpIsNotTold) {
+TEST_F(XHotKeysTest, aPressThatAnotherProgramMakesUpIsNotReported) {
     ASSERT_TRUE(hotKeys->registerHotKey(ctrlAltA, 1));
     xcb_key_press_event_t press{};
     press.response_type = XCB_KEY_PRESS;

@@ -211,7 +211,7 @@ TEST_F(FileKeepingTest, killedBeforeAnyCallNeitherVersionIsLostAndTheNextSaveCle
     }
 }
 
-TEST_F(FileKeepingTest, theStatusOfAFileTellsWhatWasWrittenToIt) {
+TEST_F(FileKeepingTest, theStatusOfAFileReportsWhatWasWrittenToIt) {
     const auto before = store.status(vault);
     ASSERT_TRUE(before);
     EXPECT_EQ(before->size, oldContent.size());

@@ -43,7 +43,7 @@ TEST(FileMessagesTest, everyReasonOfTheSystemHasItsWords) {
         EXPECT_EQ(FileMessages::reason(code), text) << code;
 }
 
-TEST(FileMessagesTest, anUnknownReasonIsToldByItsNumber) {
+TEST(FileMessagesTest, anUnknownReasonIsReportedByItsNumber) {
     EXPECT_EQ(FileMessages::reason(4711), "beklenmeyen sistem hatası 4711");
 }
 

@@ -50,7 +50,7 @@ TEST_F(FileReadingTest, followsASymbolicLink) {
     EXPECT_EQ(read(folder / "bag"), "kasa");
 }
 
-TEST_F(FileReadingTest, readsAFileThatTellsNoSize) {
+TEST_F(FileReadingTest, readsAFileThatReportsNoSize) {
     EXPECT_FALSE(read("/proc/self/status").empty());
 }
 
@@ -108,7 +108,7 @@ TEST_F(FileReadingTest, aFileLargerThanMemoryServesIsRefusedBeforeItIsRead) {
     EXPECT_EQ(small.read(folder / "film").size(), 10U);
 }
 
-TEST_F(FileReadingTest, aFileThatTellsNoSizeIsMeasuredAsItIsRead) {
+TEST_F(FileReadingTest, aFileThatReportsNoSizeIsMeasuredAsItIsRead) {
     PosixFileStore small(calls, 10);
     EXPECT_THROW(static_cast<void>(small.read("/proc/self/status")), FileError);
 }
@@ -162,7 +162,7 @@ TEST_F(FileReadingTest, everyFailingCallIsAFileErrorWithItsCode) {
     }
 }
 
-TEST_F(FileReadingTest, tellsWhatExists) {
+TEST_F(FileReadingTest, reportsWhatExists) {
     writeFile(folder / "var", "");
     std::filesystem::create_symlink("yok", folder / "bosta");
     EXPECT_TRUE(store.exists(folder / "var"));

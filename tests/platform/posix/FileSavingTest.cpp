@@ -331,12 +331,12 @@ TEST_F(FileSavingTest, aPipeIsRefused) {
     EXPECT_TRUE(std::filesystem::is_fifo(vault));
 }
 
-TEST_F(FileSavingTest, aFolderThatIsGoneIsTold) {
+TEST_F(FileSavingTest, aFolderThatIsGoneIsReported) {
     EXPECT_EQ(failureOf(folder / "yok/Kasam.kdbx", ENOENT),
               "“Kasam.kdbx” kaydedilemedi: dosya ya da klasör bulunamadı.");
 }
 
-TEST_F(FileSavingTest, aFolderThatIsAFileIsTold) {
+TEST_F(FileSavingTest, aFolderThatIsAFileIsReported) {
     writeFile(folder / "dosya", "");
     EXPECT_EQ(failureOf(folder / "dosya/Kasam.kdbx", ENOTDIR),
               "“Kasam.kdbx” kaydedilemedi: yoldaki bir öge klasör değil.");

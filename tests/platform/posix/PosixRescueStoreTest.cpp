@@ -66,7 +66,7 @@ TEST_F(PosixRescueStoreTest, theirUserAloneCanReadTheCopies) {
     EXPECT_EQ(modeOf(folder / name), 0600U);
 }
 
-TEST_F(PosixRescueStoreTest, aNameTellsNeitherTheVaultNorItsFolder) {
+TEST_F(PosixRescueStoreTest, aNameRevealsNeitherTheVaultNorItsFolder) {
     const auto name = leave("kopya");
 
     EXPECT_EQ(name.find("Kasam"), std::string::npos);

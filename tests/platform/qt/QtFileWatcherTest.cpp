@@ -75,7 +75,7 @@ TEST_F(QtFileWatcherTest, aFolderThatComesWithItsFileIsNoticed) {
 }
 
 // In a process of its own, which alone sees the disk.
-TEST(QtFileWatcherMountTest, aDiskThatComesIsNoticedThoughItTellsNoFolder) {
+TEST(QtFileWatcherMountTest, aDiskThatComesIsNoticedThoughItReportsNoFolder) {
     constexpr int cannotMount = 99;
     const TemporaryFolder folder;
     const auto child = fork();

@@ -374,7 +374,7 @@ TEST_F(XKeyboardEventsTest, reachesTheProgramOnceTheHeldHotKeyIsReleased) {
     EXPECT_THAT(program->strokes(), ElementsAre("+39", "-39"));
 }
 
-TEST_F(XKeyboardEventsTest, tellsOfChangesOfTheLayoutBeforeItGivesASource) {
+TEST_F(XKeyboardEventsTest, reportsChangesOfTheLayoutBeforeItGivesASource) {
     select({"us,tr"});
     int changes = 0;
     layout->observe([&] { ++changes; });

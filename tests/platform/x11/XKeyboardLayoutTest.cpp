@@ -157,7 +157,7 @@ TEST_F(XKeyboardLayoutTest, followsTheGroupThatIsActive) {
     EXPECT_EQ(strokes({"i", "ğ", "#"}), "34 - 20/S");
 }
 
-TEST_F(XKeyboardLayoutTest, tellsOfAnotherLayoutAndAnotherGroup) {
+TEST_F(XKeyboardLayoutTest, reportsAnotherLayoutAndAnotherGroup) {
     select({"us,tr"});
     int changes = 0;
     layout->observe([&] { ++changes; });
@@ -171,7 +171,7 @@ TEST_F(XKeyboardLayoutTest, tellsOfAnotherLayoutAndAnotherGroup) {
     EXPECT_EQ(layout->translate(0, Modifiers::none), "q");
 }
 
-TEST_F(XKeyboardLayoutTest, tellsFromTheLoopAlone) {
+TEST_F(XKeyboardLayoutTest, reportsFromTheLoopAlone) {
     int changes = 0;
     layout->observe([&] { ++changes; });
 
@@ -181,7 +181,7 @@ TEST_F(XKeyboardLayoutTest, tellsFromTheLoopAlone) {
     EXPECT_EQ(stroke("ğ"), "33");
 }
 
-TEST_F(XKeyboardLayoutTest, tellsOfAKeyThatIsGivenAnotherMeaning) {
+TEST_F(XKeyboardLayoutTest, reportsAKeyThatIsGivenAnotherMeaning) {
     ASSERT_EQ(layout->translate(0, Modifiers::none), "a");
     int changes = 0;
     layout->observe([&] { ++changes; });
@@ -193,7 +193,7 @@ TEST_F(XKeyboardLayoutTest, tellsOfAKeyThatIsGivenAnotherMeaning) {
     EXPECT_EQ(layout->translate(0, Modifiers::none), "j");
 }
 
-TEST_F(XKeyboardLayoutTest, tellsNothingOfLocksOfStrokesAndOfKeysThatNoCodeStandsFor) {
+TEST_F(XKeyboardLayoutTest, reportsNothingOfLocksOfStrokesAndOfKeysThatNoCodeStandsFor) {
     Hands hands;
     hands.strike(38);
     connection->roundTrip();

@@ -277,7 +277,7 @@ TEST_F(CommandsTest, allSelectedEntriesAreDeletedAtOnceAndComeBack) {
     EXPECT_TRUE(root().entries.empty()) << "the other usual key of redo";
 }
 
-TEST_F(CommandsTest, undoAndRedoTellTheirStep) {
+TEST_F(CommandsTest, undoAndRedoNameTheirStep) {
     open();
     EXPECT_FALSE(isEnabled("Düzen", "Geri Al"));
     EXPECT_FALSE(isEnabled("Düzen", "Yinele"));
@@ -551,7 +551,7 @@ TEST_F(CommandsTest, whatLiesBehindASheetIsOutOfReach) {
     EXPECT_TRUE(isEnabled("Kayıt", "Sil"));
 }
 
-TEST_F(CommandsTest, theProgramTellsWhatItIsInASheet) {
+TEST_F(CommandsTest, theProgramSaysWhatItIsInASheet) {
     open();
     select(bank());
     command("Yardım", "Brenvik Hakkında").trigger();

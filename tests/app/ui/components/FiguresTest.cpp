@@ -56,7 +56,7 @@ TEST(FiguresTest, aNumberThatChangesInPlaceMovesNothingAndIsNotTornApart) {
     EXPECT_EQ(lettersIn(label).back().second, end);
 }
 
-TEST(FiguresTest, nobodyIsWarnedBeforeTheFirstKey) {
+TEST(FiguresTest, nothingIsWarnedOfBeforeTheFirstKey) {
     StrengthMeter meter;
     meter.resize(300, 40);
     meter.show();

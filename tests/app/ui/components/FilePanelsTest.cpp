@@ -140,7 +140,7 @@ TEST_F(FilePanelsTest, aNameThatBecomesAnotherVaultsIsAskedAbout) {
     EXPECT_TRUE(replacesFile);
 }
 
-TEST_F(FilePanelsTest, aFileThatThePanelWasToldToReplaceIsReportedAsOne) {
+TEST_F(FilePanelsTest, aFileThatThePanelWasAskedToReplaceIsReportedAsOne) {
     writeFile(*vault, "eski kasa");
     answer(vault, true);
     EXPECT_EQ(newDatabase(), vault);

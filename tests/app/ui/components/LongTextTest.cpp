@@ -360,7 +360,7 @@ TEST_F(LongEditTest, aLongTitleOfBlanksIsNoTitle) {
     }
 }
 
-TEST_F(LongEditTest, tagsThatNobodyHasTouchedKeepTheirCommas) {
+TEST_F(LongEditTest, tagsThatWereNotTouchedKeepTheirCommas) {
     auto entry = fullEntry();
     entry.tags = {"iş, ev", "kritik"};
     editThis(entry);

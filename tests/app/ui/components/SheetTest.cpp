@@ -301,7 +301,7 @@ TEST_F(SecretFieldTest, aShownSecretIsSelectedWithTheUsualKeys) {
     EXPECT_EQ(field.text(), "x") << "what is selected is typed over";
 }
 
-TEST_F(SecretFieldTest, whatIsCopiedGoesWhereItIsToldTo) {
+TEST_F(SecretFieldTest, whatIsCopiedGoesWhereItIsSent) {
     QApplication::clipboard()->setText("önceki");
     field.setSecret("gizli");
     field.setRevealed(true);

@@ -36,7 +36,7 @@ TEST_F(EntryDetailTest, thePencilAsksForTheEditor) {
     EXPECT_EQ(state->route(), Route::editEntry(bank().id));
 }
 
-TEST_F(EntryDetailTest, badgesTellOfExpiryAndOfTypingThatIsOff) {
+TEST_F(EntryDetailTest, badgesShowExpiryAndTypingThatIsOff) {
     showBank([](KdbxEntry&) {});
     EXPECT_THAT(badges(), ElementsAre("Varsayılan"));
     showBank([](KdbxEntry& entry) {

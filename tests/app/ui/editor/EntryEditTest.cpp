@@ -293,7 +293,7 @@ TEST_F(EntryEditTest, aNewExpiryIsAYearFromNow) {
     EXPECT_NEAR(bank().expiryTime->seconds, Timestamp::now().seconds + 31536000, 60);
 }
 
-TEST_F(EntryEditTest, anExpiryThatNobodyTouchesKeepsWhatTheFieldDoesNotShow) {
+TEST_F(EntryEditTest, anExpiryThatIsNotTouchedKeepsWhatTheFieldDoesNotShow) {
     for (const double seconds : {1'826'698'533.25, -62135596800.0, 253402300800.0}) {
         auto entry = fullEntry();
         entry.expires = true;
@@ -521,7 +521,7 @@ TEST_F(EntryEditTest, tabWalksTheFormAsItIsReadAndStaysInIt) {
     EXPECT_EQ(focusName(), "Kaydet");
 }
 
-TEST_F(EntryEditTest, aScreenReaderTellsTheRowsOfFieldsApart) {
+TEST_F(EntryEditTest, aScreenReaderDistinguishesTheRowsOfFields) {
     createIn(root());
     addField("PIN", "4821");
     click("Alan ekle");

@@ -70,7 +70,7 @@ TEST_F(EntryListTest, theSortMenuHasTwoTitledChoices) {
     }
 }
 
-TEST_F(EntryListTest, choosingASortSortsAndTellsItInTheTooltip) {
+TEST_F(EntryListTest, choosingASortSortsAndNamesItInTheTooltip) {
     openSortMenu();
     choose("Azalan");
     EXPECT_THAT(textsOf(entries()), ElementsAre("Posta", "Banka"));
@@ -536,7 +536,7 @@ TEST_F(EntryListTest, aTitleIsNotPutOnTheClipboardByTheCopyKey) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "önceki");
 }
 
-TEST_F(EntryListTest, theKeyboardShowsWhereItIsAndThePointerNeedsNoTelling) {
+TEST_F(EntryListTest, theKeyboardShowsWhereItIsAndThePointerNeedsNoRing) {
     QStyleOptionViewItem option;
     option.widget = &entries();
     option.state = QStyle::State_HasFocus;

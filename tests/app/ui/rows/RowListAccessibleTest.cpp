@@ -62,7 +62,7 @@ TEST_F(RowListAccessibleTest, aRowsMenuIsOpenedFromItAndFoundAtTheRoot) {
     EXPECT_EQ(above->childCount(), place);
 }
 
-TEST_F(RowListAccessibleTest, aGroupTellsWhetherItIsUnfoldedAndCanBeFolded) {
+TEST_F(RowListAccessibleTest, aGroupSaysWhetherItIsUnfoldedAndCanBeFolded) {
     EXPECT_TRUE(group(0)->state().expandable);
     EXPECT_TRUE(group(0)->state().expanded);
     EXPECT_FALSE(group(1)->state().expandable);

@@ -205,7 +205,7 @@ TEST_F(SettingsTest, aPermissionThatIsGivenElsewhereShowsByItself) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows(*view, needed); }, 2500));
 }
 
-TEST_F(SettingsTest, nobodyIsAskedWhileTheWindowIsClosed) {
+TEST_F(SettingsTest, nothingIsAskedWhileTheWindowIsClosed) {
     open();
     view->hide();
     const int asked = desktop.keyboard.permissionQuestions;
@@ -227,7 +227,7 @@ TEST_F(SettingsTest, theHotKeyCanBeReset) {
     EXPECT_EQ(desktop.hotKeys.registered.begin()->second, HotKey());
 }
 
-TEST_F(SettingsTest, aKeyWithoutModifiersIsToldUnderTheRecorderAndScrolledTo) {
+TEST_F(SettingsTest, aKeyWithoutModifiersIsReportedUnderTheRecorderAndScrolledTo) {
     open();
     view->resize(400, 360);
     EXPECT_FALSE(shows(*view, rejected));
@@ -389,7 +389,7 @@ TEST_F(SettingsTest, theKeysAreNamedByThePresentLayout) {
     EXPECT_EQ(heardOf("Varsayılana dön  (⌘⌥A)"), "Varsayılana dön  (Ctrl+Alt+U)|");
 }
 
-TEST_F(SettingsTest, nothingAsksForAPermissionThatNobodyCanGive) {
+TEST_F(SettingsTest, nothingAsksForAPermissionThatCannotBeGiven) {
     desktop.keyboard.permission = false;
     desktop.keyboard.canBeAsked = false;
     open();

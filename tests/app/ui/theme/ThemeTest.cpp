@@ -140,7 +140,7 @@ TEST(ThemeTest, anEntryIconsTintFollowsItsNumberWithoutTheSign) {
     EXPECT_EQ(EntryIcon::tint(std::numeric_limits<std::int64_t>::min()), Palette::success);  // 2^63 leaves 3
 }
 
-TEST(ThemeTest, aMissingFolderOfFontsIsToldAndTheSystemsFontServes) {
+TEST(ThemeTest, aMissingFolderOfFontsIsReportedAndTheSystemsFontServes) {
     const QTemporaryDir empty;
     CaptureStdout();
     FontRegistrar::registerBundledFonts(empty.path());
@@ -250,7 +250,7 @@ TEST_F(StrengthMeterTest, eachScoreHasItsWordAndItsColour) {
     }
 }
 
-TEST_F(StrengthMeterTest, tellsBitsInWholeNumbersAndCharactersAsAPersonCountsThem) {
+TEST_F(StrengthMeterTest, showsBitsInWholeNumbersAndCharactersAsAPersonCountsThem) {
     meter.showStrengthOf("AzecDs");  // 23.94 bits
     EXPECT_TRUE(shows(meter, "24 bit entropi"));
     EXPECT_TRUE(shows(meter, "6 karakter"));

@@ -443,7 +443,7 @@ TEST_F(UnlockViewTest, theFootIsTheSameForEveryVault) {
         EXPECT_NE(find<QWidget>(view, word), nullptr) << word;
 }
 
-TEST_F(UnlockViewTest, theButtonsTellWhatTheyDo) {
+TEST_F(UnlockViewTest, theButtonsSayWhatTheyDo) {
     state->prepare(existing);
     for (const auto* tip : {"Başka bir veritabanı aç", "Yeni veritabanı oluştur"})
         EXPECT_EQ(button(view, tip)->toolTip(), tip);

@@ -44,11 +44,11 @@ protected:
     }
 };
 
-TEST_F(StatusBarTest, showsNothingWhereThereIsNothingToTell) {
+TEST_F(StatusBarTest, showsNothingWhereThereIsNothingToSay) {
     EXPECT_THAT(shown(), IsEmpty());
 }
 
-TEST_F(StatusBarTest, tellsAllThatThereIsInItsOrder) {
+TEST_F(StatusBarTest, showsAllThatThereIsInItsOrder) {
     clipboard.copySecret("gizli");
     state->setStatusMessage("Parola kopyalandı");
     state->setLastError("“Ev.kdbx” kaydedilemedi.");

@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(ToolbarTest, itsControlsStandInOrderAndTellTheirKeys) {
+TEST_F(ToolbarTest, itsControlsAreInOrderAndNameTheirKeys) {
     std::map<int, std::string> names;
     for (auto* const widget : bar().findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
         if (!widget->accessibleName().isEmpty() && !widget->isWindow())
