@@ -8,8 +8,8 @@
 class RowListView;
 
 /// A row list as a screen reader meets it. Its rows are its children, made when they are asked for, and can be chosen
-/// as a table's can; each offers by name what else can be done with it. Qt's own list would offer nothing, would tell
-/// of a focus wherever a row is the current one, and knows no row that unfolds.
+/// as a table's can; each offers by name what else can be done with it. Qt's own list would offer nothing, would
+/// report a focus wherever a row is the current one, and knows no row that unfolds.
 class RowListAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
 public:
     explicit RowListAccessible(RowListView& list);
