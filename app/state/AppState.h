@@ -142,6 +142,8 @@ public:
     void prepareNew(const std::filesystem::path& url, Replacing replacing);
     /// Whether the current file is one to make: it does not exist, is empty, or may be replaced.
     [[nodiscard]] bool offersCreation() const;
+    /// Whether that is the current file, also by another path: a link, or another name of its folder.
+    [[nodiscard]] bool isCurrentFile(const std::filesystem::path& url) const;
     /// Opens the current vault; the outcome shows in `isLocked` and `lastError`. An empty password is none.
     void unlock(std::string password, const std::optional<std::filesystem::path>& keyFileURL);
     /// Makes a new vault, writes it and opens it. A failure leaves everything as it was. It is one if the file has
@@ -171,6 +173,8 @@ public:
     using FormContent = std::function<bool(KdbxDatabase& database)>;
     /// The form of the route that shows, as long as it shows: a session that ends keeps what was typed there.
     void setFormContent(FormContent content);
+    /// Whether the form that shows would change the vault if it were confirmed now.
+    [[nodiscard]] bool hasUnsavedForm() const noexcept;
     /// Keeps what is unsaved as an encrypted copy beside the vaults, for the next session of this vault. The vault's
     /// file is left alone.
     void keepUnsaved() noexcept;
@@ -309,7 +313,6 @@ private:
     void reportKept();
     void reportChangeOfFile();
     void checkReplaceable(const std::filesystem::path& url) const;
-    [[nodiscard]] bool isOpenVault(const std::filesystem::path& url) const;
 
     void beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper::Offering offering);
     void endRescues();

@@ -75,8 +75,7 @@ void AppState::sealDatabase(const std::filesystem::path& url, std::string passwo
         setStatusMessage("Anahtar dosyası okunamadı; kasa anahtar dosyası olmadan oluşturuldu.");
 }
 
-/// Also where the path is another: a link, or another name of the folder.
-bool AppState::isOpenVault(const std::filesystem::path& url) const {
+bool AppState::isCurrentFile(const std::filesystem::path& url) const {
     const auto status = m_services.files.status(url);
     return url == m_databaseURL || (status && m_databaseURL && status == m_services.files.status(*m_databaseURL));
 }

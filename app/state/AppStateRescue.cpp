@@ -43,6 +43,17 @@ void AppState::setFormContent(FormContent content) {
     m_formContent = std::move(content);
 }
 
+bool AppState::hasUnsavedForm() const noexcept {
+    if (!m_database || !m_formContent)
+        return false;
+    try {
+        auto database = *m_database;
+        return applies(m_formContent, database);
+    } catch (...) {
+        return true;  // without memory to tell, it is better asked about
+    }
+}
+
 KdbxKeys::Transformation AppState::derivingFor(DerivationPurpose purpose, std::optional<KdbxTransformedKey>& derived) {
     return m_rescues ? KdbxTransformedKey::remembering(derivingFor(purpose), derived) : derivingFor(purpose);
 }

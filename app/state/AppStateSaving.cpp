@@ -51,7 +51,7 @@ void AppState::saveAs(const std::filesystem::path& url) {
         const auto changeCount = m_changeCount;
         std::optional<KdbxTransformedKey> derived;
         const auto file = encoded(DerivationPurpose::saving, derived);
-        if (isOpenVault(url)) {
+        if (isCurrentFile(url)) {
             m_vaultFile.save(url, file);
         } else {
             m_services.files.writeAtomically(url, file);

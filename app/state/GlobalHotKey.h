@@ -33,6 +33,9 @@ public:
     /// Gives the combination back, at the end of the program or while another one is being recorded.
     void unregister();
 
+    /// Does what a press of the combination does, whether it is bound or not.
+    void press();
+
     [[nodiscard]] bool isRegistered() const noexcept { return m_hotKey.isRegistered(); }
 
     /// Whether the combination should be bound and is not: another program has it, or there is no such key.
@@ -52,7 +55,6 @@ signals:
     void stateChanged();
 
 private:
-    void press();
     void observePreferences();
 
     Services m_services;

@@ -253,11 +253,13 @@ void Commands::createDatabase() {
 }
 
 void Commands::openDatabase() {
-    const auto file = FilePanels::chooseDatabase(&m_window, m_state.databaseURL());
-    if (!file)
-        return;
+    if (const auto file = FilePanels::chooseDatabase(&m_window, m_state.databaseURL()))
+        openDatabase(*file);
+}
+
+void Commands::openDatabase(const std::filesystem::path& file) {
     emit sessionWillEnd();
-    m_state.prepare(*file);
+    m_state.prepare(file);
 }
 
 void Commands::save() {

@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <utility>
@@ -56,6 +57,7 @@ public:
     [[nodiscard]] QWidget& window() const noexcept { return m_window; }
     void createDatabase();
     void openDatabase();
+    void openDatabase(const std::filesystem::path& file);
     void save();
     void saveAs();
     void lock();

@@ -100,9 +100,7 @@ void DerivationCover::begin() {
 void DerivationCover::end() {
     qApp->removeEventFilter(this);
     m_delay->stop();
-    for (const auto& widget : std::exchange(m_disabled, {}))
-        if (widget)
-            widget->setEnabled(true);
+    m_others.end();
     if (std::exchange(m_isShown, false)) {
         m_host->dismiss();
         emit shownChanged(false);
@@ -131,18 +129,7 @@ void DerivationCover::showSheet() {
     card->setAccessibleName(title);
     card->setFirstField(progress->firstStop());
     m_host->present(card);
-    disableOthers();  // the host has seen by now where the focus was
-}
-
-/// The screens, and sheets that were open before.
-void DerivationCover::disableOthers() {
-    for (auto* const child : m_window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        const bool isOther = child != m_host && !child->isWindow() && qobject_cast<QMenuBar*>(child) == nullptr;
-        if (!isOther || !child->isEnabled())
-            continue;
-        child->setEnabled(false);
-        m_disabled.append(child);
-    }
+    m_others.begin(m_window, *m_host);  // the host has seen by now where the focus was
 }
 
 /// What belongs to the window, apart from its menus and from the derivation's own controls.

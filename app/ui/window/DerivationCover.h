@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ui/window/DisabledOthers.h"
+
 #include <QObject>
-#include <QPointer>
 #include <QWidget>
 
 class AppState;
@@ -36,14 +37,13 @@ private:
     void end();
     void show();
     void showSheet();
-    void disableOthers();
     [[nodiscard]] bool isUnderCover(const QObject* object) const;
 
     AppState& m_state;
     QWidget& m_window;
     SheetHost* m_host;
     QTimer* m_delay;
-    QList<QPointer<QWidget>> m_disabled;
+    DisabledOthers m_others;
     bool m_isShown = false;
     bool m_isCloseWanted = false;
     bool m_isPressDropped = false;

@@ -21,6 +21,7 @@
 #include "app/ui/window/RouteSheet.h"
 #include "app/ui/window/ScreenFade.h"
 #include "app/ui/window/SpokenChanges.h"
+#include "app/ui/window/VaultOpener.h"
 #include "app/ui/window/WindowMemory.h"
 #include "app/ui/window/WindowSizer.h"
 
@@ -45,6 +46,7 @@ MainWindow::MainWindow(const Environment& environment)
     auto* const routes = new RouteSheet(environment, m_screens, this);
     connect(routes, &RouteSheet::focusLost, this, &MainWindow::takeFocus);
     connect(m_sheets, &SheetHost::focusLost, this, &MainWindow::takeFocus);
+    m_opener = new VaultOpener(m_state, *m_commands, *this);
     m_cover = new DerivationCover(m_state, *this);
     connect(m_commands, &Commands::settingsWanted, this,
             [this, environment] { SettingsView::open(environment, *this, m_commands->everywhere()); });
@@ -79,8 +81,23 @@ void MainWindow::connectState() {
     connect(m_mainView, &MainView::moveWanted, this, &MainWindow::showMove);
     connect(m_unlockView, &UnlockView::cardHeightChanged, this, &MainWindow::sizeWindow);
     connect(&m_state, &AppState::derivationChanged, this, &MainWindow::dropPicture);
+    connect(m_opener, &VaultOpener::askingChanged, this, &MainWindow::showCovered);
     connect(m_cover, &DerivationCover::shownChanged, m_unlockView, &UnlockView::setDeriving);
     connect(m_cover, &DerivationCover::shownChanged, m_commands, &Commands::setWaiting);
+}
+
+void MainWindow::bringUp() {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+}
+
+void MainWindow::openVault(const std::filesystem::path& file) {
+    m_opener->open(file);
+}
+
+void MainWindow::perform(Command::ID command) {
+    m_commands->action(command)->trigger();
 }
 
 /// Of the columns while they still have something to show: once the state announces the lock, the vault is gone.
@@ -150,13 +167,17 @@ void MainWindow::showMove(const MoveSubject& subject) {
 }
 
 void MainWindow::present(QWidget* sheet) {
-    m_commands->setCovered(true);
     m_sheets->present(sheet);
+    showCovered();
 }
 
 void MainWindow::hideSheet() {
     m_sheets->dismiss();
-    m_commands->setCovered(false);
+    showCovered();
+}
+
+void MainWindow::showCovered() {
+    m_commands->setCovered(m_sheets->sheet() != nullptr || m_opener->isAsking());
 }
 
 void MainWindow::sizeWindow() {

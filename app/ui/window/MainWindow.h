@@ -2,9 +2,12 @@
 #pragma once
 
 #include "app/state/Environment.h"
+#include "app/ui/commands/Command.h"
 
 #include <QImage>
 #include <QMainWindow>
+
+#include <filesystem>
 
 class Commands;
 class DerivationCover;
@@ -14,6 +17,7 @@ class ScreenFade;
 class SheetHost;
 struct MoveSubject;
 class UnlockView;
+class VaultOpener;
 class WindowSizer;
 
 /// The program's one window: the lock card, or the vault's three columns.
@@ -22,6 +26,13 @@ class MainWindow : public QMainWindow {
 
 public:
     explicit MainWindow(const Environment& environment);
+
+    /// Has it show again, also where it was minimised. Whether it comes before other windows is the desktop's to say.
+    void bringUp();
+    /// Opens a vault that was asked for from outside, once what the user is in the middle of has ended.
+    void openVault(const std::filesystem::path& file);
+    /// Does what the menu's item would do now, which is nothing where that is disabled.
+    void perform(Command::ID command);
 
 signals:
     /// The window shows for the first time.
@@ -48,6 +59,7 @@ private:
     void showMove(const MoveSubject& subject);
     void present(QWidget* sheet);
     void hideSheet();
+    void showCovered();
     void sizeWindow();
 
     AppState& m_state;
@@ -58,6 +70,7 @@ private:
     ScreenFade* m_fade;
     SheetHost* m_sheets;  // that are no route's
     DerivationCover* m_cover = nullptr;
+    VaultOpener* m_opener = nullptr;
     WindowSizer* m_sizer;
     QImage m_picture;  // of the screen that is about to go
     bool m_hasAppeared = false;
