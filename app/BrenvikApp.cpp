@@ -122,11 +122,20 @@ BrenvikApp::BrenvikApp(QApplication& application)
             leaveNoTraces();
     });
     m_secretsEnd = ShownSecrets::observeEnd([this] { leaveNoTraces(); });
-    m_window->show();
 }
 
 BrenvikApp::~BrenvikApp() {
     keptAtExit = nullptr;
+}
+
+void BrenvikApp::serve(ApplicationService& service, const ApplicationWish& ownWish) {
+    serve(service);
+    m_activation->begin(ownWish);
+}
+
+void BrenvikApp::serve(ApplicationService& service) {
+    m_activation.emplace(Activation::Services{
+        .service = service, .state = m_state, .hotKey = m_hotKey, .scheduler = m_scheduler, .window = *m_window});
 }
 
 // Once the vault is gone, or a try to open it has failed: when the views have let go of what they showed, and again

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/Activation.h"
 #include "app/state/AppState.h"
 #include "app/state/GlobalHotKey.h"
 #include "app/state/Preferences.h"
@@ -34,6 +35,11 @@ public:
     BrenvikApp(const BrenvikApp&) = delete;
     BrenvikApp& operator=(const BrenvikApp&) = delete;
 
+    /// Does what this start is for, and from then on what the desktop and other starts ask for.
+    void serve(ApplicationService& service, const ApplicationWish& ownWish);
+    /// The same without a wish of its own: the window shows once somebody asks for it.
+    void serve(ApplicationService& service);
+
 private:
     void launch();
     void end();
@@ -61,6 +67,7 @@ private:
     VaultWatch m_vaultWatch;
     GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
+    std::optional<Activation> m_activation;
     Observers::Subscription m_clipboardEnd;
     Observers::Subscription m_secretsEnd;
 };

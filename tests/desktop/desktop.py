@@ -281,15 +281,27 @@ class Program:
         self.home = pathlib.Path(tempfile.mkdtemp(prefix="brenvik-home-"))
         self._process = None
 
-    def start(self):
+    def environment(self, **variables):
+        """What it is started in; a variable that is None is not set."""
         environment = dict(os.environ)
         environment.update(HOME=str(self.home), XDG_CONFIG_HOME=str(self.home / "config"),
                            XDG_STATE_HOME=str(self.home / "state"), LANG="C.UTF-8",
                            XDG_RUNTIME_DIR=str(self.home), QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         # A process that nobody may trace cannot look for its own leaks.
         environment["ASAN_OPTIONS"] = environment.get("ASAN_OPTIONS", "") + ":detect_leaks=0"
+        environment |= variables
+        return {name: value for name, value in environment.items() if value is not None}
+
+    def launch(self, *arguments, **variables):
         self.home.chmod(0o700)
-        self._process = subprocess.Popen([self._executable], env=environment)
+        self._process = subprocess.Popen([self._executable, *arguments], env=self.environment(**variables))
+
+    def start(self, *arguments, **variables):
+        """Launches it, and waits for its window to have the keyboard."""
+        self.launch(*arguments, **variables)
+        self.appears()
+
+    def appears(self):
         self.window = wait_for(self._find_window, "the program's window")
         wait_for(lambda: any(has_state(window, Atspi.StateType.ACTIVE) for window in children_of(self.window)),
                  "the window manager to give the window the keyboard")
