@@ -23,7 +23,8 @@ TEST(FileURITest, eachWayToWriteAFileOfThisMachineIsRead) {
 }
 
 TEST(FileURITest, anythingElseIsNone) {
-    for (const auto* uri : {"", "a", "sftp://makine/a", "file://makine/a", "file:a", "file://", "file:///a%00b", "https:/a"})
+    for (const auto* uri :
+         {"", "a", "sftp://makine/a", "file://makine/a", "file:a", "file://", "file:///a%00b", "https:/a"})
         EXPECT_FALSE(FileURI::path(uri)) << uri;
 }
 
