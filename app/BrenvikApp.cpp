@@ -162,7 +162,7 @@ void BrenvikApp::leaveNoTraces() {
 }
 
 void BrenvikApp::launch() {
-    m_state.restoreRecentDatabase();
+    m_state.awaitRecentDatabase();
     m_hotKey.registerGlobalHotKey();
     m_autoType.startTrackingFrontmostApplication();
 }

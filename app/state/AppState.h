@@ -136,11 +136,16 @@ public:
 
     /// Makes a file the current vault, locked. Drops an open session with what is unsaved, without a question.
     void prepare(const std::filesystem::path& url);
+    /// The same for a file that is to be there: where it is away, as its drive may be, it is waited for, and the next
+    /// launch keeps to the vault before it until this one has been opened.
+    void prepareExpected(const std::filesystem::path& url);
     enum class Replacing : bool { no, yes };
     /// The same for a vault to be made there. `Replacing::yes` lets `createDatabase` replace what that file holds now,
     /// since the user was asked about it; another choice of a file takes the permission back.
     void prepareNew(const std::filesystem::path& url, Replacing replacing);
-    /// Whether the current file is one to make: it does not exist, is empty, or may be replaced.
+    /// Whether the current file is waited for: it is to be there, and is not. No vault is made in its place.
+    [[nodiscard]] bool isAway() const;
+    /// Whether the current file is one to make: it does not exist and is not waited for, is empty, or may be replaced.
     [[nodiscard]] bool offersCreation() const;
     /// Whether that is the current file, also by another path: a link, or another name of its folder.
     [[nodiscard]] bool isCurrentFile(const std::filesystem::path& url) const;
@@ -160,6 +165,8 @@ public:
     void closeDatabase();
     /// At launch: points at the last vault if it still exists.
     void restoreRecentDatabase();
+    /// At launch: points at the last vault, which is waited for where it is away.
+    void awaitRecentDatabase();
 
     void save();
     /// Writes the vault elsewhere, under the same credentials, and goes on there.
@@ -298,6 +305,8 @@ private:
     void pruneSelection();
     bool selectRange(UUID id);
     void storeBookmark(const std::filesystem::path& url);
+    [[nodiscard]] std::optional<std::filesystem::path> recentDatabase();
+    void turnTo(const std::filesystem::path& url);
     void open(KdbxDatabase database, const KdbxKey& key);
     void dropVault();
 
@@ -342,6 +351,7 @@ private:
     std::optional<KdbxKey> m_activeKey;  // set and cleared together with m_database
     VaultFile m_vaultFile;               // of the open vault
     std::optional<Replaceable> m_replaceable;
+    std::optional<std::filesystem::path> m_expected;  // a file that is waited for while it is away
     std::optional<UUID> m_selectedGroupID;
     std::set<UUID> m_selectedEntryIDs;
     std::optional<UUID> m_selectionAnchor;  // where a range of the selection starts

@@ -36,8 +36,32 @@ void AppState::prepareNew(const std::filesystem::path& url, Replacing replacing)
     m_signals.send(&AppState::offersCreationChanged);
 }
 
+void AppState::prepareExpected(const std::filesystem::path& url) {
+    if (m_derivation)
+        return;
+    const Step step(m_signals);
+    turnTo(url);
+    m_expected = url;
+    if (m_services.files.exists(url))
+        storeBookmark(url);
+    m_signals.send(&AppState::offersCreationChanged);
+}
+
+void AppState::awaitRecentDatabase() {
+    if (m_databaseURL)
+        return;
+    const Step step(m_signals);
+    m_expected = recentDatabase();
+    if (m_expected)
+        assign(m_databaseURL, m_expected, &AppState::databaseURLChanged);
+}
+
+bool AppState::isAway() const {
+    return m_databaseURL && m_expected == m_databaseURL && !m_services.files.exists(*m_databaseURL);
+}
+
 bool AppState::offersCreation() const {
-    if (!m_databaseURL)
+    if (!m_databaseURL || isAway())
         return false;
     const auto status = m_services.files.status(*m_databaseURL);
     return !status || status->size == 0 || (m_replaceable && m_replaceable->status == status);

@@ -40,14 +40,20 @@ void AppState::prepare(const std::filesystem::path& url) {
     if (m_derivation)
         return;
     const Step step(m_signals);
+    turnTo(url);
+    storeBookmark(url);
+}
+
+/// To another file, or again to the same, without a session.
+void AppState::turnTo(const std::filesystem::path& url) {
     assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
     dropVault();
     m_history.dropVaults();
     assign(m_isLocked, true, &AppState::isLockedChanged);
     setLastError(std::nullopt);
     clearSelection();
-    storeBookmark(url);
     m_replaceable.reset();
+    m_expected.reset();
 }
 
 /// The end of the session that may be open. Its undo history is left to the caller.
@@ -88,6 +94,8 @@ void AppState::unlock(std::string password, const std::optional<std::filesystem:
         setSelectedGroupID(rootID);
         setSelectedEntryIDs({});
         setSearchText("");
+        if (m_expected == m_databaseURL)
+            storeBookmark(*m_databaseURL);
         beginRescues(std::move(derived), RescueKeeper::Offering::yes);
         if (repaired > 0)
             m_statusLine.flash(std::to_string(repaired) + " kaydın kimliği yinelenmişti, onarıldı.");
@@ -122,6 +130,7 @@ void AppState::createDatabase(const std::filesystem::path& url, std::string pass
         m_services.files.writeAtomically(url, file, [&] { checkReplaceable(url); });
         m_vaultFile.begin(file, VaultFile::LosesByASave::no);
         m_replaceable.reset();
+        m_expected.reset();
 
         const auto rootID = database.root.id;
         assign(m_databaseURL, {url}, &AppState::databaseURLChanged);
@@ -173,6 +182,7 @@ void AppState::closeDatabase() {
     if (!m_isLocked)
         return;
     m_replaceable.reset();
+    m_expected.reset();
     assign(m_databaseURL, {}, &AppState::databaseURLChanged);
 }
 
@@ -180,13 +190,15 @@ void AppState::storeBookmark(const std::filesystem::path& url) {
     m_services.preferences.setRecentDatabaseBookmark(m_services.bookmarks.bookmark(url));
 }
 
+std::optional<std::filesystem::path> AppState::recentDatabase() {
+    const auto& bookmark = m_services.preferences.recentDatabaseBookmark();
+    return bookmark ? m_services.bookmarks.resolve(*bookmark) : std::nullopt;
+}
+
 void AppState::restoreRecentDatabase() {
     if (m_databaseURL)
         return;
-    const auto& bookmark = m_services.preferences.recentDatabaseBookmark();
-    if (!bookmark)
-        return;
-    auto url = m_services.bookmarks.resolve(*bookmark);
+    auto url = recentDatabase();
     if (url && m_services.files.exists(*url))
         assign(m_databaseURL, {std::move(*url)}, &AppState::databaseURLChanged);
 }

@@ -141,6 +141,72 @@ class AwayTest(FilesTest):
                 self.program.button("Kasayı oluştur")
 
 
+class AwayAtTheStartTest(FilesTest):
+    """The vault is on a drive that is not there when the program starts."""
+
+    AWAY = "“Kasam.kdbx” şu anda yerinde değil."
+    BACK = "“Kasam.kdbx” yeniden yerinde. Ana parolanla açabilirsin."
+
+    def place_vault(self):
+        self.drive = self.program.home / "disk"
+        self.drive.mkdir()
+        self.vault = self.drive / "Kasam.kdbx"
+        super().place_vault()
+
+    def take_away(self):
+        self.away = self.drive.with_name("uzakta")
+        os.rename(self.drive, self.away)
+
+    def is_away(self):
+        wait_for(lambda: self.program.nodes(name=self.AWAY), "the reason in words")
+        self.shows("Kasam.kdbx")
+        self.shows("Kasa yerine dönünce buradan açabilirsin.")
+        self.assertEqual(self.program.nodes("password text", "Parolayı doğrula"), [])
+        self.assertFalse(desktop.is_enabled(self.program.button("Kilidi aç")))
+
+    def comes_back(self):
+        os.rename(self.away, self.drive)
+        wait_for(lambda: self.program.nodes(name=self.BACK), "its return in words")
+        self.shows("Parolaların yerel, şifreli ve sende.")
+
+    def test_it_is_named_waited_for_and_opened_when_it_is_back(self):
+        self.open_vault()
+        self.program.end()
+        self.take_away()
+        self.program.start()
+        self.is_away()
+        for key in ("a", "Return"):
+            press(key)
+        self.is_away()
+        self.assertFalse(self.drive.exists(), "nothing is made in its place")
+        press("BackSpace")
+        self.comes_back()
+        self.program.focus_is_on("Ana parola")
+        self.enter_password()
+        self.program.node("list", "Gruplar")
+
+    def test_what_was_typed_for_it_meanwhile_opens_it(self):
+        self.open_vault()
+        self.program.end()
+        self.take_away()
+        self.program.start()
+        self.is_away()
+        set_text(self.program.node("password text", "Ana parola"), testcase.PASSWORD)
+        self.comes_back()
+        self.program.push("Kilidi aç")
+        self.program.node("list", "Gruplar")
+
+    def test_one_that_is_given_by_its_path_is_waited_for_too(self):
+        self.program.end()
+        self.take_away()
+        self.program.start(self.vault)
+        self.is_away()
+        self.comes_back()
+        self.take_away()
+        self.is_away()
+        self.comes_back()
+
+
 class ReplacingTest(FilesTest):
     def agree_to_replace(self):
         """Answers the panel with the vault itself, and its question with yes."""

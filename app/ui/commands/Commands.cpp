@@ -253,13 +253,16 @@ void Commands::createDatabase() {
 }
 
 void Commands::openDatabase() {
-    if (const auto file = FilePanels::chooseDatabase(&m_window, m_state.databaseURL()))
-        openDatabase(*file);
+    const auto file = FilePanels::chooseDatabase(&m_window, m_state.databaseURL());
+    if (!file)
+        return;
+    emit sessionWillEnd();
+    m_state.prepare(*file);
 }
 
 void Commands::openDatabase(const std::filesystem::path& file) {
     emit sessionWillEnd();
-    m_state.prepare(file);
+    m_state.prepareExpected(file);
 }
 
 void Commands::save() {

@@ -57,6 +57,7 @@ public:
     [[nodiscard]] QWidget& window() const noexcept { return m_window; }
     void createDatabase();
     void openDatabase();
+    /// One that was asked for by its name, and may be away.
     void openDatabase(const std::filesystem::path& file);
     void save();
     void saveAs();

@@ -134,8 +134,11 @@ void UnlockView::takeUpDatabase() {
     m_password->clear();
     m_keyFile->setFile(std::nullopt);
     m_isCreating = m_state.offersCreation();
+    m_isAway = m_state.isAway();
     showDatabase();
     showMode();
+    if (m_isAway)
+        showWhetherAway();
     // An open vault that is saved elsewhere has another file too, and its focus in another screen.
     if (m_state.databaseURL() && m_state.isLocked())
         m_password->focusPassword();
@@ -150,8 +153,9 @@ void UnlockView::showDatabase() {
 }
 
 void UnlockView::showMode() {
-    m_subtitle->setText(m_isCreating ? QStringLiteral("Ana parolanı belirle, kasayı mühürleyelim.")
-                                     : QStringLiteral("Parolaların yerel, şifreli ve sende."));
+    m_subtitle->setText(m_isAway       ? QStringLiteral("Kasa yerine dönünce buradan açabilirsin.")
+                        : m_isCreating ? QStringLiteral("Ana parolanı belirle, kasayı mühürleyelim.")
+                                       : QStringLiteral("Parolaların yerel, şifreli ve sende."));
     m_password->setCreating(m_isCreating);
     m_actions->setCreating(m_isCreating);
     showSubmit();
@@ -181,17 +185,28 @@ void UnlockView::answerError() {
 }
 
 /// A vault that has come back, as on a stick that was plugged in, is there to be opened: nothing is sealed over it, and
-/// what was typed for a new one is not tried on it.
+/// what was typed for a new one is not tried on it. What was typed for one that is waited for stays.
 void UnlockView::answerFile() {
-    if (!m_isCreating || m_isBusy || !m_state.isLocked() || m_state.offersCreation())
+    if (m_isBusy || !m_state.isLocked())
         return;
-    takeUpDatabase();
-    m_state.setNotice(vaultText(QStringLiteral("“%1” yeniden yerinde. Ana parolanla açabilirsin.")
-                                    .arg(qtPath(m_state.databaseURL()->filename()))));
+    if (m_isCreating && !m_state.offersCreation()) {
+        takeUpDatabase();
+        showWhetherAway();
+    } else if (m_isAway != m_state.isAway()) {
+        m_isAway = !m_isAway;
+        showMode();
+        showWhetherAway();
+    }
+}
+
+void UnlockView::showWhetherAway() {
+    const auto message = m_isAway ? QStringLiteral("“%1” şu anda yerinde değil.")
+                                  : QStringLiteral("“%1” yeniden yerinde. Ana parolanla açabilirsin.");
+    m_state.setNotice(vaultText(message.arg(qtPath(m_state.databaseURL()->filename()))));
 }
 
 bool UnlockView::canSubmit() const {
-    if (!m_state.databaseURL() || m_isBusy)
+    if (!m_state.databaseURL() || m_isAway || m_isBusy)
         return false;
     if (m_isCreating)
         return !m_password->isEmpty() && m_password->isConfirmed();

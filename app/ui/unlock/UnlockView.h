@@ -40,6 +40,7 @@ private:
     void showError();
     void answerError();
     void answerFile();
+    void showWhetherAway();
 
     void submit();
     void openOrSeal();
@@ -50,6 +51,7 @@ private:
 
     AppState& m_state;
     bool m_isCreating = false;
+    bool m_isAway = false;
     bool m_isBusy = false;
 
     TextLabel* m_subtitle;

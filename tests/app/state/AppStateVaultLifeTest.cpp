@@ -254,6 +254,48 @@ TEST_F(AppStateVaultLifeTest, aBookmarkOfADeletedFileStaysStored) {
     EXPECT_EQ(storedBookmark(), vaultFile);
 }
 
+TEST_F(AppStateVaultLifeTest, aVaultThatIsAwayAtTheLaunchIsWaitedForAndNoneIsMadeInItsPlace) {
+    state->prepare(vaultFile);
+    auto absent = files.contents.extract(vaultFile);
+    launch();
+
+    state->awaitRecentDatabase();
+    EXPECT_EQ(state->databaseURL(), vaultFile);
+    EXPECT_TRUE(state->isAway());
+    EXPECT_FALSE(state->offersCreation());
+    EXPECT_EQ(storedBookmark(), vaultFile);
+
+    files.contents.insert(std::move(absent));
+    EXPECT_FALSE(state->isAway());
+    state->unlock("parola", none);
+    EXPECT_FALSE(state->isLocked());
+}
+
+TEST_F(AppStateVaultLifeTest, anExpectedVaultIsTheNextLaunchsOnceItHasBeenThere) {
+    state->prepare(otherFile);
+    auto absent = files.contents.extract(vaultFile);
+
+    state->prepareExpected(vaultFile);
+    EXPECT_TRUE(state->isAway());
+    EXPECT_EQ(storedBookmark(), otherFile);
+
+    files.contents.insert(std::move(absent));
+    state->unlock("parola", none);
+    EXPECT_FALSE(state->isLocked());
+    EXPECT_EQ(storedBookmark(), vaultFile);
+
+    state->prepareExpected(otherFile);
+    EXPECT_EQ(storedBookmark(), otherFile);
+}
+
+TEST_F(AppStateVaultLifeTest, whoChoosesTheFileOfAnAbsentVaultForANewOneMakesIt) {
+    files.contents.erase(vaultFile);
+    state->prepareExpected(vaultFile);
+    state->prepareNew(vaultFile, AppState::Replacing::no);
+    EXPECT_FALSE(state->isAway());
+    EXPECT_TRUE(state->offersCreation());
+}
+
 TEST_F(AppStateVaultLifeTest, aBookmarkThatResolvesToNothingIsPassedOver) {
     state->prepare(vaultFile);
     bookmarks.resolves = false;
