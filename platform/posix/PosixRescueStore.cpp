@@ -4,6 +4,7 @@
 #include "core/primitives/Hexadecimal.h"
 #include "core/primitives/Random.h"
 #include "core/primitives/Sha2.h"
+#include "platform/posix/PrivateFolder.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -122,9 +123,7 @@ void PosixRescueStore::remove(const std::string& name) {
 }
 
 void PosixRescueStore::makeFolder() const {
-    std::error_code error;
-    std::filesystem::create_directories(m_folder.parent_path(), error);
-    if (::mkdir(m_folder.c_str(), S_IRWXU) != 0)
+    if (!PrivateFolder::make(m_folder))
         ::chmod(m_folder.c_str(), S_IRWXU);
 }
 

@@ -2,6 +2,7 @@
 #include "platform/qt/SettingsFile.h"
 
 #include "core/primitives/Overloaded.h"
+#include "platform/posix/PrivateFolder.h"
 
 #include <QByteArray>
 #include <QJsonDocument>
@@ -156,9 +157,7 @@ std::optional<SettingsValue> SettingsFile::value(std::string_view key) const {
 }
 
 bool SettingsFile::setValue(std::string_view key, std::optional<SettingsValue> value) {
-    std::error_code error;
-    if (std::filesystem::create_directories(m_file.parent_path(), error))
-        std::filesystem::permissions(m_file.parent_path(), std::filesystem::perms::owner_all, error);
+    PrivateFolder::make(m_file.parent_path());
     const Lock lock(*this);
     if (lock.isOfAnother())
         return false;
