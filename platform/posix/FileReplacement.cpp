@@ -9,12 +9,18 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <climits>
+#include <thread>
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int linksFollowed = 40;  // as the kernel does
 constexpr int namesTried = 8;
+constexpr auto lockPatience = 2s;
+constexpr auto lockPause = 5ms;
 constexpr mode_t ownerAlone = 0600;
 constexpr mode_t anyoneWrites = 0222;
 constexpr mode_t allModeBits = 07777;
@@ -112,6 +118,22 @@ private:
     bool m_isRenamed = false;
 };
 
+/// Waited for as long as another's save takes at most; who holds it longer holds up no save.
+class FileReplacement::FolderLock {
+public:
+    explicit FolderLock(const FileReplacement& replacement)
+        : m_calls(replacement.m_calls), m_folder(m_calls, replacement.m_folder.number(), ".", O_RDONLY | O_DIRECTORY) {
+        const auto deadline = std::chrono::steady_clock::now() + lockPatience;
+        while (m_folder.isOpen() && m_calls.tryLock(m_folder.number()) != 0 &&
+               (errno == EWOULDBLOCK || errno == EINTR) && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::sleep_for(lockPause);
+    }
+
+private:
+    FileSystemCalls& m_calls;
+    FileHandle m_folder;  // closed with its lock
+};
+
 FileReplacement::FileReplacement(FileSystemCalls& calls, std::filesystem::path file)
     : m_calls(calls),
       m_file(std::move(file)),
@@ -130,6 +152,7 @@ void FileReplacement::write(ByteView content, const FileStore::BeforeReplacing& 
         writeAll(temporary.number(), content);
         sync(temporary.number());
         makeLikeTarget(temporary.number());
+        const FolderLock lock(*this);
         beforeReplacing();
         temporary.renameToTarget();
     }

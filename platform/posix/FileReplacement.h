@@ -10,6 +10,9 @@
 
 /// One save of one file: a temporary file beside the target, written, synced, made like the target and renamed over it,
 /// and the folder synced. A process that is killed between any two of these leaves the old file or the new one.
+///
+/// Of two saves at one moment each sees what the other has written: from the last look at the target to its replacement
+/// a save holds a lock on the folder, where the file system has such locks.
 class FileReplacement {
 public:
     /// Finds the target, through symbolic links, and makes sure that it may be replaced.
@@ -27,6 +30,7 @@ public:
 
 private:
     class TemporaryFile;
+    class FolderLock;
 
     [[noreturn]] void fail(int code) const;
     void check(int result) const;

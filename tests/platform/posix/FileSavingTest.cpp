@@ -398,4 +398,48 @@ TEST_F(FileSavingTest, aTemporaryFileThatVanishesBeforeItIsLockedIsMadeAgain) {
     EXPECT_THAT(folder.names(), ElementsAre("Kasam.kdbx"));
 }
 
+/// Another save of the same folder, between its last look at the file and the replacement.
+class OtherSave {
+public:
+    explicit OtherSave(const std::filesystem::path& folder) : m_folder(open(folder.c_str(), O_RDONLY | O_DIRECTORY)) {}
+    ~OtherSave() { end(); }
+    OtherSave(const OtherSave&) = delete;
+    OtherSave& operator=(const OtherSave&) = delete;
+
+    bool begin() const { return flock(m_folder, LOCK_EX | LOCK_NB) == 0; }
+    void end() {
+        if (m_folder >= 0)
+            close(std::exchange(m_folder, -1));
+    }
+    [[nodiscard]] bool hasEnded() const { return m_folder < 0; }
+
+private:
+    int m_folder;
+};
+
+TEST_F(FileSavingTest, betweenTheLastLookAndTheReplacementNoOtherSaveBegins) {
+    writeFile(vault, "eski");
+    OtherSave other(folder.path());
+    bool hasLooked = false;
+    store.writeAtomically(vault, bytesOf("yeni"), [&] {
+        hasLooked = true;
+        EXPECT_FALSE(other.begin());
+    });
+    EXPECT_TRUE(hasLooked);
+    EXPECT_TRUE(other.begin());
+}
+
+TEST_F(FileSavingTest, theLastLookWaitsForAnotherSaveToEnd) {
+    writeFile(vault, "eski");
+    OtherSave other(folder.path());
+    ASSERT_TRUE(other.begin());
+    calls.trouble = [&, locks = 0](const std::string& call, int) mutable {
+        if (call == "lock" && ++locks == 3)  // its temporary file's, the folder's, and the folder's again
+            other.end();
+        return 0;
+    };
+    store.writeAtomically(vault, bytesOf("yeni"), [&] { EXPECT_TRUE(other.hasEnded()); });
+    EXPECT_EQ(contentOf(vault), "yeni");
+}
+
 }  // namespace
