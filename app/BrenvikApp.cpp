@@ -3,6 +3,7 @@
 
 #include "app/ui/components/ApplicationStyle.h"
 #include "app/ui/components/EnterKeyName.h"
+#include "app/ui/components/FilePanels.h"
 #include "app/ui/components/ShownSecrets.h"
 #include "app/ui/theme/FontRegistrar.h"
 #include "app/ui/theme/Motion.h"
@@ -125,6 +126,7 @@ BrenvikApp::BrenvikApp(QApplication& application)
 }
 
 BrenvikApp::~BrenvikApp() {
+    FilePanels::setDesktop(nullptr);
     keptAtExit = nullptr;
 }
 
@@ -161,7 +163,17 @@ void BrenvikApp::leaveNoTraces() {
         });
 }
 
+/// Once the window shows: to ask for the portal may start it. Who has chosen a theme of the toolkit's has chosen its
+/// panels' kind as well.
+void BrenvikApp::useDesktopsFilePanels() {
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORMTHEME"))
+        return;
+    m_filePanels.emplace();
+    FilePanels::setDesktop(&*m_filePanels);
+}
+
 void BrenvikApp::launch() {
+    m_scheduler.after(0s, [this] { useDesktopsFilePanels(); });
     m_state.awaitRecentDatabase();
     m_hotKey.registerGlobalHotKey();
     m_autoType.startTrackingFrontmostApplication();

@@ -10,6 +10,7 @@
 #include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/platform/Desktop.h"
+#include "platform/dbus/PortalFileChooser.h"
 #include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
 #include "platform/posix/PosixFileStore.h"
@@ -43,6 +44,7 @@ public:
 private:
     void launch();
     void end();
+    void useDesktopsFilePanels();
     void leaveNothingUnused();
     void leaveNoTraces();
 
@@ -68,6 +70,7 @@ private:
     GlobalHotKey m_hotKey;
     std::optional<MainWindow> m_window;
     std::optional<Activation> m_activation;
+    std::optional<PortalFileChooser> m_filePanels;
     Observers::Subscription m_clipboardEnd;
     Observers::Subscription m_secretsEnd;
 };

@@ -6,14 +6,19 @@
 #include <filesystem>
 #include <optional>
 
+class FileChooser;
 class QWidget;
 
-/// The panels in which the user chooses a file. Each blocks until it is answered; nothing when it is cancelled.
+/// The panels in which the user chooses a file: the desktop's own where there are some, else ours. Each blocks until it
+/// is answered; nothing when it is cancelled.
 /// A panel opens where the user has chosen a file last, before that beside the vault in use, else among their
 /// documents.
 namespace FilePanels {
 
 using File = std::optional<std::filesystem::path>;
+
+/// The desktop's panels, which outlive their use here; null takes them away again.
+void setDesktop(FileChooser* chooser);
 
 [[nodiscard]] File chooseDatabase(QWidget* parent, const File& vault);
 [[nodiscard]] File chooseKeyFile(QWidget* parent, const File& vault);
