@@ -37,6 +37,10 @@ double clipboardTimeoutFrom(std::optional<double> stored) {
     return std::clamp(*stored, 0.0, longestClipboardTimeout);
 }
 
+std::int64_t lockAfterMinutesFrom(std::optional<std::int64_t> stored) {
+    return std::clamp<std::int64_t>(stored.value_or(0), 0, Preferences::longestLockAfterMinutes);
+}
+
 /// A number that no hot key has counts as absent: a damaged settings file must not keep the vault's owner out.
 std::optional<std::uint32_t> storedUInt32(const SettingsStore& store, std::string_view key) {
     const auto integer = stored<std::int64_t>(store, key);
@@ -107,6 +111,8 @@ Preferences::Preferences(SettingsStore& store, ClipboardService& clipboard, QObj
                                     .value_or(std::string(AutoTypeSequence::defaultSequence))),
       m_hotKeyCode(storedUInt32(store, "hotKeyCode").value_or(HotKey().keyCode)),
       m_hotKeyModifiers(storedUInt32(store, "hotKeyModifiers").value_or(HotKey().modifiers)),
+      m_lockWithSession(stored<bool>(store, "lockWithSession").value_or(true)),
+      m_lockAfterMinutes(lockAfterMinutesFrom(stored<std::int64_t>(store, "lockAfterMinutes"))),
       m_recentDatabaseBookmark(stored<Bytes>(store, "recentDatabaseBookmark")),
       m_generatorOptions(decode(stored<SettingsDictionary>(store, "generatorOptions"))),
       m_windowSize(WindowSize::of(stored<SettingsDictionary>(store, "windowSize"))),
@@ -149,6 +155,14 @@ void Preferences::setHotKeyCode(std::uint32_t code) {
 
 void Preferences::setHotKeyModifiers(std::uint32_t modifiers) {
     store("hotKeyModifiers", m_hotKeyModifiers, modifiers, &Preferences::hotKeyModifiersChanged);
+}
+
+void Preferences::setLockWithSession(bool locks) {
+    store("lockWithSession", m_lockWithSession, locks, &Preferences::lockWithSessionChanged);
+}
+
+void Preferences::setLockAfterMinutes(std::int64_t minutes) {
+    store("lockAfterMinutes", m_lockAfterMinutes, lockAfterMinutesFrom(minutes), &Preferences::lockAfterMinutesChanged);
 }
 
 void Preferences::setRecentDatabaseBookmark(std::optional<Bytes> bookmark) {

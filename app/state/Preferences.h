@@ -47,6 +47,17 @@ public:
     [[nodiscard]] std::uint32_t hotKeyModifiers() const noexcept { return m_hotKeyModifiers; }
     void setHotKeyModifiers(std::uint32_t modifiers);
 
+    /// Whether the vault is locked when the user leaves the session: as that is locked, or given to another user, or as
+    /// the computer goes to sleep. So it is at first.
+    [[nodiscard]] bool lockWithSession() const noexcept { return m_lockWithSession; }
+    void setLockWithSession(bool locks);
+
+    /// After how many minutes without input the vault is locked; 0, as at first, is never. Stored ones up to the
+    /// longest that can be chosen.
+    [[nodiscard]] std::int64_t lockAfterMinutes() const noexcept { return m_lockAfterMinutes; }
+    void setLockAfterMinutes(std::int64_t minutes);
+    static constexpr std::int64_t longestLockAfterMinutes = 60;
+
     /// The token of the last vault.
     [[nodiscard]] const std::optional<Bytes>& recentDatabaseBookmark() const noexcept {
         return m_recentDatabaseBookmark;
@@ -71,6 +82,8 @@ signals:
     void defaultAutoTypeSequenceChanged();
     void hotKeyCodeChanged();
     void hotKeyModifiersChanged();
+    void lockWithSessionChanged();
+    void lockAfterMinutesChanged();
     /// An assignment holds until the process ends and no longer. Sent for the first one alone.
     void couldNotBeStored();
 
@@ -86,6 +99,8 @@ private:
     std::string m_defaultAutoTypeSequence;
     std::uint32_t m_hotKeyCode;
     std::uint32_t m_hotKeyModifiers;
+    bool m_lockWithSession;
+    std::int64_t m_lockAfterMinutes;
     std::optional<Bytes> m_recentDatabaseBookmark;
     PasswordGenerator::Options m_generatorOptions;
     bool m_isFailureReported = false;

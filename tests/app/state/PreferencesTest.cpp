@@ -22,6 +22,8 @@ TEST_F(PreferencesTest, aFirstLaunchHasTheDefaultsAndStoresNone) {
     EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{USERNAME}{TAB}{PASSWORD}{ENTER}");
     EXPECT_EQ(preferences->hotKeyCode(), 0U);
     EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
+    EXPECT_TRUE(preferences->lockWithSession());
+    EXPECT_EQ(preferences->lockAfterMinutes(), 0);
     EXPECT_FALSE(preferences->recentDatabaseBookmark());
     EXPECT_EQ(preferences->generatorOptions(), PasswordGenerator::Options());
     EXPECT_TRUE(settings.values.empty());
@@ -34,6 +36,8 @@ TEST_F(PreferencesTest, everyAssignmentIsStoredUnderItsNameAndReadBack) {
     preferences->setDefaultAutoTypeSequence("{PASSWORD}");
     preferences->setHotKeyCode(7);
     preferences->setHotKeyModifiers(4294967295U);
+    preferences->setLockWithSession(false);
+    preferences->setLockAfterMinutes(15);
     preferences->setRecentDatabaseBookmark(copyOf(bytesOf("yer imi")));
 
     EXPECT_EQ(settings.values.at("clipboardTimeout"), SettingsValue(30.5));
@@ -42,6 +46,8 @@ TEST_F(PreferencesTest, everyAssignmentIsStoredUnderItsNameAndReadBack) {
     EXPECT_EQ(settings.values.at("defaultAutoTypeSequence"), SettingsValue("{PASSWORD}"));
     EXPECT_EQ(settings.values.at("hotKeyCode"), SettingsValue(std::int64_t{7}));
     EXPECT_EQ(settings.values.at("hotKeyModifiers"), SettingsValue(std::int64_t{4294967295}));
+    EXPECT_EQ(settings.values.at("lockWithSession"), SettingsValue(false));
+    EXPECT_EQ(settings.values.at("lockAfterMinutes"), SettingsValue(std::int64_t{15}));
     EXPECT_EQ(settings.values.at("recentDatabaseBookmark"), SettingsValue(copyOf(bytesOf("yer imi"))));
 
     launch();
@@ -51,6 +57,8 @@ TEST_F(PreferencesTest, everyAssignmentIsStoredUnderItsNameAndReadBack) {
     EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{PASSWORD}");
     EXPECT_EQ(preferences->hotKeyCode(), 7U);
     EXPECT_EQ(preferences->hotKeyModifiers(), 4294967295U);
+    EXPECT_FALSE(preferences->lockWithSession());
+    EXPECT_EQ(preferences->lockAfterMinutes(), 15);
     EXPECT_EQ(preferences->recentDatabaseBookmark(), copyOf(bytesOf("yer imi")));
 }
 
@@ -85,7 +93,8 @@ TEST_F(PreferencesTest, aBookmarkThatIsNoneIsRemoved) {
 }
 
 TEST_F(PreferencesTest, aStoredValueOfTheWrongKindCountsAsAbsent) {
-    for (const auto* key : {"clipboardTimeout", "hotKeyCode", "hotKeyModifiers", "recentDatabaseBookmark"})
+    for (const auto* key : {"clipboardTimeout", "hotKeyCode", "hotKeyModifiers", "lockWithSession", "lockAfterMinutes",
+                            "recentDatabaseBookmark"})
         settings.values.emplace(key, std::string("1"));
     settings.values.emplace("sortColumn", true);
     settings.values.emplace("sortAscending", std::string("false"));
@@ -99,7 +108,23 @@ TEST_F(PreferencesTest, aStoredValueOfTheWrongKindCountsAsAbsent) {
     EXPECT_EQ(preferences->defaultAutoTypeSequence(), "{USERNAME}{TAB}{PASSWORD}{ENTER}");
     EXPECT_EQ(preferences->hotKeyCode(), 0U);
     EXPECT_EQ(preferences->hotKeyModifiers(), 2304U);
+    EXPECT_TRUE(preferences->lockWithSession());
+    EXPECT_EQ(preferences->lockAfterMinutes(), 0);
     EXPECT_FALSE(preferences->recentDatabaseBookmark());
+}
+
+TEST_F(PreferencesTest, minutesUntilALockAreBroughtIntoTheirRange) {
+    const std::pair<std::int64_t, std::int64_t> cases[] = {{-1, 0},  {std::numeric_limits<std::int64_t>::min(), 0},
+                                                           {61, 60}, {std::numeric_limits<std::int64_t>::max(), 60},
+                                                           {0, 0},   {1, 1},
+                                                           {60, 60}};
+    for (const auto& [stored, minutes] : cases) {
+        settings.values["lockAfterMinutes"] = stored;
+        launch();
+        EXPECT_EQ(preferences->lockAfterMinutes(), minutes) << stored;
+    }
+    preferences->setLockAfterMinutes(90);
+    EXPECT_EQ(settings.values.at("lockAfterMinutes"), SettingsValue(std::int64_t{60}));
 }
 
 TEST_F(PreferencesTest, aTimeoutMayBeStoredWithoutAFraction) {
