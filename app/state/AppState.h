@@ -161,6 +161,10 @@ public:
     /// Ends the unlocked session. Unsaved changes are saved first, and a failure of that is dropped. If the save is
     /// given up, the session goes on.
     void lock();
+    /// Ends the session in its user's absence. As `lock`, but nothing is lost: where what is unsaved can be neither
+    /// saved nor kept, or the save is given up, the session goes on, and `lastError` says why. Does nothing while a key
+    /// is derived.
+    void lockAutomatically();
     /// Locks and forgets the choice of the file, but not the bookmark: the next launch brings it back.
     void closeDatabase();
     /// At launch: points at the last vault if it still exists.
@@ -308,6 +312,8 @@ private:
     [[nodiscard]] std::optional<std::filesystem::path> recentDatabase();
     void turnTo(const std::filesystem::path& url);
     void open(KdbxDatabase database, const KdbxKey& key);
+    void saveForLock();
+    void endSession();
     void dropVault();
 
     KdbxKeys::Transformation derivingFor(DerivationPurpose purpose);
@@ -325,6 +331,7 @@ private:
 
     void beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper::Offering offering);
     void endRescues();
+    void keep();
     void noteTravel(const std::string& label, UndoHistory::Direction direction);
 
     void travel(UndoHistory::Direction direction);

@@ -71,18 +71,22 @@ void AppState::beginRescues(std::optional<KdbxTransformedKey> key, RescueKeeper:
 }
 
 void AppState::keepUnsaved() noexcept {
-    if (!m_rescues || !m_database)
-        return;
     try {
-        auto database = *m_database;
-        const bool hasForm = m_formContent && applies(m_formContent, database);
-        if (hasForm)
-            m_rescues->keep(database, RescueKeeper::Content::ofAForm);
-        else if (m_isDirty)
-            m_rescues->keep(database, RescueKeeper::Content::ofTheVault);
+        keep();
     } catch (...) {
         // A session that ends is not held up: what was kept in the last minute is still there.
     }
+}
+
+void AppState::keep() {
+    if (!m_rescues || !m_database)
+        return;
+    auto database = *m_database;
+    const bool hasForm = m_formContent && applies(m_formContent, database);
+    if (hasForm)
+        m_rescues->keep(database, RescueKeeper::Content::ofAForm);
+    else if (m_isDirty)
+        m_rescues->keep(database, RescueKeeper::Content::ofTheVault);
 }
 
 void AppState::endRescues() {

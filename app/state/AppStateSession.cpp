@@ -157,13 +157,38 @@ void AppState::lock() {
         return;
     const Step step(m_signals);
     try {
-        while (m_isDirty && canSave())  // again where something has changed while it was saved
-            saveQuietly(DerivationPurpose::locking);
+        saveForLock();
     } catch (const DerivationGivenUp&) {
         return;  // what the save was for stays as it is
     } catch (...) {
         // Locking never fails and never asks: what cannot be written now is kept elsewhere.
     }
+    endSession();
+}
+
+void AppState::lockAutomatically() {
+    if (m_isLocked || m_derivation)
+        return;
+    m_services.autoTyping.stop();
+    const Step step(m_signals);
+    try {
+        saveForLock();
+        keep();  // of a form; its failure is no reason to lose the form
+    } catch (const DerivationGivenUp&) {
+        return setLastError("Kasa otomatik kilitlenmedi, çünkü kaydetmekten vazgeçildi.");
+    } catch (...) {
+        setLastError("Kasa otomatik kilitlenmedi, çünkü değişiklikler kaydedilemedi. " + failureText());
+        return keepUnsaved();
+    }
+    endSession();
+}
+
+void AppState::saveForLock() {
+    while (m_isDirty && canSave())  // again where something has changed while it was saved
+        saveQuietly(DerivationPurpose::locking);
+}
+
+void AppState::endSession() {
     dropVault();
     assign(m_isLocked, true, &AppState::isLockedChanged);
     clearSelection();
