@@ -22,6 +22,9 @@ public:
         return std::chrono::steady_clock::now().time_since_epoch();
     }
 
+    /// How long the computer has slept since some fixed moment. The steady clock and all timers stand still meanwhile.
+    [[nodiscard]] virtual std::chrono::nanoseconds timeAsleep() const { return {}; }
+
     /// Runs `work` once, `delay` from now and never within this call.
     virtual Task after(std::chrono::nanoseconds delay, std::function<void()> work) = 0;
 

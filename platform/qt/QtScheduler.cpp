@@ -3,6 +3,8 @@
 
 #include <QTimer>
 
+#include <time.h>
+
 #include <algorithm>
 #include <limits>
 
@@ -14,10 +16,20 @@ int milliseconds(std::chrono::nanoseconds duration) {
     return static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(count, 0, std::numeric_limits<int>::max()));
 }
 
+std::chrono::nanoseconds clockTime(clockid_t clock) {
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
 }  // namespace
 
 Timestamp QtScheduler::now() const {
     return Timestamp::now();
+}
+
+std::chrono::nanoseconds QtScheduler::timeAsleep() const {
+    return clockTime(CLOCK_BOOTTIME) - clockTime(CLOCK_MONOTONIC);
 }
 
 Scheduler::Task QtScheduler::after(std::chrono::nanoseconds delay, std::function<void()> work) {

@@ -15,6 +15,7 @@ public:
     explicit QtScheduler(QObject* parent = nullptr) : QObject(parent) {}
 
     [[nodiscard]] Timestamp now() const override;
+    [[nodiscard]] std::chrono::nanoseconds timeAsleep() const override;
     Task after(std::chrono::nanoseconds delay, std::function<void()> work) override;
     Task every(std::chrono::nanoseconds interval, std::function<void()> work) override;
     void cancel(Task task) override;

@@ -20,6 +20,14 @@ public:
 
     [[nodiscard]] Duration steadyNow() const override { return m_elapsed; }
 
+    [[nodiscard]] Duration timeAsleep() const override { return m_asleep; }
+
+    /// The computer sleeps: the time of day goes on alone.
+    void sleep(Duration duration) {
+        m_asleep += duration;
+        m_setBy += duration;
+    }
+
     /// The user sets the time of day, ahead or back. Nothing that waits waits longer or shorter for that.
     void setTimeOfDay(Duration by) { m_setBy += by; }
 
@@ -80,6 +88,7 @@ private:
 
     Duration m_elapsed{};
     Duration m_setBy{};
+    Duration m_asleep{};
     std::map<Task, Waiting> m_waiting;  // in the order of asking
     Task m_lastTask = 0;
 };
