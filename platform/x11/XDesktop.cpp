@@ -16,4 +16,5 @@ XDesktop::XDesktop(std::unique_ptr<XConnection> ownConnection, std::unique_ptr<X
       layout(*connection),
       keyboard({.connection = *connection, .layout = layout, .hotKey = hotKeyState}),
       applications(*connection),
+      idleTime(*connection),
       hotKeys(std::move(hotKeyConnection), hotKeyState) {}
