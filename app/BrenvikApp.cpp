@@ -94,7 +94,14 @@ BrenvikApp::BrenvikApp(QApplication& application)
                 .scheduler = m_scheduler,
                 .autoType = m_autoType,
                 .preferences = m_preferences,
-                .state = m_state}) {
+                .state = m_state}),
+      m_userInput(m_xDesktop ? &m_xDesktop->idleTime : nullptr),
+      m_autoLock({.events = m_session,
+                  .input = m_userInput,
+                  .scheduler = m_scheduler,
+                  .preferences = m_preferences,
+                  .state = m_state}),
+      m_logoutGuard(m_session, m_state) {
     FontRegistrar::registerBundledFonts(FontRegistrar::resourceFolder());
     ApplicationStyle::apply(application);
     EnterKeyName::install(application);

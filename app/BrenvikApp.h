@@ -3,13 +3,16 @@
 
 #include "app/Activation.h"
 #include "app/state/AppState.h"
+#include "app/state/AutoLock.h"
 #include "app/state/GlobalHotKey.h"
+#include "app/state/LogoutGuard.h"
 #include "app/state/Preferences.h"
 #include "app/state/VaultWatch.h"
 #include "app/ui/window/MainWindow.h"
 #include "core/autotype/AutoTypeService.h"
 #include "core/clipboard/ClipboardService.h"
 #include "core/platform/Desktop.h"
+#include "platform/dbus/DesktopSession.h"
 #include "platform/dbus/PortalFileChooser.h"
 #include "platform/none/NoDesktop.h"
 #include "platform/posix/PosixBookmarks.h"
@@ -19,6 +22,7 @@
 #include "platform/qt/QtBackgroundWork.h"
 #include "platform/qt/QtFileWatcher.h"
 #include "platform/qt/QtScheduler.h"
+#include "platform/qt/QtUserInput.h"
 #include "platform/qt/QtWorkspace.h"
 #include "platform/qt/SettingsFile.h"
 #include "platform/x11/XDesktop.h"
@@ -68,6 +72,10 @@ private:
     QtFileWatcher m_fileWatcher;
     VaultWatch m_vaultWatch;
     GlobalHotKey m_hotKey;
+    QtUserInput m_userInput;
+    DesktopSession m_session;
+    AutoLock m_autoLock;
+    LogoutGuard m_logoutGuard;
     std::optional<MainWindow> m_window;
     std::optional<Activation> m_activation;
     std::optional<PortalFileChooser> m_filePanels;

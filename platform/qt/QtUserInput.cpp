@@ -17,7 +17,7 @@ bool isInput(QEvent::Type type) {
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonRelease:
         case QEvent::MouseMove:
-            case QEvent::Wheel:
+        case QEvent::Wheel:
         case QEvent::TouchBegin:
         case QEvent::TouchUpdate:
         case QEvent::TabletMove:
