@@ -181,12 +181,13 @@ void SecretField::cut() {
 }
 
 void SecretField::contextMenuEvent(QContextMenuEvent* event) {
-    QMenu menu(this);
+    auto* const menu = new QMenu(this);  // not on the stack: a lock takes the field away while the menu shows
+    menu->setAttribute(Qt::WA_DeleteOnClose);
     const bool isCopied = hasSelectedText() && (!m_isMasking || (showsSecret() && m_copy));
-    menu.addAction(QStringLiteral("Kes"), this, &SecretField::cut)->setEnabled(isCopied && !isReadOnly());
-    menu.addAction(QStringLiteral("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
-    menu.addAction(QStringLiteral("Yapıştır"), this, &SecretField::paste)->setEnabled(!isReadOnly());
-    menu.addSeparator();
-    menu.addAction(QStringLiteral("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
-    menu.exec(event->globalPos());
+    menu->addAction(QStringLiteral("Kes"), this, &SecretField::cut)->setEnabled(isCopied && !isReadOnly());
+    menu->addAction(QStringLiteral("Kopyala"), this, &SecretField::copy)->setEnabled(isCopied);
+    menu->addAction(QStringLiteral("Yapıştır"), this, &SecretField::paste)->setEnabled(!isReadOnly());
+    menu->addSeparator();
+    menu->addAction(QStringLiteral("Tümünü Seç"), this, &SecretField::selectAll)->setEnabled(!text().isEmpty());
+    menu->popup(event->globalPos());
 }

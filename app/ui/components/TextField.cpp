@@ -216,10 +216,11 @@ void TextField::keyPressEvent(QKeyEvent* event) {
 void TextField::contextMenuEvent(QContextMenuEvent* event) {
     if (!m_kept)
         return QLineEdit::contextMenuEvent(event);
-    QMenu menu(this);
-    menu.addAction(QStringLiteral("Kopyala"), this, &TextField::copy)->setEnabled(hasSelectedText());
-    menu.addAction(QStringLiteral("Tümünü Seç"), this, &TextField::selectAll);
-    menu.exec(event->globalPos());
+    auto* const menu = new QMenu(this);  // not on the stack: a lock takes the field away while the menu shows
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("Kopyala"), this, &TextField::copy)->setEnabled(hasSelectedText());
+    menu->addAction(QStringLiteral("Tümünü Seç"), this, &TextField::selectAll);
+    menu->popup(event->globalPos());
 }
 
 void TextField::paintEvent(QPaintEvent* event) {
