@@ -34,6 +34,12 @@ QuickButtons::QuickButtons(const QList<int>& numbers, const QString& label, Widt
         row->addStretch(1);
 }
 
+void QuickButtons::nameNumber(int number, const QString& text) {
+    for (const auto& choice : m_choices)
+        if (choice.number == number)
+            choice.button->setText(text);
+}
+
 void QuickButtons::showNumber(double number) {
     m_number = number;
     for (const auto& choice : m_choices) {

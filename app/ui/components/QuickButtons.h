@@ -16,6 +16,9 @@ public:
     /// `label` is the buttons' text, with %1 for the number.
     QuickButtons(const QList<int>& numbers, const QString& label, Width width, QWidget* parent = nullptr);
 
+    /// Gives the button of that number another text.
+    void nameNumber(int number, const QString& text);
+
     /// Checks the button of that number and no other; none where there is no such button.
     void showNumber(double number);
 

@@ -3,6 +3,7 @@
 
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/ScrollPage.h"
+#include "app/ui/settings/LockCard.h"
 #include "app/ui/settings/SettingsCards.h"
 
 #include <QAction>
@@ -16,7 +17,7 @@
 namespace {
 
 constexpr QSize smallestSize(400, 360);
-constexpr QSize idealSize(520, 620);
+constexpr QSize idealSize(520, 880);
 constexpr QSize screenReserve(16, 48);  // for the window's borders, which are known once it shows
 constexpr int edge = 20;
 
@@ -55,6 +56,7 @@ void SettingsView::arrange(const Environment& environment) {
     page->content()->addWidget(new AutoTypeCard(environment.preferences, environment.autoType));
     auto* const hotKey = new HotKeyCard(environment.preferences, environment.hotKey);
     page->content()->addWidget(hotKey);
+    page->content()->addWidget(new LockCard(environment.preferences));
     page->content()->addStretch(1);
     // The card has its new height once the layouts have run.
     connect(

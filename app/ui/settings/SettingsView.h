@@ -5,7 +5,8 @@
 
 #include <QWidget>
 
-/// The settings window: clipboard, auto-type and the global hot key, one card each. What is set here is stored at once.
+/// The settings window: clipboard, auto-type, the global hot key and the lock, one card each. What is set here is
+/// stored at once.
 class SettingsView : public QWidget {
     Q_OBJECT
 

@@ -58,10 +58,14 @@ TEST_F(SettingsTest, hasAllItsTexts) {
           "{USERNAME} {PASSWORD} {TAB} {ENTER} {DELAY 200} {CLEARFIELD} {URL} {TITLE} {NOTES} {S:AlanAdı}",
           "Genel kısayol", "Her uygulamadan otomatik yazma",
           "Herhangi bir uygulamadayken bu kısayola bas; ön plandaki pencerenin başlığıyla eşleşen kayıt otomatik "
-          "yazılır."})
+          "yazılır.",
+          "Kilit", "Boştayken kilitle", "Klavye ve fare bu süre boyunca kullanılmazsa kasa kilitlenir.",
+          "Ekran kilitlendiğinde, başka bir kullanıcıya geçildiğinde ve bilgisayar uyuduğunda. Kaydedilemeyen bir "
+          "değişiklik varsa kasa açık kalır."})
         EXPECT_TRUE(shows(*view, text)) << text;
     for (const char* const text :
-         {"10 sn", "12 sn", "30 sn", "60 sn", "Varsayılana dön", "⌥⌘A", "Varsayılana dön  (⌘⌥A)"})
+         {"10 sn", "12 sn", "30 sn", "60 sn", "Varsayılana dön", "⌥⌘A", "Varsayılana dön  (⌘⌥A)", "Kapalı", "5 dk",
+          "15 dk", "30 dk", "Oturum kilitlenince kasayı da kilitle"})
         EXPECT_NE(button(*view, text), nullptr) << text;
 }
 
@@ -120,6 +124,44 @@ TEST_F(SettingsTest, aStoredTimeThatNoSliderGivesIsShownAndStays) {
     EXPECT_TRUE(shows(*view, "300 sn"));
     EXPECT_EQ(slider().value(), 120);
     EXPECT_EQ(preferences->clipboardTimeout(), 300);
+}
+
+TEST_F(SettingsTest, theVaultLocksByItselfAfterNoneToSixtyMinutes) {
+    open();
+    auto* const time = find<QSlider>(*view, "Boştayken kilitle");
+    EXPECT_EQ(time->value(), 0);
+    EXPECT_TRUE(shows(*view, "Kapalı"));
+    EXPECT_TRUE(button(*view, "Kapalı")->isChecked());
+    EXPECT_TRUE(settings.values.empty()) << "what is shown is not stored";
+    QTest::keyClick(time, Qt::Key_Left);
+    EXPECT_EQ(preferences->lockAfterMinutes(), 0);
+    QTest::keyClick(time, Qt::Key_Right);
+    EXPECT_EQ(preferences->lockAfterMinutes(), 1);
+    EXPECT_TRUE(shows(*view, "1 dk"));
+    EXPECT_FALSE(button(*view, "Kapalı")->isChecked());
+    QTest::keyClick(time, Qt::Key_End);
+    EXPECT_EQ(preferences->lockAfterMinutes(), 60);
+    click(*view, "15 dk");
+    EXPECT_EQ(preferences->lockAfterMinutes(), 15);
+    EXPECT_EQ(time->value(), 15);
+    EXPECT_TRUE(button(*view, "15 dk")->isChecked());
+    launch();
+    EXPECT_EQ(preferences->lockAfterMinutes(), 15) << "after the next launch";
+    view.reset();
+}
+
+TEST_F(SettingsTest, theVaultLocksWithTheSessionUnlessThatIsSwitchedOff) {
+    open();
+    auto* const toggle = button(*view, "Oturum kilitlenince kasayı da kilitle");
+    EXPECT_TRUE(toggle->isChecked());
+    EXPECT_TRUE(settings.values.empty());
+    QTest::keyClick(toggle, Qt::Key_Space);
+    EXPECT_FALSE(preferences->lockWithSession());
+    auto* const heard = QAccessible::queryAccessibleInterface(toggle);
+    heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(preferences->lockWithSession());
+    preferences->setLockWithSession(false);
+    EXPECT_FALSE(toggle->isChecked());
 }
 
 TEST_F(SettingsTest, theSequenceIsStoredAsItIsTyped) {
@@ -245,8 +287,10 @@ TEST_F(SettingsTest, aKeyWithoutModifiersIsReportedUnderTheRecorderAndScrolledTo
 
 TEST_F(SettingsTest, fitsItsIdealSizeAndScrollsWhenSmaller) {
     open();
-    EXPECT_EQ(view->size(), QSize(520, 620));
+    EXPECT_EQ(view->sizeHint(), QSize(520, 880));
     EXPECT_EQ(view->minimumSize(), QSize(400, 360));
+    view->resize(view->sizeHint());  // which this screen may have no room for
+    QCoreApplication::processEvents();
     auto* const bar = view->findChild<ScrollPage*>()->verticalScrollBar();
     EXPECT_EQ(bar->maximum(), 0);
     const int cardEnd = field(*view, sequenceName)->mapTo(&*view, field(*view, sequenceName)->rect().topRight()).x();
@@ -259,6 +303,8 @@ TEST_F(SettingsTest, fitsItsIdealSizeAndScrollsWhenSmaller) {
 
 TEST_F(SettingsTest, aRecordingMovesNothingAndSaysHowToGiveItUpInTheResetsPlace) {
     open();
+    view->resize(view->sizeHint());
+    QCoreApplication::processEvents();
     auto* const recorder = view->findChild<HotKeyRecorder*>();
     auto* const reset = button(*view, "Varsayılana dön  (⌘⌥A)");
     const auto placeOf = [&](const QWidget& widget) { return QRect(widget.mapTo(&*view, QPoint()), widget.size()); };
