@@ -21,6 +21,7 @@ constexpr double disabledOpacity = 0.4;
 Button::Button(const QString& text, Variant variant, QWidget* parent)
     : QPushButton(text, parent), m_variant(variant), m_tint(Palette::accent) {
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
     setAutoDefault(false);
 }
@@ -145,14 +146,4 @@ void Button::paintEvent(QPaintEvent*) {
     painter.setFont(keyNamesFont());
     painter.setPen(Palette::textSoft);
     painter.drawText(placed(left + textWidth + Metric::s, keyNamesWidth()), line, m_keyNames);
-}
-
-void Button::enterEvent(QEnterEvent* event) {
-    QPushButton::enterEvent(event);
-    update();
-}
-
-void Button::leaveEvent(QEvent* event) {
-    QPushButton::leaveEvent(event);
-    update();
 }

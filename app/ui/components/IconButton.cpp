@@ -18,6 +18,7 @@ constexpr double disabledOpacity = 0.4;
 IconButton::IconButton(const QString& symbol, const QString& tip, QWidget* parent)
     : QAbstractButton(parent), m_symbol(symbol), m_tint(Palette::textSoft), m_side(Metric::controlHeight) {
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setTip(tip);
 }
@@ -85,14 +86,4 @@ void IconButton::paintEvent(QPaintEvent*) {
     Symbol::paint(painter,
                   QRectF((width() - m_symbolSide) / 2.0, (height() - m_symbolSide) / 2.0, m_symbolSide, m_symbolSide),
                   m_symbol, isHovered && isQuiet ? Palette::text : m_tint);
-}
-
-void IconButton::enterEvent(QEnterEvent* event) {
-    QAbstractButton::enterEvent(event);
-    update();
-}
-
-void IconButton::leaveEvent(QEvent* event) {
-    QAbstractButton::leaveEvent(event);
-    update();
 }

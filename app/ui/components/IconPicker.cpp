@@ -108,6 +108,7 @@ IconPicker::IconPicker(std::int64_t iconID, QWidget* parent) : QAbstractButton(p
     setAccessibleName(QStringLiteral("Simge seç"));
     setToolTip(QStringLiteral("Simge seç"));
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setIconID(iconID);
     connect(this, &IconPicker::clicked, this, &IconPicker::expand);
@@ -159,14 +160,4 @@ void IconPicker::paintEvent(QPaintEvent*) {
     Painting::roundedBox(painter, rect(), Radius::control, isActive ? Palette::hover : Palette::canvas,
                          isExpanded() ? Palette::accent : Palette::line);
     paintSymbol(painter, rect(), m_iconID);
-}
-
-void IconPicker::enterEvent(QEnterEvent* event) {
-    QAbstractButton::enterEvent(event);
-    update();
-}
-
-void IconPicker::leaveEvent(QEvent* event) {
-    QAbstractButton::leaveEvent(event);
-    update();
 }

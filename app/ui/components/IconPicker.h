@@ -26,8 +26,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] QWidget* makeGrid(Popover& popover);

@@ -51,6 +51,7 @@ int recordingWidth() {
 HotKeyRecorder::HotKeyRecorder(Preferences& preferences, GlobalHotKey& hotKey, QWidget* parent)
     : QAbstractButton(parent), m_preferences(preferences), m_hotKey(hotKey) {
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(this, &HotKeyRecorder::clicked, this, [this] { isRecording() ? stopCapture() : startCapture(); });
     connect(&preferences, &Preferences::hotKeyCodeChanged, this, &HotKeyRecorder::showCombination);
@@ -222,14 +223,4 @@ void HotKeyRecorder::paintRecording(QPainter& painter) const {
     painter.setPen(Palette::text);
     painter.drawText(placed(left + symbolSide + gap, textWidth),
                      Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, text());
-}
-
-void HotKeyRecorder::enterEvent(QEnterEvent* event) {
-    QAbstractButton::enterEvent(event);
-    update();
-}
-
-void HotKeyRecorder::leaveEvent(QEvent* event) {
-    QAbstractButton::leaveEvent(event);
-    update();
 }
