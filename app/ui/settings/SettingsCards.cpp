@@ -9,6 +9,7 @@
 #include "app/ui/components/KeyNames.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/QuickButtons.h"
+#include "app/ui/components/RepeatedLook.h"
 #include "app/ui/components/SequenceHint.h"
 #include "app/ui/components/Slider.h"
 #include "app/ui/components/TextField.h"
@@ -20,7 +21,6 @@
 
 #include <QSignalBlocker>
 #include <QStackedLayout>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -87,8 +87,7 @@ AutoTypeCard::AutoTypeCard(Preferences& preferences, AutoTypeService& autoType, 
       m_autoType(autoType),
       m_sequence(new TextField(QStringLiteral("Varsayılan tuş sekansı"))),
       m_reset(new Button(QStringLiteral("Varsayılana dön"))),
-      m_permission(new PermissionRow),
-      m_polling(new QTimer(this)) {
+      m_permission(new PermissionRow) {
     arrange();
     connectControls();
     showSequence();
@@ -120,8 +119,7 @@ void AutoTypeCard::connectControls() {
     connect(&m_preferences, &Preferences::defaultAutoTypeSequenceChanged, this, &AutoTypeCard::showSequence);
     connect(m_permission, &PermissionRow::permissionWanted, this,
             [this] { m_autoType.requestAccessibilityPermission(); });
-    m_polling->setInterval(pollingInterval);
-    connect(m_polling, &QTimer::timeout, this, &AutoTypeCard::showPermission);
+    new RepeatedLook(this, pollingInterval, [this] { showPermission(); });
 }
 
 void AutoTypeCard::showSequence() {
@@ -139,17 +137,6 @@ void AutoTypeCard::showPermission() {
                                                                            : PermissionRow::Asking::impossible);
 }
 
-void AutoTypeCard::showEvent(QShowEvent* event) {
-    Card::showEvent(event);
-    showPermission();
-    m_polling->start();
-}
-
-void AutoTypeCard::hideEvent(QHideEvent* event) {
-    Card::hideEvent(event);
-    m_polling->stop();
-}
-
 HotKeyCard::HotKeyCard(Preferences& preferences, GlobalHotKey& hotKey, QWidget* parent)
     : Card(QStringLiteral("Genel kısayol"), parent),
       m_preferences(preferences),
@@ -159,8 +146,7 @@ HotKeyCard::HotKeyCard(Preferences& preferences, GlobalHotKey& hotKey, QWidget* 
       m_rejected(
           new TextLabel(QStringLiteral("En az bir değiştirici tuş gerekli"), BrandFont::label(), Palette::danger)),
       m_refused(new Paragraph({}, BrandFont::body(11), Palette::warn)),
-      m_spoken(new Announcement(this)),
-      m_polling(new QTimer(this)) {
+      m_spoken(new Announcement(this)) {
     arrange();
     connectControls();
     showState();
@@ -212,19 +198,7 @@ void HotKeyCard::connectControls() {
     });
     // Queued: on the way from one combination to another there may be one in between that is refused.
     connect(&m_hotKey, &GlobalHotKey::stateChanged, this, &HotKeyCard::showState, Qt::QueuedConnection);
-    m_polling->setInterval(pollingInterval);
-    connect(m_polling, &QTimer::timeout, this, &HotKeyCard::look);
-}
-
-void HotKeyCard::showEvent(QShowEvent* event) {
-    Card::showEvent(event);
-    look();
-    m_polling->start();
-}
-
-void HotKeyCard::hideEvent(QHideEvent* event) {
-    Card::hideEvent(event);
-    m_polling->stop();
+    new RepeatedLook(this, pollingInterval, [this] { look(); });
 }
 
 /// At what changes elsewhere: who has the combination, and the keyboard's layout.

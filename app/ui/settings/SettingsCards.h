@@ -11,7 +11,6 @@ class HotKeyRecorder;
 class Paragraph;
 class PermissionRow;
 class Preferences;
-class QTimer;
 class QuickButtons;
 class Slider;
 class TextField;
@@ -43,10 +42,6 @@ class AutoTypeCard : public Card {
 public:
     AutoTypeCard(Preferences& preferences, AutoTypeService& autoType, QWidget* parent = nullptr);
 
-protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-
 private:
     void arrange();
     void connectControls();
@@ -58,7 +53,6 @@ private:
     TextField* m_sequence;
     Button* m_reset;
     PermissionRow* m_permission;
-    QTimer* m_polling;
 };
 
 /// The combination that types into whatever application is in front, and whether it is in force. While the card shows,
@@ -72,10 +66,6 @@ public:
 signals:
     /// The card has grown by a message that the user should see.
     void messageAppeared();
-
-protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void arrange();
@@ -91,5 +81,4 @@ private:
     TextLabel* m_rejected;
     Paragraph* m_refused;
     Announcement* m_spoken;
-    QTimer* m_polling;
 };

@@ -6,10 +6,10 @@
 #include "app/ui/components/Button.h"
 #include "app/ui/components/Labels.h"
 #include "app/ui/components/ProgressBar.h"
+#include "app/ui/components/RepeatedLook.h"
 #include "app/ui/theme/Theme.h"
 
 #include <QHBoxLayout>
-#include <QTimer>
 
 namespace {
 
@@ -25,11 +25,9 @@ DerivationProgress::DerivationProgress(AppState& state, QWidget* parent)
       m_text(new TextLabel(QStringLiteral("Anahtar türetiliyor…"), BrandFont::secondary(), Palette::text)),
       m_percent(new TextLabel({}, BrandFont::secondary(), Palette::textSoft)),
       m_bar(new ProgressBar(QStringLiteral("Anahtar türetiliyor"))),
-      m_giveUp(new Button(QStringLiteral("Vazgeç"))),
-      m_timer(new QTimer(this)) {
+      m_giveUp(new Button(QStringLiteral("Vazgeç"))) {
     arrange();
-    m_timer->setInterval(refreshInterval);
-    connect(m_timer, &QTimer::timeout, this, &DerivationProgress::showFraction);
+    new RepeatedLook(this, refreshInterval, [this] { showFraction(); });
     connect(m_giveUp, &Button::clicked, this, [this] { m_state.giveUpDerivation(); });
 }
 
@@ -64,15 +62,4 @@ void DerivationProgress::showFraction() {
     const int percent = static_cast<int>(m_state.derivationFraction() * 100);
     m_bar->setValue(percent);
     m_percent->setText(QStringLiteral("%%1").arg(percent));
-}
-
-void DerivationProgress::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    showFraction();
-    m_timer->start();
-}
-
-void DerivationProgress::hideEvent(QHideEvent* event) {
-    QWidget::hideEvent(event);
-    m_timer->stop();
 }

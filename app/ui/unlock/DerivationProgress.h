@@ -6,7 +6,6 @@
 class AppState;
 class Button;
 class ProgressBar;
-class QTimer;
 class TextLabel;
 
 /// How far the key derivation at hand is, and the button that gives it up.
@@ -21,10 +20,6 @@ public:
     /// The button of the lock card's height.
     void setLarge(bool isLarge);
 
-protected:
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
-
 private:
     void arrange();
     void showFraction();
@@ -34,5 +29,4 @@ private:
     TextLabel* m_percent;
     ProgressBar* m_bar;
     Button* m_giveUp;
-    QTimer* m_timer;
 };
