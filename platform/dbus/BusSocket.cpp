@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 
 namespace {
@@ -40,7 +41,7 @@ public:
     Socket(const Socket&) = delete;
     Socket& operator=(const Socket&) = delete;
 
-    /// Without waiting: where so many wait already that no more are let in, this fails.
+    /// As `connect`, without waiting.
     [[nodiscard]] bool connect(const QByteArray& name) const {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -52,11 +53,12 @@ public:
         return ::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&address), static_cast<socklen_t>(size)) == 0;
     }
 
+    /// Whether anything comes, be it the end of the connection, after these bytes were sent.
     [[nodiscard]] bool isAnswered(const QByteArray& bytes) const {
         if (::send(m_descriptor, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL) < 0)
-            return false;
+            return errno != EAGAIN;
         pollfd events{m_descriptor, POLLIN, 0};
-        return ::poll(&events, 1, patience) > 0;
+        return ::poll(&events, 1, patience) != 0;
     }
 
 private:
@@ -65,14 +67,22 @@ private:
 
 }  // namespace
 
+QByteArray BusSocket::ofSession() {
+    if (const auto address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty())
+        return socketOf(address);
+    const auto folder = qgetenv("XDG_RUNTIME_DIR");
+    return folder.isEmpty() ? QByteArray() : folder + "/bus";
+}
+
 QByteArray BusSocket::ofSystem() {
     const auto address = qgetenv("DBUS_SYSTEM_BUS_ADDRESS");
     return address.isEmpty() ? QByteArrayLiteral("/run/dbus/system_bus_socket") : socketOf(address);
 }
 
-// The kernel takes connections in the place of a bus that hangs; only one that runs answers.
-bool BusSocket::answers(const QByteArray& socket) {
+BusSocket::Life BusSocket::lifeOf(const QByteArray& socket) {
     const Socket connection;
+    if (!connection.connect(socket))
+        return errno == EAGAIN ? Life::hangs : Life::isNotThere;  // so many wait there that no more are let in
     const auto user = QByteArray::number(::getuid()).toHex();
-    return connection.connect(socket) && connection.isAnswered('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n");
+    return connection.isAnswered('\0' + QByteArray("AUTH EXTERNAL ") + user + "\r\n") ? Life::answers : Life::hangs;
 }

@@ -27,7 +27,7 @@ void DesktopSession::observe(Happened happened) {
 void DesktopSession::connectToSystem() {
     try {
         m_systemBus = std::jthread([this] {
-            if (!BusSocket::answers(BusSocket::ofSystem()))
+            if (BusSocket::lifeOf(BusSocket::ofSystem()) != BusSocket::Life::answers)
                 return;
             QMetaObject::invokeMethod(
                 this,

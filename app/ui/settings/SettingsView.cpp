@@ -3,7 +3,7 @@
 
 #include "app/ui/components/Accessible.h"
 #include "app/ui/components/ScrollPage.h"
-#include "app/ui/settings/LockCard.h"
+#include "app/ui/settings/AutoLockCard.h"
 #include "app/ui/settings/SettingsCards.h"
 
 #include <QAction>
@@ -56,7 +56,7 @@ void SettingsView::arrange(const Environment& environment) {
     page->content()->addWidget(new AutoTypeCard(environment.preferences, environment.autoType));
     auto* const hotKey = new HotKeyCard(environment.preferences, environment.hotKey);
     page->content()->addWidget(hotKey);
-    page->content()->addWidget(new LockCard(environment.preferences));
+    page->content()->addWidget(new AutoLockCard(environment.preferences));
     page->content()->addStretch(1);
     // The card has its new height once the layouts have run.
     connect(

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/ui/settings/LockCard.h"
+#include "app/ui/settings/AutoLockCard.h"
 
 #include "app/state/Preferences.h"
 #include "app/ui/components/Labels.h"
@@ -36,7 +36,7 @@ QString sessionHint() {
 
 }  // namespace
 
-LockCard::LockCard(Preferences& preferences, QWidget* parent)
+AutoLockCard::AutoLockCard(Preferences& preferences, QWidget* parent)
     : Card(QStringLiteral("Kilit"), parent),
       m_preferences(preferences),
       m_value(new TextLabel({}, BrandFont::rowTitle(), Palette::accent)),
@@ -49,7 +49,7 @@ LockCard::LockCard(Preferences& preferences, QWidget* parent)
     showSession();
 }
 
-void LockCard::arrange() {
+void AutoLockCard::arrange() {
     content()->setSpacing(rowGap);
     m_value->setTabularFigures(true);
     m_quickTimes->nameNumber(0, never());
@@ -67,18 +67,18 @@ void LockCard::arrange() {
     content()->addWidget(new Paragraph(sessionHint(), BrandFont::body(11), Palette::textSoft));
 }
 
-void LockCard::connectControls() {
+void AutoLockCard::connectControls() {
     connect(m_slider, &Slider::valueChanged, &m_preferences, &Preferences::setLockAfterMinutes);
     connect(m_quickTimes, &QuickButtons::chosen, &m_preferences, &Preferences::setLockAfterMinutes);
     connect(m_withSession, &Toggle::toggled, &m_preferences, [this](bool isOn) {
         if (isOn != m_preferences.lockWithSession())  // else it is only shown
             m_preferences.setLockWithSession(isOn);
     });
-    connect(&m_preferences, &Preferences::lockAfterMinutesChanged, this, &LockCard::showMinutes);
-    connect(&m_preferences, &Preferences::lockWithSessionChanged, this, &LockCard::showSession);
+    connect(&m_preferences, &Preferences::lockAfterMinutesChanged, this, &AutoLockCard::showMinutes);
+    connect(&m_preferences, &Preferences::lockWithSessionChanged, this, &AutoLockCard::showSession);
 }
 
-void LockCard::showMinutes() {
+void AutoLockCard::showMinutes() {
     const QSignalBlocker showing(m_slider);  // a value that is shown is not a value that was chosen
     const auto time = static_cast<int>(m_preferences.lockAfterMinutes());
     m_slider->setValue(time);
@@ -86,6 +86,6 @@ void LockCard::showMinutes() {
     m_quickTimes->showNumber(time);
 }
 
-void LockCard::showSession() {
+void AutoLockCard::showSession() {
     m_withSession->setChecked(m_preferences.lockWithSession());
 }

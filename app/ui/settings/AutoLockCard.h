@@ -10,11 +10,11 @@ class TextLabel;
 class Toggle;
 
 /// What locks the vault besides its user: time without input, and the session's own lock.
-class LockCard : public Card {
+class AutoLockCard : public Card {
     Q_OBJECT
 
 public:
-    explicit LockCard(Preferences& preferences, QWidget* parent = nullptr);
+    explicit AutoLockCard(Preferences& preferences, QWidget* parent = nullptr);
 
 private:
     void arrange();
