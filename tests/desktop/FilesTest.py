@@ -202,7 +202,8 @@ class AwayAtTheStartTest(FilesTest):
         self.program.start(self.vault)
         self.is_away()
         self.comes_back()
-        self.take_away()
+        self.drive, self.away = self.vault, self.vault.with_name("uzakta")  # now the file alone
+        os.rename(self.drive, self.away)
         self.is_away()
         self.comes_back()
 
