@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int patience = 300;  // milliseconds; a bus answers within one
+constexpr int patience = 1000;  // milliseconds; a bus answers within one, unless all wait at a log-in
 
 /// D-Bus Specification, "Server Addresses".
 QByteArray socketOf(const QByteArray& address) {
