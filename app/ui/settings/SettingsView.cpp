@@ -17,7 +17,7 @@
 namespace {
 
 constexpr QSize smallestSize(400, 360);
-constexpr QSize idealSize(520, 880);
+constexpr QSize idealSize(520, 620);
 constexpr QSize screenReserve(16, 48);  // for the window's borders, which are known once it shows
 constexpr int edge = 20;
 

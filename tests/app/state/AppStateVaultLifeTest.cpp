@@ -284,6 +284,7 @@ TEST_F(AppStateVaultLifeTest, anExpectedVaultIsTheNextLaunchsOnceItHasBeenThere)
     EXPECT_FALSE(state->isLocked());
     EXPECT_EQ(storedBookmark(), vaultFile);
 
+    files.contents[otherFile] = files.contents.at(vaultFile);
     state->prepareExpected(otherFile);
     EXPECT_EQ(storedBookmark(), otherFile);
 }

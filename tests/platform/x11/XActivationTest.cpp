@@ -42,8 +42,9 @@ protected:
         return found;
     }
 
-    VirtualDisplay display;
-    XHandle desktop;
+    const VirtualDisplay display;
+    const bool isNamed = qputenv("DISPLAY", display.name().toUtf8());
+    const XHandle desktop;
     std::vector<xcb_client_message_event_t> seen;
 };
 

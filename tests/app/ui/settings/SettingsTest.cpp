@@ -287,7 +287,7 @@ TEST_F(SettingsTest, aKeyWithoutModifiersIsReportedUnderTheRecorderAndScrolledTo
 
 TEST_F(SettingsTest, fitsItsIdealSizeAndScrollsWhenSmaller) {
     open();
-    EXPECT_EQ(view->sizeHint(), QSize(520, 880));
+    EXPECT_EQ(view->sizeHint(), QSize(520, 620));
     EXPECT_EQ(view->minimumSize(), QSize(400, 360));
     view->resize(view->sizeHint());  // which this screen may have no room for
     QCoreApplication::processEvents();
@@ -463,7 +463,9 @@ TEST_F(SettingsTest, eachStopOfTabHasAName) {
         if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisible() && next->isEnabled())
             stops.append(QAccessible::queryAccessibleInterface(next)->text(QAccessible::Name));
     EXPECT_EQ(stops, (QStringList{"Otomatik temizleme", "10 sn", "12 sn", "30 sn", "60 sn", sequenceName,
-                                  "Varsayılana dön", "İzin ver…", "Ctrl+Alt+A", "Varsayılana dön  (Ctrl+Alt+A)"}));
+                                  "Varsayılana dön", "İzin ver…", "Ctrl+Alt+A", "Varsayılana dön  (Ctrl+Alt+A)",
+                                  "Boştayken kilitle", "Kapalı", "5 dk", "15 dk", "30 dk",
+                                  "Oturum kilitlenince kasayı da kilitle"}));
 }
 
 /// The settings of the program's window, opened by its command.
