@@ -35,7 +35,7 @@ bool mayBeForQt(std::string_view argument) {
 }
 
 int refuse(const std::string& reason) {
-    std::fputs(("Brenvik: " + reason + " Seçenekler için: brenvik --help\n").c_str(), stderr);
+    (void)std::fputs(("Brenvik: " + reason + " Seçenekler için: brenvik --help\n").c_str(), stderr);
     return refused;
 }
 
@@ -55,11 +55,11 @@ std::optional<int> CommandLine::answer(const std::vector<std::string>& arguments
         if (argument == endOfOptions)
             break;
         if (argument == "--version") {
-            std::fputs("Brenvik " BRENVIK_VERSION "\n", stdout);
+            (void)std::fputs("Brenvik " BRENVIK_VERSION "\n", stdout);
             return EXIT_SUCCESS;
         }
         if (argument == "--help") {
-            std::fputs(help, stdout);
+            (void)std::fputs(help, stdout);
             return EXIT_SUCCESS;
         }
         if (argument.empty())

@@ -45,11 +45,12 @@ signals:
     /// Something is asked for. The asker has its answer already: what follows may take its time.
     void wished(const ApplicationWish& wish);
 
-public slots:  // with the names that they have on the bus
+public slots:  // with the names that they have on the bus. NOLINTBEGIN(readability-identifier-naming)
     Q_SCRIPTABLE void Activate(const QVariantMap& platformData);
     Q_SCRIPTABLE void Open(const QStringList& uris, const QVariantMap& platformData);
     Q_SCRIPTABLE void ActivateAction(const QString& name, const QVariantList& parameters,
                                      const QVariantMap& platformData);
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     void askForName();

@@ -30,14 +30,13 @@ public:
     /// From now on the computer's end waits for the events' holds too, for that reason; without one no more.
     void setEndDelayed(const std::optional<QString>& reason);
 
-private slots:
-    void lockSession();
-    void changeProperties(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
-    void removeSession(const QString& id, const QDBusObjectPath& path);
-    void prepareForSleep(bool begins);
-    void prepareForShutdown(bool begins);
-
 private:
+    Q_SLOT void lockSession();
+    Q_SLOT void changeProperties(const QString& interface, const QVariantMap& changed, const QStringList& invalidated);
+    Q_SLOT void removeSession(const QString& id, const QDBusObjectPath& path);
+    Q_SLOT void prepareForSleep(bool begins);
+    Q_SLOT void prepareForShutdown(bool begins);
+
     using Lock = QDBusUnixFileDescriptor;  // held for as long as it is open
 
     void findSession(const QString& name, std::function<void()> otherwise);

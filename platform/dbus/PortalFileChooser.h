@@ -22,10 +22,9 @@ public:
     void ask(const Panel& panel, Answered answered) override;
     void takeAway() override;
 
-private slots:
-    void takeResponse(uint code, const QVariantMap& results);
-
 private:
+    Q_SLOT void takeResponse(uint code, const QVariantMap& results);
+
     void lookForPortal();
     void follow(const QString& request);
     void end(const Answer& answer);

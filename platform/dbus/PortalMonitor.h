@@ -16,11 +16,10 @@ class PortalMonitor final : public QObject {
 public:
     PortalMonitor(SessionEvents::Happened happened, const QDBusConnection& bus, QObject* parent = nullptr);
 
-private slots:
-    void changeState(const QDBusMessage& change);
-    void changeScreenSaver(bool isActive);
-
 private:
+    Q_SLOT void changeState(const QDBusMessage& change);
+    Q_SLOT void changeScreenSaver(bool isActive);
+
     void createMonitor();
     void agreeToEnd(const QDBusObjectPath& monitor);
 

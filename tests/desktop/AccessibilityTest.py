@@ -158,10 +158,13 @@ class ControlsTest(AccessibilityTest):
         def checked():
             return [node.get_name() for node in self.program.nodes("radio button", within=settings) if is_checked(node)]
 
-        self.assertEqual(checked(), ["12 sn"])
+        self.assertEqual(checked(), ["12 sn", "Kapalı"])
         act(self.program.node("radio button", "30 sn"))
-        wait_for(lambda: checked() == ["30 sn"], "30 seconds checked")
+        wait_for(lambda: checked() == ["30 sn", "Kapalı"], "30 seconds checked")
         self.setting_becomes("clipboardTimeout", 30)
+        act(self.program.node("radio button", "15 dk"))
+        wait_for(lambda: checked() == ["30 sn", "15 dk"], "15 minutes checked")
+        self.setting_becomes("lockAfterMinutes", 15)
 
 
 class MenusTest(AccessibilityTest):
