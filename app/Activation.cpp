@@ -97,7 +97,7 @@ void Activation::activate(const std::string& startupID) {
     window.activateWindow();
 }
 
-/// Without a window nobody would know that the program runs, and there is no vault that it could have open.
+/// Without a window the user would not know that the program runs, and there is no vault that it could have open.
 void Activation::endUnlessShown(std::chrono::seconds wait) {
     m_services.scheduler.after(wait, [activation = QPointer<Activation>(this)] {
         if (activation && !activation->m_services.window.isVisible())

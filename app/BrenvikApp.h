@@ -42,7 +42,7 @@ public:
 
     /// Does what this start is for, and from then on what the desktop and other starts ask for.
     void serve(ApplicationService& service, const ApplicationWish& ownWish);
-    /// The same without a wish of its own: the window shows once somebody asks for it.
+    /// The same without a wish of its own: the window shows once it is asked for.
     void serve(ApplicationService& service);
 
 private:

@@ -109,7 +109,7 @@ AutoLock::Duration AutoLock::limit() const {
     return std::chrono::minutes(m_services.preferences.lockAfterMinutes());
 }
 
-/// The time without input, the computer's sleep included. Input that follows a sleep does not undo it: whoever wakes
+/// The time without input, the computer's sleep included. Input that follows a sleep does not undo it: a user who wakes
 /// the computer after hours finds the vault locked.
 AutoLock::Duration AutoLock::idleTime() {
     const auto now = m_services.scheduler.steadyNow();

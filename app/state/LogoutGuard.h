@@ -6,7 +6,7 @@
 class AppState;
 class SessionInhibitor;
 
-/// Has whoever logs out warned for as long as the open vault has unsaved changes.
+/// Has a user who logs out warned for as long as the open vault has unsaved changes.
 class LogoutGuard final : public QObject {
 public:
     /// Both outlive this.

@@ -8,7 +8,7 @@ class SessionInhibitor {
 public:
     virtual ~SessionInhibitor() = default;
 
-    /// From now on whoever logs out is shown the reason first, where the desktop does so.
+    /// From now on a user who logs out is shown the reason first, where the desktop does so.
     virtual void inhibit(std::string_view reason) = 0;
 
     /// The session may end.

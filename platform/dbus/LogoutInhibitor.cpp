@@ -78,7 +78,7 @@ void LogoutInhibitor::askManager() {
 void LogoutInhibitor::takeManagerAnswer(const QDBusPendingCallWatcher& answer) {
     const QDBusPendingReply<uint> cookie = answer;
     if (cookie.isError())
-        return;  // this desktop asks nobody; the next change tries again
+        return;  // this desktop asks no one; the next change tries again
     m_held = ManagerCookie{cookie.value()};
     settle();
 }

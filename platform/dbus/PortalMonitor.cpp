@@ -68,7 +68,7 @@ void PortalMonitor::changeState(const QDBusMessage& change) {
         m_happened(SessionEvents::Event::ended, nullptr);
 }
 
-/// Whoever has something against it holds an inhibitor, and the desktop waits a second for this answer.
+/// A program that has something against it holds an inhibitor, and the desktop waits a second for this answer.
 void PortalMonitor::agreeToEnd(const QDBusObjectPath& monitor) {
     m_bus.asyncCall(inhibitCall(QStringLiteral("QueryEndResponse"), {QVariant::fromValue(monitor)}));
 }

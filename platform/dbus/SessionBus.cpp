@@ -16,7 +16,7 @@ SessionBus::SessionBus() {
     if (BusSocket::lifeOf(BusSocket::ofSession()) != BusSocket::Life::hangs)
         return;
     m_address = qgetenv(variable);
-    qputenv(variable, "unix:path=/dev/null");  // where nobody listens
+    qputenv(variable, "unix:path=/dev/null");  // where nothing listens
 }
 
 void SessionBus::takeBack() const {
