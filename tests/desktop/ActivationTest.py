@@ -375,8 +375,8 @@ class DerivingTest(ActivationTest):
         self.assertEqual(self.program.nodes("list", "Gruplar"), [])
 
 
-class ServiceTest(DesktopTest):
-    """Started by the bus."""
+class NotStartedTest(DesktopTest):
+    """A vault in a home, and no program yet."""
 
     def setUp(self):
         self.program = desktop.Program(testcase.options.program)
@@ -384,6 +384,10 @@ class ServiceTest(DesktopTest):
         self.addCleanup(self.keep_evidence_of_failure)
         self.vault = self.program.home / "Kasam.kdbx"
         self.place_vault()
+
+
+class ServiceTest(NotStartedTest):
+    """Started by the bus."""
 
     def has_name(self):
         return Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
@@ -460,15 +464,8 @@ class WithoutBusTest(DesktopTest):
             self.start(f"unix:path={folder}/bus")
 
 
-class PathTest(DesktopTest):
+class PathTest(NotStartedTest):
     """A start with a path while no other program runs."""
-
-    def setUp(self):
-        self.program = desktop.Program(testcase.options.program)
-        self.addCleanup(self.program.stop)
-        self.addCleanup(self.keep_evidence_of_failure)
-        self.vault = self.program.home / "Kasam.kdbx"
-        self.place_vault()
 
     def test_the_card_is_the_vaults(self):
         self.program.start(self.vault)
